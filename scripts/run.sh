@@ -1,0 +1,13 @@
+# Builds the library and shows it at work: on a small catalog, on a large file of real use, in a program.
+need_to_build_with libcli11-dev xkb-data
+build release quxml-tool quickstart
+
+quxml=build/release/tools/quxml
+catalog=examples/catalog.xml
+keyboards=/usr/share/X11/xkb/rules/evdev.xml # of the Debian package xkb-data
+
+show "$quxml" format "$catalog"
+show "$quxml" query /catalog/book "$catalog"
+briefly "$quxml" format "$keyboards"
+briefly "$quxml" query /xkbConfigRegistry/layoutList/layout "$keyboards"
+show build/release/examples/quickstart "$catalog"
