@@ -1,0 +1,93 @@
+#ifndef QUXML_DOCUMENT_H
+#define QUXML_DOCUMENT_H
+
+#include <memory>
+#include <string>
+
+#include "export.h"
+
+namespace quxml {
+
+class Element;
+
+/// The owner of one tree. It can be moved and not copied.
+///
+/// \par Threads
+/// Different documents may be used on different threads at once; one document may not.
+class QUXML_EXPORT Document {
+public:
+    /// A document without a root.
+    /// \param keep_sorted given to every root element that this document creates; elements created below
+    ///     inherit it. True: each new child is inserted at its sorted place. See `Node::sort_children`.
+    explicit Document(bool keep_sorted);
+
+    /// Takes the root, leaving `other` without one; `other` keeps its own `keep_sorted`.
+    Document(Document&& other) noexcept;
+
+    /// Exchanges the roots and copies `keep_sorted`; self-assignment does nothing.
+    ///
+    /// Deliberate: `other` now owns this document's former tree and destroys it with itself.
+    Document& operator=(Document&& other) noexcept;
+
+    /// Destroys the tree.
+    ~Document();
+
+    /// The root element, or null. Borrowed; valid until the root is replaced or the document destroyed.
+    Element* get_root_node() const;
+
+    /// Makes `root` the root element and takes ownership of it.
+    ///
+    /// Deliberate: that is all. The former root is not destroyed, the caller now owns it; the new root's
+    /// parent is left as it is.
+    /// \param root null, or an element that nothing else owns.
+    void set_root_node(Element* root);
+
+    /// Destroys the tree and creates a root element called `name`.
+    /// \return the new root, borrowed.
+    /// \throws std::bad_alloc the document has no root.
+    Element* create_root_node(const std::string& name);
+
+    /// Destroys the tree and copies `source` as the new root, which takes this document's `keep_sorted`;
+    /// everything below keeps the `keep_sorted` of what it copies.
+    /// \param source borrowed, not null. Not part of this document: its tree is destroyed before `source` is
+    ///     read.
+    /// \param deep whether attributes and everything below are copied, or the name alone.
+    /// \return the new root, borrowed.
+    /// \throws std::bad_alloc the document holds what had been copied until then, or no root.
+    Element* create_root_node_by_import(const Element* source, bool deep);
+
+    /// The whole document as compact text: `<?xml version="1.0"?>` and the root on one line, without a line
+    /// end. Ready to use once the library's own static objects have been constructed.
+    std::string write_to_string() const;
+
+    /// The whole document as formatted text: an element a line, two spaces a level, every line ended by a
+    /// line feed.
+    /// \param include_declaration whether the line `<?xml version="1.0"?>` comes first.
+    std::string write_to_string_formatted(bool include_declaration) const;
+
+private:
+    Element* root;
+    bool keep_sorted;
+};
+
+/// Reads XML text with libxml2.
+///
+/// Kept are elements, their attributes, and text that is the only content of its element. Dropped are text
+/// with any sibling (so the white space between elements), text of white space only that begins with a line
+/// feed, CDATA sections, comments, processing instructions, entity references, namespace declarations, and
+/// the prefixes of names. Entities of a DTD are not substituted and nothing outside `text` is ever loaded.
+///
+/// libxml2's generic error handler for the calling thread is replaced by a silent one, and stays replaced;
+/// the record of its last error is reset.
+/// \param text at most `INT_MAX` bytes, in an encoding that it declares itself or UTF-8.
+/// \param keep_sorted for the new document: its children are then in sorted order, not in the order of the
+///     text.
+/// \return the document; shared ownership, never null.
+/// \throws DomParserError if the text is not well-formed XML, with libxml2's last error, its code, line and
+///     column; "Empty document." if it has no bytes, "Document too large." if it has too many.
+/// \throws std::bad_alloc nothing is left behind.
+QUXML_EXPORT std::shared_ptr<Document> from_string(const std::string& text, bool keep_sorted);
+
+}  // namespace quxml
+
+#endif

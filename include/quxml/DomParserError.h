@@ -1,0 +1,28 @@
+#ifndef QUXML_DOM_PARSER_ERROR_H
+#define QUXML_DOM_PARSER_ERROR_H
+
+#include <exception>
+#include <string>
+
+#include "export.h"
+
+namespace quxml {
+
+/// Thrown by `from_string` for text that can not be read. The message is libxml2's description followed by "
+/// (error code: C) at line L, column N", with lines and columns counted as libxml2 counts them, from 1.
+class QUXML_EXPORT DomParserError : public std::exception {
+public:
+    explicit DomParserError(const std::string& message);
+
+    ~DomParserError() override;
+
+    /// The message; valid as long as this object lives.
+    const char* what() const noexcept override;
+
+private:
+    std::string message;
+};
+
+}  // namespace quxml
+
+#endif
