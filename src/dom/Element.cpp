@@ -1,0 +1,84 @@
+#include "quxml/Element.h"
+
+#include <memory>
+#include <utility>
+
+#include "NodeAccess.h"
+
+namespace quxml {
+
+Element::Element(const std::string& element_name, Element* owner, bool sorted)
+    : Node(element_name, owner, sorted) {}
+
+Element::~Element() {
+    for (const Attribute* attribute : attributes)
+        delete attribute;
+}
+
+const Attribute* find_attribute(const Element& element, const std::string& name) noexcept {
+    for (const Attribute* attribute : NodeAccess::attributes(element)) {
+        if (NodeAccess::name(*attribute) == name)
+            return attribute;
+    }
+    return nullptr;
+}
+
+Attribute* Element::get_attribute(const std::string& attribute_name) const {
+    return const_cast<Attribute*>(find_attribute(*this, attribute_name));
+}
+
+std::string Element::get_attribute_value(const std::string& attribute_name) const {
+    const Attribute* attribute = find_attribute(*this, attribute_name);
+    return attribute == nullptr ? std::string() : NodeAccess::value(*attribute);
+}
+
+Attribute* Element::set_attribute(const std::string& attribute_name, const std::string& value) {
+    if (Attribute* present = get_attribute(attribute_name)) {
+        present->set_value(value);
+        return present;
+    }
+    auto attribute = std::make_unique<Attribute>(attribute_name, value, this);
+    attributes.push_back(attribute.get());
+    return attribute.release();
+}
+
+void Element::remove_attribute(const std::string& attribute_name) {
+    const Attribute* attribute = find_attribute(*this, attribute_name);
+    if (attribute == nullptr)
+        return;
+    attributes.remove(const_cast<Attribute*>(attribute));
+    delete attribute;
+}
+
+AttributeList Element::get_attributes() const {
+    return attributes;
+}
+
+TextNode* Element::add_child_text(const std::string& text) {
+    return add_child_text(std::string(text));
+}
+
+TextNode* Element::add_child_text(std::string&& text) {
+    auto child = std::make_unique<TextNode>(this, std::string());
+    add_new_node(child.get());
+    child->set_content(std::move(text));
+    return child.release();
+}
+
+const TextNode* first_text(const Node& node) noexcept {
+    for (const Node* child : NodeAccess::children(node)) {
+        if (const TextNode* text = as_text(child))
+            return text;
+    }
+    return nullptr;
+}
+
+TextNode* Element::get_child_text() const {
+    return const_cast<TextNode*>(first_text(*this));
+}
+
+bool Element::has_child_text() const {
+    return first_text(*this) != nullptr;
+}
+
+}  // namespace quxml

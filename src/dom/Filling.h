@@ -1,0 +1,45 @@
+#ifndef QUXML_DOM_FILLING_H
+#define QUXML_DOM_FILLING_H
+
+#include <string>
+
+#include "quxml/Element.h"
+
+namespace quxml {
+
+/// Fills an element that has no children yet with elements that arrive one by one, each of them without an
+/// item at the moment it is linked, as reading and copying do.
+///
+/// If the element is kept sorted, its children are appended first and sorted once, by name, when the filling
+/// ends. That gives the tree that linking each of them at its sorted place would give, without a walk for
+/// each: an element without an item goes behind all its namesakes, so the names alone decide, and namesakes
+/// keep the order of their arrival.
+class Filling {
+public:
+    explicit Filling(Element& parent);
+
+    /// Ends the filling.
+    ~Filling();
+
+    Filling(const Filling&) = delete;
+    Filling& operator=(const Filling&) = delete;
+
+    /// Adds an element that inherits `keep_sorted`, as `Node::add_child` does.
+    Element* add_element(std::string name);
+
+    /// Adds an element with a `keep_sorted` of its own.
+    Element* add_element(std::string name, bool keep_sorted);
+
+    /// Puts the children in their order now. From here on each new one is linked at its sorted place, so that
+    /// anything may be added to the element.
+    void settle() noexcept;
+
+private:
+    Element& parent;
+    bool appending;  // kept sorted, and new elements are appended out of order
+    bool in_order;
+};
+
+}  // namespace quxml
+
+#endif

@@ -1,0 +1,211 @@
+// The tree: linking, unlinking and destroying nodes.
+//
+// Children stand in a list, and a second time in the sibling links, which every operation here keeps in step.
+// What can fail, the allocation of the list's entry, is done before anything is changed, so a failure leaves
+// the tree as it was.
+//
+// Destruction does not recurse. A node that is destroyed takes its children from its list one by one and
+// destroys each. A child that is destroyed this way does not destroy its own children: it moves them to the
+// front of the list it came from, where they are next. So destructors begin in the same order as with
+// recursion, parents before their children and first to last, on a stack of constant height, and nothing is
+// allocated.
+
+#include "quxml/Node.h"
+
+#include <algorithm>
+#include <iterator>
+#include <memory>
+#include <stdexcept>
+#include <utility>
+
+#include "NodeAccess.h"
+#include "ordering.h"
+
+namespace quxml {
+
+Node::Node() : Node(std::string(), nullptr, false) {}
+
+Node::Node(Element* owner) : Node(std::string(), owner, owner->keep_sorted) {}
+
+Node::Node(const std::string& node_name) : Node(node_name, nullptr, false) {}
+
+Node::Node(const std::string& node_name, Element* owner, bool sorted)
+    : keep_sorted(sorted), name(node_name), parent(owner), previous_sibling(nullptr), next_sibling(nullptr) {}
+
+Node::~Node() {
+    // A node that is its own previous sibling is being destroyed by the loop below, in the node that its
+    // other link names. No node of a tree is ever linked like that.
+    if (previous_sibling == this) {
+        next_sibling->children.splice(next_sibling->children.begin(), children);
+        return;
+    }
+    while (!children.empty()) {
+        Node* child = children.front();
+        children.pop_front();
+        if (child == nullptr)
+            continue;
+        child->parent = nullptr;
+        child->previous_sibling = child;
+        child->next_sibling = this;
+        delete child;
+    }
+}
+
+std::string Node::get_name() const {
+    return name;
+}
+
+void Node::set_name(const std::string& new_name) {
+    name = new_name;
+}
+
+Element* Node::get_parent() const {
+    return parent;
+}
+
+Node* Node::get_previous_sibling() const {
+    return previous_sibling;
+}
+
+Node* Node::get_next_sibling() const {
+    return next_sibling;
+}
+
+NodeList Node::get_children() const {
+    return children;
+}
+
+Node* Node::get_child(const std::string& child_name) const {
+    for (Node* child : children) {
+        if (child->name == child_name)
+            return child;
+    }
+    return nullptr;
+}
+
+void NodeAccess::link_last(Node& parent, NodeList& entry) noexcept {
+    Node* node = entry.front();
+    if (!parent.children.empty()) {
+        Node* last = parent.children.back();
+        node->previous_sibling = last;
+        last->next_sibling = node;
+    }
+    parent.children.splice(parent.children.end(), entry);
+}
+
+void NodeAccess::link_before(Node& parent, NodeList& entry, NodeList::iterator position) noexcept {
+    if (position == parent.children.end()) {
+        link_last(parent, entry);
+        return;
+    }
+    Node* node = entry.front();
+    Node* next = *position;
+    if (Node* previous = next->previous_sibling) {
+        previous->next_sibling = node;
+        node->previous_sibling = previous;
+    }
+    next->previous_sibling = node;
+    node->next_sibling = next;
+    parent.children.splice(position, entry);
+}
+
+void NodeAccess::relink_children(Node& parent) noexcept {
+    Node* previous = nullptr;
+    for (Node* child : parent.children) {
+        child->previous_sibling = previous;
+        if (previous != nullptr)
+            previous->next_sibling = child;
+        previous = child;
+    }
+    if (previous != nullptr)
+        previous->next_sibling = nullptr;
+}
+
+Element* Node::add_child(const std::string& child_name) {
+    auto child = std::make_unique<Element>(child_name, static_cast<Element*>(this), keep_sorted);
+    add_new_node(child.get());
+    return child.release();
+}
+
+Element* Node::add_child(const std::string& child_name, const std::string& item) {
+    auto child = std::make_unique<Element>(child_name, static_cast<Element*>(this), keep_sorted);
+    child->set_attribute("item", item);
+    NodeList entry(1, child.get());
+    // Deliberate: from here on only the item of a sibling can fail, and then the new child is not freed.
+    Element* added = child.release();
+    link_new_node(*this, entry);
+    return added;
+}
+
+Element* Node::add_child(const std::string& child_name, int item) {
+    return add_child(child_name, std::to_string(item));
+}
+
+void Node::add_new_node(Node* node) {
+    NodeList entry(1, node);
+    link_new_node(*this, entry);
+}
+
+void Node::insert_node(Node* node, NodeList::iterator position) {
+    NodeList entry(1, node);
+    NodeAccess::link_before(*this, entry, position);
+}
+
+namespace {
+
+/// The entry of `child`, or the end; the last child is found without a walk.
+NodeList::iterator find_entry(NodeList& children, Node* child) {
+    if (!children.empty() && children.back() == child)
+        return std::prev(children.end());
+    return std::find(children.begin(), children.end(), child);
+}
+
+/// Removes every entry equal to `child`. The links tell that the first or the last child stands in the list
+/// only once, so removing at either end does not walk the list.
+void remove_entries(NodeList& children, Node* child) {
+    if (children.front() == child && child->get_previous_sibling() == nullptr) {
+        children.pop_front();
+    } else if (children.back() == child && child->get_next_sibling() == nullptr) {
+        children.pop_back();
+    } else {
+        children.remove(child);
+    }
+}
+
+}  // namespace
+
+void Node::remove_child(Node* child) {
+    if (child == nullptr)
+        throw std::invalid_argument("Can not remove nullptr pointer from Node");
+    if (children.empty())
+        throw std::invalid_argument("Can not remove when Node has no children");
+    // Deliberate: nothing checks that `child` is a child of this node; that is the caller's word.
+    if (children.size() > 1) {
+        if (child != children.front())
+            child->previous_sibling->next_sibling = child->next_sibling;
+        if (child != children.back())
+            child->next_sibling->previous_sibling = child->previous_sibling;
+    }
+    remove_entries(children, child);
+    child->previous_sibling = nullptr;
+    delete child;
+}
+
+void Node::set_child_first(Node* child) {
+    if (child->previous_sibling == nullptr)
+        return;
+    auto entry = find_entry(children, child);
+    // Deliberate: membership is not checked; a node from elsewhere is put at the front all the same.
+    if (entry == children.end())
+        entry = children.insert(entry, child);
+    Node* first = children.front();
+    child->previous_sibling->next_sibling = child->next_sibling;
+    if (child->next_sibling != nullptr)
+        child->next_sibling->previous_sibling = child->previous_sibling;
+    child->previous_sibling = nullptr;
+    child->next_sibling = first;
+    first->previous_sibling = child;
+    children.splice(children.begin(), children, entry);
+}
+
+}  // namespace quxml

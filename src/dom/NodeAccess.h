@@ -1,0 +1,73 @@
+#ifndef QUXML_DOM_NODE_ACCESS_H
+#define QUXML_DOM_NODE_ACCESS_H
+
+// The library's own view of the nodes: fields by reference, and the class of a node. The getters of the
+// public interface return copies, which suits users and would cost the library a copy for every look.
+
+#include <string>
+#include <typeinfo>
+
+#include "quxml/Attribute.h"
+#include "quxml/Element.h"
+#include "quxml/Node.h"
+#include "quxml/TextNode.h"
+
+namespace quxml {
+
+struct NodeAccess {
+    static const NodeList& children(const Node& node) { return node.children; }
+    static NodeList& children(Node& node) { return node.children; }
+    static const std::string& name(const Node& node) { return node.name; }
+    static std::string& name(Node& node) { return node.name; }
+    static bool keep_sorted(const Node& node) { return node.keep_sorted; }
+    static const AttributeList& attributes(const Element& element) { return element.attributes; }
+    static AttributeList& attributes(Element& element) { return element.attributes; }
+    static const std::string& value(const Attribute& attribute) { return attribute.value; }
+    static std::string& value(Attribute& attribute) { return attribute.value; }
+    static const std::string& content(const TextNode& text) { return text.content; }
+
+    /// Links the only entry of `entry` as the last child. Never fails: the entry has been allocated before.
+    static void link_last(Node& parent, NodeList& entry) noexcept;
+
+    /// Links the only entry of `entry` before `position`, see `Node::insert_node`. Never fails.
+    static void link_before(Node& parent, NodeList& entry, NodeList::iterator position) noexcept;
+
+    /// Makes the sibling links follow the list of children again.
+    static void relink_children(Node& parent) noexcept;
+};
+
+/// Whether the node's class is exactly `Element`, so that no operation of a derived class is passed over when
+/// the library handles the node without a virtual call. Comparing addresses is enough: where one class has
+/// several type descriptions the answer is "no", and the virtual call is made.
+inline bool is_plain_element(const Node& node) {
+    return &typeid(node) == &typeid(Element);
+}
+
+/// The same for `TextNode`.
+inline bool is_plain_text(const Node& node) {
+    return &typeid(node) == &typeid(TextNode);
+}
+
+/// The node as an element, null if it is none.
+inline const Element* as_element(const Node* node) {
+    if (is_plain_element(*node))
+        return static_cast<const Element*>(node);
+    return is_plain_text(*node) ? nullptr : dynamic_cast<const Element*>(node);
+}
+
+/// The node as text, null if it is none.
+inline const TextNode* as_text(const Node* node) {
+    if (is_plain_text(*node))
+        return static_cast<const TextNode*>(node);
+    return is_plain_element(*node) ? nullptr : dynamic_cast<const TextNode*>(node);
+}
+
+/// The element's attribute of exactly this name, or null.
+const Attribute* find_attribute(const Element& element, const std::string& name) noexcept;
+
+/// The first child that is text, or null.
+const TextNode* first_text(const Node& node) noexcept;
+
+}  // namespace quxml
+
+#endif

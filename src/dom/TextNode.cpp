@@ -1,0 +1,22 @@
+#include "quxml/TextNode.h"
+
+namespace quxml {
+
+TextNode::TextNode(Element* owner, const std::string& node_name) : Node(node_name, owner, false) {}
+
+TextNode::~TextNode() = default;
+
+std::string TextNode::get_content() const {
+    return content;
+}
+
+void TextNode::set_content(const std::string& new_content) {
+    content = new_content;
+}
+
+// Deliberate: an exchange, not a move.
+void TextNode::set_content(std::string&& other) {
+    content.swap(other);
+}
+
+}  // namespace quxml
