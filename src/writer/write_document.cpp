@@ -1,0 +1,31 @@
+// The entry points of the writer: a document as compact or as formatted text.
+
+#include "quxml/Document.h"
+#include "quxml/Element.h"
+
+namespace quxml {
+
+namespace {
+
+const std::string xml_declaration = "<?xml version=\"1.0\"?>";
+
+}  // namespace
+
+std::string Document::write_to_string() const {
+    std::string out = xml_declaration;
+    if (root != nullptr)
+        root->write_to_string(out, -1);
+    return out;
+}
+
+// Deliberate: only formatted text can be had without the declaration.
+std::string Document::write_to_string_formatted(bool include_declaration) const {
+    std::string out;
+    if (include_declaration)
+        out = xml_declaration + '\n';
+    if (root != nullptr)
+        root->write_to_string(out, 0);
+    return out;
+}
+
+}  // namespace quxml
