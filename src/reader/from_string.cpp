@@ -1,0 +1,159 @@
+// Reading: libxml2 parses the text into its own tree, which is copied into nodes of this library and freed.
+//
+// What is kept: elements, their attributes, and text that is the only node in its element, unless it is white
+// space that begins with a line feed. Text with siblings is dropped, which is what removes the indentation
+// between elements.
+//
+// The conversion follows the links of libxml2's tree instead of recursing; a list of the elements being
+// filled runs along.
+
+#include <libxml/parser.h>
+#include <libxml/xmlerror.h>
+
+#include <algorithm>
+#include <cctype>
+#include <climits>
+#include <deque>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "dom/Filling.h"
+#include "quxml/Document.h"
+#include "quxml/DomParserError.h"
+#include "quxml/Element.h"
+
+namespace quxml {
+
+namespace {
+
+struct FreeXmlDoc {
+    void operator()(xmlDoc* document) const { xmlFreeDoc(document); }
+};
+
+/// libxml2's tree, freed on every path.
+using XmlDocPtr = std::unique_ptr<xmlDoc, FreeXmlDoc>;
+
+extern "C" void silent_error_handler(void* /*context*/, const char* /*format*/, ...) {}
+
+/// Keeps libxml2 from printing; errors are still recorded.
+void silence_libxml2() {
+#if LIBXML_VERSION < 21200
+    xmlGenericErrorFunc handler = silent_error_handler;
+    initGenericErrorDefaultFunc(&handler);
+#else
+    xmlSetGenericErrorFunc(nullptr, silent_error_handler);
+#endif
+}
+
+std::string string_from_xml(const xmlChar* s) {
+    if (s == nullptr)
+        return {};
+    return std::string(reinterpret_cast<const char*>(s), static_cast<std::size_t>(xmlStrlen(s)));
+}
+
+/// Describes libxml2's last error in one line, and resets it.
+DomParserError take_last_error() {
+    const xmlError* error = xmlGetLastError();
+    std::string message;
+    if (error != nullptr && error->message != nullptr)
+        message = error->message;
+    if (!message.empty())
+        message.pop_back();  // the line feed that ends every message of libxml2
+    message += " (error code: " + std::to_string(error == nullptr ? 0 : error->code);
+    message += ") at line " + std::to_string(error == nullptr ? 0 : error->line);
+    message += ", column " + std::to_string(error == nullptr ? 0 : error->int2);
+    xmlResetLastError();
+    return DomParserError(message);
+}
+
+/// Whether libxml2 read all of the text. When it runs out of memory it may stop in the middle and return what
+/// it has.
+bool is_complete(const xmlDoc* document) {
+    if (document == nullptr || xmlDocGetRootElement(document) == nullptr)
+        return false;
+    const xmlError* error = xmlGetLastError();
+    return error == nullptr || error->code != XML_ERR_NO_MEMORY;
+}
+
+XmlDocPtr parse(const std::string& text) {
+    if (text.empty())
+        throw DomParserError("Empty document.");
+    if (text.size() > INT_MAX)
+        throw DomParserError("Document too large.");
+    LIBXML_TEST_VERSION
+    silence_libxml2();
+    xmlResetLastError();
+    XmlDocPtr document(xmlReadMemory(text.data(), static_cast<int>(text.size()), "", nullptr, 0));
+    if (!is_complete(document.get()))
+        throw take_last_error();
+    xmlResetLastError();
+    return document;
+}
+
+/// An element that is being filled, and the next node of libxml2's tree to put into it.
+struct OpenElement {
+    OpenElement(Element& open, const xmlNode* first) : element(open), next(first), filling(open) {}
+
+    Element& element;
+    const xmlNode* next;
+    Filling filling;
+};
+
+/// Deliberate: the prefix of a name is not looked at, and of a value only the first piece is.
+void convert_attributes(Element& element, const xmlAttr* first) {
+    for (const xmlAttr* attribute = first; attribute != nullptr; attribute = attribute->next) {
+        const xmlChar* value = attribute->children == nullptr ? nullptr : attribute->children->content;
+        element.set_attribute(string_from_xml(attribute->name), string_from_xml(value));
+    }
+}
+
+bool is_white_space(const std::string& text) {
+    return std::all_of(text.begin(), text.end(), [](unsigned char byte) { return std::isspace(byte) != 0; });
+}
+
+/// Deliberate: text with any sibling is dropped, and so is white space that begins with a line feed; other
+/// white space is kept, and kept text is not trimmed.
+void convert_text(Element& element, const xmlNode& node) {
+    if (node.next != nullptr || node.prev != nullptr)
+        return;
+    std::string text = string_from_xml(node.content);
+    if (!text.empty() && text.front() == '\n' && is_white_space(text))
+        return;
+    element.add_child_text(std::move(text));
+}
+
+void convert_children(Element& root, const xmlNode* first) {
+    std::deque<OpenElement> open;
+    open.emplace_back(root, first);
+    while (!open.empty()) {
+        OpenElement& current = open.back();
+        const xmlNode* node = current.next;
+        if (node == nullptr) {
+            open.pop_back();
+            continue;
+        }
+        current.next = node->next;
+        if (node->type == XML_ELEMENT_NODE) {
+            Element* child = current.filling.add_element(string_from_xml(node->name));
+            convert_attributes(*child, node->properties);
+            open.emplace_back(*child, node->children);
+        } else if (node->type == XML_TEXT_NODE) {
+            convert_text(current.element, *node);
+        }
+    }
+}
+
+}  // namespace
+
+std::shared_ptr<Document> from_string(const std::string& text, bool keep_sorted) {
+    const XmlDocPtr xml_document = parse(text);
+    auto document = std::make_shared<Document>(keep_sorted);
+    const xmlNode* xml_root = xmlDocGetRootElement(xml_document.get());
+    Element* root = document->create_root_node(string_from_xml(xml_root->name));
+    convert_attributes(*root, xml_root->properties);
+    convert_children(*root, xml_root->children);
+    return document;
+}
+
+}  // namespace quxml
