@@ -1,0 +1,65 @@
+#include "Predicate.h"
+
+#include <stdexcept>
+#include <utility>
+
+#include "dom/integer.h"
+#include "positions.h"
+
+namespace quxml {
+
+Predicate::Predicate(std::string predicate) : text(std::move(predicate)), kind(classify(text)) {}
+
+/// The first kind that fits wins.
+Predicate::Kind Predicate::classify(const std::string& predicate) {
+    const auto contains = [&predicate](const char* part) {
+        return predicate.find(part) != std::string::npos;
+    };
+    if (predicate.empty())
+        return empty;
+    if (contains("last()"))
+        return last;
+    if (contains("position()"))
+        return position;
+    if (predicate.front() == '@')
+        return attribute;
+    if (contains("="))
+        return child_value;
+    return item_or_literal;
+}
+
+void Predicate::filter(Candidates& nodes) {
+    switch (kind) {
+        case empty:
+            return;
+        case last:
+            return keep_last(text, nodes);
+        case position:
+            return keep_positions(text, nodes);
+        case attribute:
+            return keep_with_attribute(get_pair(), nodes);
+        case child_value:
+            return keep_with_child_value(get_pair(), nodes);
+        case item_or_literal:
+            return filter_by_item_or_literal(nodes);
+    }
+}
+
+const NameAndValue& Predicate::get_pair() {
+    if (!pair)
+        pair = kind == attribute ? read_attribute_pair(text.substr(1)) : read_child_value(text);
+    return *pair;
+}
+
+void Predicate::filter_by_item_or_literal(Candidates& nodes) const {
+    switch (read_integer(text).kind) {
+        case Integer::none:
+            return keep_with_literal(text, nodes);
+        case Integer::fits:
+            return keep_item(text, nodes);
+        case Integer::out_of_range:
+            throw std::out_of_range("stoi");
+    }
+}
+
+}  // namespace quxml

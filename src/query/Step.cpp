@@ -1,0 +1,88 @@
+#include "Step.h"
+
+#include <utility>
+
+#include "dom/NodeAccess.h"
+#include "dom/split.h"
+
+namespace quxml {
+
+NodePredicate::NodePredicate(const std::string& text) {
+    const bool is_about_child = text.find('=') != std::string::npos && text.front() != '@';
+    if (is_about_child) {
+        child = read_child_value(text);
+    } else {
+        element_test.emplace(text);
+    }
+}
+
+bool NodePredicate::accepts(const Node* node) const {
+    if (!element_test)
+        return has_child_value(node, child.first, child.second);
+    const Element* element = as_element(node);
+    return element != nullptr && element_test->accepts(*element);
+}
+
+Step::Step(std::string step)
+    : text(std::move(step)), bracket(text.find('[')), name_test(text.substr(0, bracket)) {}
+
+bool Step::accepts(const Node* node, const StringComparator& comparator) {
+    if (is_star())
+        return true;
+    if (is_empty())
+        return false;
+    if (name_test != "*" && !comparator(NodeAccess::name(*node), name_test))
+        return false;
+    if (bracket == std::string::npos)
+        return true;
+    if (!node_predicate)
+        read_node_predicate();
+    return node_predicate->accepts(node);
+}
+
+void Step::select_children(const Node* parent, const StringComparator& comparator, Candidates& selected) {
+    const NodeList& children = NodeAccess::children(*parent);
+    selected.assign(children.begin(), children.end());
+    if (is_empty())
+        return;
+    keep_if(selected, [&](const Node* child) { return accepts_name(child, comparator); });
+    if (!list_predicates)
+        read_list_predicates();
+    for (Predicate& predicate : *list_predicates)
+        predicate.filter(selected);
+}
+
+/// Deliberate: an empty name test, as in "[1]", passes no child.
+bool Step::accepts_name(const Node* node, const StringComparator& comparator) const {
+    if (name_test == "*")
+        return true;
+    return !name_test.empty() && comparator(NodeAccess::name(*node), name_test);
+}
+
+/// Deliberate: only the first predicate is read; a "]" before the "[" leaves it open to the end of the step.
+void Step::read_node_predicate() {
+    const std::size_t begin = bracket + 1;
+    const std::size_t end = text.find(']');
+    const bool is_closed = end != std::string::npos && end >= begin;
+    node_predicate.emplace(is_closed ? text.substr(begin, end - begin) : text.substr(begin));
+}
+
+/// The last character of the step is taken to be the closing "]", whatever it is.
+void Step::read_list_predicates() {
+    list_predicates.emplace();
+    if (bracket == std::string::npos)
+        return;
+    std::string predicates = text.substr(bracket + 1);
+    if (!predicates.empty())
+        predicates.pop_back();
+    list_predicates = read_predicates(predicates);
+}
+
+std::vector<Predicate> read_predicates(const std::string& predicates) {
+    std::vector<Predicate> result;
+    for (std::string& piece : split(predicates, "]["))
+        result.emplace_back(std::move(piece));
+    return result;
+}
+
+}  // namespace quxml

@@ -1,0 +1,67 @@
+#ifndef QUXML_QUERY_STEP_H
+#define QUXML_QUERY_STEP_H
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Candidates.h"
+#include "Predicate.h"
+#include "quxml/XPathHelper.h"
+#include "values.h"
+
+namespace quxml {
+
+/// The predicate of a step that tests one node: about the element itself, or about the text of a child.
+class NodePredicate {
+public:
+    /// \throws std::invalid_argument if it is about a child and has more than one "=".
+    explicit NodePredicate(const std::string& text);
+
+    bool accepts(const Node* node) const;
+
+private:
+    std::optional<ElementTest> element_test;
+    NameAndValue child;  // used without an element test
+};
+
+/// One step of a path, taken apart once: a name test and predicates.
+class Step {
+public:
+    explicit Step(std::string step);
+
+    /// An empty step stands between two "/" or behind the last one.
+    bool is_empty() const { return text.empty(); }
+
+    /// Whether the step is exactly "*", which takes any node and has no predicates.
+    bool is_star() const { return text == "*"; }
+
+    /// The single-node test: the name, and the text between the first "[" and the first "]".
+    bool accepts(const Node* node, const StringComparator& comparator);
+
+    /// The list filter: the children of `parent` whose names pass, with every predicate applied in order. An
+    /// empty step selects them all.
+    /// \param selected replaced by the children selected.
+    void select_children(const Node* parent, const StringComparator& comparator, Candidates& selected);
+
+private:
+    bool accepts_name(const Node* node, const StringComparator& comparator) const;
+    void read_node_predicate();
+    void read_list_predicates();
+
+    std::string text;
+    std::size_t bracket;    // of the first "["
+    std::string name_test;  // what stands before it
+
+    // Read when the step first needs them: a step is used in one way or in the other.
+    std::optional<NodePredicate> node_predicate;
+    std::optional<std::vector<Predicate>> list_predicates;
+};
+
+/// Takes apart a run of predicates, written `p1][p2` without the outer brackets.
+std::vector<Predicate> read_predicates(const std::string& predicates);
+
+}  // namespace quxml
+
+#endif

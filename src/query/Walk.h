@@ -1,0 +1,55 @@
+#ifndef QUXML_QUERY_WALK_H
+#define QUXML_QUERY_WALK_H
+
+#include <cstddef>
+#include <deque>
+#include <string>
+#include <vector>
+
+#include "Candidates.h"
+#include "Step.h"
+#include "quxml/XPathHelper.h"
+
+namespace quxml {
+
+/// Walks a tree along the steps of a path and collects the nodes that the last step selects.
+class Walk {
+public:
+    /// \param steps at least one.
+    Walk(const StringComparator& comparator, std::deque<std::string> steps, NodeSet& results);
+
+    /// Follows the steps from `node` if it satisfies the first one.
+    void start_at(Node* node);
+
+    /// Follows the steps from `node`, which has already satisfied the first one.
+    void follow_from(Node* node);
+
+    /// Searches `node` and everything below it for the first step, and follows the steps from each match.
+    void search_from(Node* node);
+
+private:
+    /// What remains to be done at a node: to follow the steps behind `step`, which the node satisfies, or to
+    /// search it and everything below it for `step`.
+    struct Task {
+        Node* node;
+        std::size_t step;
+        bool is_search;
+    };
+
+    void run(Task first);
+    void follow(const Task& task);
+    void search(const Task& task);
+    template <typename Nodes>
+    void add_tasks(const Nodes& nodes, std::size_t step, bool is_search);
+    bool is_last(std::size_t step) const { return step + 1 == steps.size(); }
+
+    const StringComparator& comparator;
+    std::vector<Step> steps;
+    NodeSet& results;
+    std::vector<Task> tasks;  // the next one at the back
+    Candidates selected;
+};
+
+}  // namespace quxml
+
+#endif
