@@ -1,0 +1,65 @@
+#ifndef QUXML_TESTS_SUPPORT_SMALL_STACK_H
+#define QUXML_TESTS_SUPPORT_SMALL_STACK_H
+
+#include <pthread.h>
+
+#include <cstddef>
+#include <exception>
+#include <functional>
+#include <system_error>
+
+namespace quxml_test {
+
+// AddressSanitizer puts red zones around every local variable, lays the frames of inlined calls out side by
+// side, and calls its own runtime on the same stack, whose allocator alone takes several pages for a stack
+// trace; so it gets twice the room. Both are far too small for a million calls, which is what matters.
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define QUXML_TEST_ASAN 1
+#endif
+#endif
+#if defined(__SANITIZE_ADDRESS__) || defined(QUXML_TEST_ASAN)
+constexpr std::size_t small_stack_size = 256 * std::size_t{1024};
+#else
+constexpr std::size_t small_stack_size = 128 * std::size_t{1024};
+#endif
+#undef QUXML_TEST_ASAN
+
+/// What the thread is given and what it hands back.
+struct SmallStackRun {
+    const std::function<void()>& work;
+    std::exception_ptr failure;
+
+    static void* start(void* argument) noexcept {
+        auto* run = static_cast<SmallStackRun*>(argument);
+        try {
+            run->work();
+        } catch (...) {
+            run->failure = std::current_exception();
+        }
+        return nullptr;
+    }
+};
+
+/// Runs `work` on a thread with a stack of 128 KiB, the size of a small device's, and waits for it; what it
+/// throws is thrown here. A deeper stack ends the test program with a segmentation fault. GoogleTest's
+/// expectations may be used inside.
+inline void on_small_stack(const std::function<void()>& work) {
+    SmallStackRun run = {work, nullptr};
+    pthread_attr_t attributes;
+    pthread_attr_init(&attributes);
+    int error = pthread_attr_setstacksize(&attributes, small_stack_size);
+    pthread_t thread = {};
+    if (error == 0)
+        error = pthread_create(&thread, &attributes, SmallStackRun::start, &run);
+    pthread_attr_destroy(&attributes);
+    if (error != 0)
+        throw std::system_error(error, std::generic_category(), "a thread with a small stack");
+    pthread_join(thread, nullptr);
+    if (run.failure)
+        std::rethrow_exception(run.failure);
+}
+
+}  // namespace quxml_test
+
+#endif
