@@ -24,16 +24,17 @@ bool NodePredicate::accepts(const Node* node) const {
 }
 
 Step::Step(std::string step)
-    : text(std::move(step)), bracket(text.find('[')), name_test(text.substr(0, bracket)) {}
+    : text(std::move(step)),
+      bracket(text.find('[')),
+      name_test(text.substr(0, bracket)),
+      takes_any_name(name_test == "*") {}
 
 bool Step::accepts(const Node* node, const StringComparator& comparator) {
-    if (is_star())
-        return true;
     if (is_empty())
         return false;
-    if (name_test != "*" && !comparator(NodeAccess::name(*node), name_test))
+    if (!takes_any_name && !comparator(NodeAccess::name(*node), name_test))
         return false;
-    if (bracket == std::string::npos)
+    if (!has_predicates())
         return true;
     if (!node_predicate)
         read_node_predicate();
@@ -54,7 +55,7 @@ void Step::select_children(const Node* parent, const StringComparator& comparato
 
 /// Deliberate: an empty name test, as in "[1]", passes no child.
 bool Step::accepts_name(const Node* node, const StringComparator& comparator) const {
-    if (name_test == "*")
+    if (takes_any_name)
         return true;
     return !name_test.empty() && comparator(NodeAccess::name(*node), name_test);
 }
@@ -70,7 +71,7 @@ void Step::read_node_predicate() {
 /// The last character of the step is taken to be the closing "]", whatever it is.
 void Step::read_list_predicates() {
     list_predicates.emplace();
-    if (bracket == std::string::npos)
+    if (!has_predicates())
         return;
     std::string predicates = text.substr(bracket + 1);
     if (!predicates.empty())

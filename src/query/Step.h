@@ -35,7 +35,7 @@ public:
     bool is_empty() const { return text.empty(); }
 
     /// Whether the step is exactly "*", which takes any node and has no predicates.
-    bool is_star() const { return text == "*"; }
+    bool is_star() const { return takes_any_name && !has_predicates(); }
 
     /// The single-node test: the name, and the text between the first "[" and the first "]".
     bool accepts(const Node* node, const StringComparator& comparator);
@@ -46,6 +46,7 @@ public:
     void select_children(const Node* parent, const StringComparator& comparator, Candidates& selected);
 
 private:
+    bool has_predicates() const { return bracket != std::string::npos; }
     bool accepts_name(const Node* node, const StringComparator& comparator) const;
     void read_node_predicate();
     void read_list_predicates();
@@ -53,6 +54,7 @@ private:
     std::string text;
     std::size_t bracket;    // of the first "["
     std::string name_test;  // what stands before it
+    bool takes_any_name;    // the name test is "*"
 
     // Read when the step first needs them: a step is used in one way or in the other.
     std::optional<NodePredicate> node_predicate;
