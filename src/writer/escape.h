@@ -3,14 +3,19 @@
 
 #include <string>
 
+#include "TextBuffer.h"
+#include "quxml/TextNode.h"
+
 namespace quxml {
 
 /// One byte of text as XML character data: an entity reference for `& < > " '`, else the byte itself.
 std::string escape_character(char c);
 
-/// Appends `text` as XML character data, byte by byte: an "&" that already begins a reference is escaped as
-/// any other.
-void append_escaped(std::string& out, const std::string& text);
+/// Appends `text` as XML character data, byte by byte: an "&" that already begins a reference is escaped as any other.
+void append_escaped(TextBuffer& out, const std::string& text);
+
+/// Appends a text node in its place, see `TextNode::write_to_string`.
+void append_text_node(TextBuffer& out, const TextNode& node, int depth);
 
 }  // namespace quxml
 

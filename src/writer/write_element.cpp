@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "dom/NodeAccess.h"
+#include "escape.h"
 #include "layout.h"
 
 namespace quxml {
@@ -28,50 +29,50 @@ bool is_only_child_text(const Element& element) {
     return NodeAccess::children(element).size() == 1 && first_text(element) != nullptr;
 }
 
-/// "<", the name and the attributes.
-void append_tag_start(std::string& out, const Element& element) {
-    out += '<';
-    out += NodeAccess::name(element);
-    for (const Attribute* attribute : NodeAccess::attributes(element))
-        attribute->write_to_string(out, -1);
+/// Whether the tags of the element stand on lines of their own in formatted text.
+bool has_lines_between_tags(const Element& element) {
+    return !NodeAccess::children(element).empty() && !is_only_child_text(element);
 }
-
-}  // namespace
 
 // Deliberate: names and values are written as they are, whatever they hold.
-void Attribute::write_to_string(std::string& out, int /*depth*/) const {
-    out += ' ';
-    out += name;
-    out += "=\"";
-    out += value;
-    out += '"';
+void append_attribute(TextBuffer& out, const Attribute& attribute) {
+    out.append(' ');
+    out.append(NodeAccess::name(attribute));
+    out.append("=\"");
+    out.append(NodeAccess::value(attribute));
+    out.append('"');
 }
 
-void Element::write_shorthand_tag(std::string& out, int depth) const {
+/// "<", the name and the attributes.
+void append_tag_start(TextBuffer& out, const Element& element, int depth) {
     append_indentation(out, depth);
-    append_tag_start(out, *this);
-    out += "/>";
+    out.append('<');
+    out.append(NodeAccess::name(element));
+    for (const Attribute* attribute : NodeAccess::attributes(element))
+        append_attribute(out, *attribute);
+}
+
+void append_shorthand_tag(TextBuffer& out, const Element& element, int depth) {
+    append_tag_start(out, element, depth);
+    out.append("/>");
     append_line_end(out, depth);
 }
 
-void Element::write_opening_tag(std::string& out, int depth) const {
-    append_indentation(out, depth);
-    append_tag_start(out, *this);
-    out += '>';
-    if (!children.empty() && !is_only_child_text(*this))
+void append_opening_tag(TextBuffer& out, const Element& element, int depth) {
+    append_tag_start(out, element, depth);
+    out.append('>');
+    if (has_lines_between_tags(element))
         append_line_end(out, depth);
 }
 
-void Element::write_closing_tag(std::string& out, int depth) const {
-    if (!children.empty() && !is_only_child_text(*this))
+void append_closing_tag(TextBuffer& out, const Element& element, int depth) {
+    if (has_lines_between_tags(element))
         append_indentation(out, depth);
-    out += "</";
-    out += name;
-    out += '>';
+    out.append("</");
+    out.append(NodeAccess::name(element));
+    out.append('>');
     append_line_end(out, depth);
 }
-
-namespace {
 
 /// Writes an element and everything below it.
 class ElementWriter {
@@ -88,6 +89,7 @@ public:
                 write_child(**current.next++);
             }
         }
+        out.flush();
     }
 
 private:
@@ -101,10 +103,10 @@ private:
     void write_start(const Element& element) {
         const NodeList& children = NodeAccess::children(element);
         if (children.empty()) {
-            element.write_shorthand_tag(out, depth);
+            append_shorthand_tag(out, element, depth);
             return;
         }
-        element.write_opening_tag(out, depth);
+        append_opening_tag(out, element, depth);
         open.push_back({&element, children.begin(), children.end()});
         depth = get_child_depth(depth);
     }
@@ -112,24 +114,50 @@ private:
     void write_child(const Node& child) {
         if (is_plain_element(child)) {
             write_start(static_cast<const Element&>(child));
+        } else if (is_plain_text(child)) {
+            append_text_node(out, static_cast<const TextNode&>(child), depth);
         } else {
-            child.write_to_string(out, depth);
+            child.write_to_string(out.flushed(), depth);
         }
     }
 
     void write_end() {
         if (is_formatted(depth))
             --depth;
-        open.back().element->write_closing_tag(out, depth);
+        append_closing_tag(out, *open.back().element, depth);
         open.pop_back();
     }
 
-    std::string& out;
+    TextBuffer out;
     int depth;  // of what is written next
     std::vector<OpenElement> open;
 };
 
+/// Calls one of the functions above with a buffer for `out`.
+template <typename Append, typename... Arguments>
+void append_buffered(std::string& out, Append append, const Arguments&... arguments) {
+    TextBuffer buffer(out);
+    append(buffer, arguments...);
+    buffer.flush();
+}
+
 }  // namespace
+
+void Attribute::write_to_string(std::string& out, int /*depth*/) const {
+    append_buffered(out, append_attribute, *this);
+}
+
+void Element::write_shorthand_tag(std::string& out, int depth) const {
+    append_buffered(out, append_shorthand_tag, *this, depth);
+}
+
+void Element::write_opening_tag(std::string& out, int depth) const {
+    append_buffered(out, append_opening_tag, *this, depth);
+}
+
+void Element::write_closing_tag(std::string& out, int depth) const {
+    append_buffered(out, append_closing_tag, *this, depth);
+}
 
 void Element::write_to_string(std::string& out, int depth) const {
     ElementWriter(out, depth).write(*this);

@@ -1,5 +1,8 @@
 // Text and its escaping, the only escaping there is.
 
+#include <array>
+#include <cstddef>
+
 #include "dom/NodeAccess.h"
 #include "escape.h"
 #include "layout.h"
@@ -25,38 +28,51 @@ std::string escape_character(char c) {
 
 namespace {
 
-/// Whether `escape_character` changes the byte. The five characters lie between '"' and '>'.
-bool needs_escape(char c) {
-    return c <= '>' && c >= '"' && (c == '<' || c == '&' || c == '>' || c == '"' || c == '\'');
-}
+/// Whether `escape_character` changes a byte. Five comparisons in a row would make up half the cost of writing text.
+struct EscapeTable {
+    std::array<bool, 256> needs_escape = {};
+
+    constexpr EscapeTable() {
+        for (const char c : {'"', '&', '\'', '<', '>'})
+            needs_escape[static_cast<unsigned char>(c)] = true;
+    }
+};
+
+constexpr EscapeTable escape_table;
 
 }  // namespace
 
 // Most text has nothing to escape, so what lies between two escaped characters is appended in one piece.
-void append_escaped(std::string& out, const std::string& text) {
-    std::string::size_type clean = 0;
-    for (std::string::size_type i = 0; i < text.size(); ++i) {
-        if (!needs_escape(text[i]))
+void append_escaped(TextBuffer& out, const std::string& text) {
+    const char* clean = text.data();
+    const char* const end = clean + text.size();
+    for (const char* c = clean; c != end; ++c) {
+        if (!escape_table.needs_escape[static_cast<unsigned char>(*c)])
             continue;
-        out.append(text, clean, i - clean);
-        out += escape_character(text[i]);
-        clean = i + 1;
+        out.append(clean, static_cast<std::size_t>(c - clean));
+        out.append(escape_character(*c));
+        clean = c + 1;
     }
-    out.append(text, clean, std::string::npos);
+    out.append(clean, static_cast<std::size_t>(end - clean));
+}
+
+void append_text_node(TextBuffer& out, const TextNode& node, int depth) {
+    // Deliberate: detached text has no output at all.
+    const Element* parent = node.get_parent();
+    if (parent == nullptr)
+        return;
+    const bool is_inline = !is_formatted(depth) || NodeAccess::children(*parent).size() == 1;
+    if (!is_inline)
+        append_indentation(out, depth);
+    append_escaped(out, NodeAccess::content(node));
+    if (!is_inline)
+        append_line_end(out, depth);
 }
 
 void TextNode::write_to_string(std::string& out, int depth) const {
-    // Deliberate: detached text has no output at all.
-    if (get_parent() == nullptr)
-        return;
-    const bool is_alone = NodeAccess::children(*get_parent()).size() == 1;
-    if (is_formatted(depth) && is_alone) {
-        append_escaped(out, content);
-        return;
-    }
-    append_indentation(out, depth);
-    append_escaped(out, content);
-    append_line_end(out, depth);
+    TextBuffer buffer(out);
+    append_text_node(buffer, *this, depth);
+    buffer.flush();
 }
 
 }  // namespace quxml
