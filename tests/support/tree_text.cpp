@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <stdexcept>
+#include <utility>
 
 #include "quxml/Attribute.h"
 #include "quxml/TextNode.h"
@@ -89,9 +90,8 @@ private:
         const std::size_t end = std::min(line.find_first_of(special, at), line.size());
         if (end == at)
             fail("a name or a value");
-        const std::string taken = line.substr(at, end - at);
-        at = end;
-        return taken;
+        const std::size_t begin = std::exchange(at, end);
+        return line.substr(begin, end - begin);
     }
 
     std::string take_quoted() {
@@ -118,10 +118,11 @@ private:
 
     void take_children(Element& element) {
         do {
-            if (is_next('"'))
+            if (is_next('"')) {
                 element.add_child_text(take_quoted());
-            else
+            } else {
                 take_content(*element.add_child(take_word()));
+            }
         } while (skip(' '));
         expect('}');
     }
@@ -158,6 +159,13 @@ Element* build_child(Element& parent, const std::string& line) {
     reader.take_content(*child);
     reader.expect_end();
     return child;
+}
+
+Element* build_chain(quxml::Document& document, const std::string& name, std::size_t levels) {
+    Element* lowest = document.create_root_node(name);
+    for (std::size_t level = 1; level < levels; ++level)
+        lowest = lowest->add_child(name);
+    return lowest;
 }
 
 }  // namespace quxml_test

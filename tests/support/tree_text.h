@@ -10,6 +10,7 @@
 // or contain a blank, a quote, a backslash, a line feed or one of ( ) { } , = stand in single quotes. Within
 // quotes of both kinds \" \' \\ and \n stand for a quote, a backslash and a line feed.
 
+#include <cstddef>
 #include <string>
 
 #include "quxml/Document.h"
@@ -28,6 +29,10 @@ quxml::Element* build(quxml::Document& document, const std::string& line);
 
 /// The same as a new child of `parent`.
 quxml::Element* build_child(quxml::Element& parent, const std::string& line);
+
+/// Builds a new root with one element below the other, `levels` elements in all.
+/// \return the lowest one.
+quxml::Element* build_chain(quxml::Document& document, const std::string& name, std::size_t levels);
 
 }  // namespace quxml_test
 
