@@ -1,0 +1,216 @@
+// Queries under a global locale whose character classes differ from the ordinary ones: it decides which letters of names
+// count as equal and which characters are trimmed from a path, and it is taken anew at each call.
+
+#include "quxml/Node.h"
+
+#include <array>
+#include <cstddef>
+#include <locale>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "query/query_table.h"
+#include "quxml/quxml.h"
+
+namespace {
+
+using quxml::NodeSet;
+using quxml::XPathHelper;
+using quxml_test::Tree;
+
+/// Makes a locale the global one, and puts the former one back.
+class GlobalLocale {
+public:
+    explicit GlobalLocale(const std::locale& locale) : former(std::locale::global(locale)) {}
+    GlobalLocale(const GlobalLocale&) = delete;
+    GlobalLocale& operator=(const GlobalLocale&) = delete;
+    ~GlobalLocale() { std::locale::global(former); }
+
+private:
+    std::locale former;
+};
+
+/// The facet in the locale that everything starts with.
+std::locale with_facet(std::ctype<char>* facet) {
+    return std::locale(std::locale::classic(), facet);
+}
+
+/// "4" counts as a small "a".
+class FoursAreLetters : public std::ctype<char> {
+protected:
+    using std::ctype<char>::do_toupper;
+    char do_toupper(char c) const override { return c == '4' ? 'A' : std::ctype<char>::do_toupper(c); }
+};
+
+/// Small letters have no capitals.
+class NoCapitals : public std::ctype<char> {
+protected:
+    using std::ctype<char>::do_toupper;
+    char do_toupper(char c) const override { return c; }
+};
+
+/// The capital O with two dots above, in Latin 1, is that of the small one.
+class LatinLetters : public std::ctype<char> {
+protected:
+    using std::ctype<char>::do_toupper;
+    char do_toupper(char c) const override { return c == '\xF6' ? '\xD6' : std::ctype<char>::do_toupper(c); }
+};
+
+/// "_" is white space, and the blank is not.
+class UnderscoresAreSpace : public std::ctype<char> {
+public:
+    UnderscoresAreSpace() : std::ctype<char>(get_table()) {}
+
+private:
+    static const mask* get_table() {
+        static const std::array<mask, table_size> table = create_table();
+        return table.data();
+    }
+
+    static std::array<mask, table_size> create_table() {
+        std::array<mask, table_size> table = {};
+        for (std::size_t i = 0; i < table_size; ++i)
+            table.at(i) = classic_table()[i];
+        table['_'] = space;
+        table[' '] = print;
+        return table;
+    }
+};
+
+const char* const cats = "r{cat(n=1) c4t(n=2) C4T(n=3) CAT(n=4) cbt(n=5) c4ttle(n=6) dog(n=7)}";
+
+std::string exact(const Tree& tree, const std::string& path) {
+    return tree.names(tree.node("#1")->find_exact_match(path));
+}
+
+std::string prefix(const Tree& tree, const std::string& path) {
+    return tree.names(tree.node("#1")->find_substring_match(path));
+}
+
+TEST(GlobalLocaleOfQueries, DecidesWhichLettersOfNamesAreEqual) {
+    const Tree tree(cats);
+    const GlobalLocale changed(with_facet(new FoursAreLetters));
+    EXPECT_EQ(exact(tree, "r/cat"), "1 2 3 4");
+    EXPECT_EQ(exact(tree, "R/c4T"), "1 2 3 4");
+    EXPECT_EQ(exact(tree, "//CaT"), "1 2 3 4");
+    EXPECT_EQ(exact(tree, "r//c4t[1]"), "1 2 3 4");
+    EXPECT_EQ(exact(tree, "r/cat[last()]"), "4");
+}
+
+TEST(GlobalLocaleOfQueries, DecidesWhichBeginningsOfNamesAreEqual) {
+    const Tree tree(cats);
+    const GlobalLocale changed(with_facet(new FoursAreLetters));
+    EXPECT_EQ(prefix(tree, "r/ca"), "1 2 3 4 6");
+    EXPECT_EQ(prefix(tree, "//c4"), "1 2 3 4 6");
+    EXPECT_EQ(prefix(tree, "r/cattle"), "6");
+}
+
+TEST(GlobalLocaleOfQueries, CanMakeNamesDependOnTheirCase) {
+    const Tree tree(cats);
+    const GlobalLocale changed(with_facet(new NoCapitals));
+    EXPECT_EQ(exact(tree, "r/cat"), "1");
+    EXPECT_EQ(exact(tree, "r/CAT"), "4");
+    EXPECT_EQ(exact(tree, "R/cat"), "");
+    EXPECT_EQ(prefix(tree, "r/c4"), "2 6");
+    EXPECT_EQ(prefix(tree, "r/C"), "3 4");
+}
+
+TEST(GlobalLocaleOfQueries, DecidesAboutBytesBeyondAscii) {
+    const Tree tree("r{k\xF6k(n=1) K\xD6K(n=2) k\xF6ken(n=3)}");
+    EXPECT_EQ(exact(tree, "r/k\xF6k"), "1");
+    EXPECT_EQ(prefix(tree, "r/K\xD6"), "2");
+    const GlobalLocale changed(with_facet(new LatinLetters));
+    EXPECT_EQ(exact(tree, "r/k\xF6k"), "1 2");
+    EXPECT_EQ(prefix(tree, "r/K\xD6"), "1 2 3");
+}
+
+TEST(GlobalLocaleOfQueries, IsTakenAnewAtEachCall) {
+    const Tree tree(cats);
+    EXPECT_EQ(exact(tree, "r/cat"), "1 4");
+    {
+        const GlobalLocale changed(with_facet(new FoursAreLetters));
+        EXPECT_EQ(exact(tree, "r/cat"), "1 2 3 4");
+        {
+            const GlobalLocale changed_again(with_facet(new NoCapitals));
+            EXPECT_EQ(exact(tree, "r/cat"), "1");
+        }
+        EXPECT_EQ(prefix(tree, "r/cat"), "1 2 3 4 6");
+    }
+    EXPECT_EQ(exact(tree, "r/cat"), "1 4");
+    EXPECT_EQ(prefix(tree, "r/cat"), "1 4");
+}
+
+TEST(GlobalLocaleOfQueries, DoesNotTouchWhatIsComparedExactly) {
+    const Tree tree("r{cat(n=1,a=a,item=a){a{\"a\"}} cat(n=2,4=4,item=4){4{\"4\"}}}");
+    const GlobalLocale changed(with_facet(new FoursAreLetters));
+    EXPECT_EQ(exact(tree, "r/c4t[@a]"), "1");
+    EXPECT_EQ(exact(tree, "r/c4t[@4='4']"), "2");
+    EXPECT_EQ(exact(tree, "r/c4t[@a='4']"), "");
+    EXPECT_EQ(exact(tree, "r/c4t[a='a']"), "1");
+    EXPECT_EQ(exact(tree, "r/c4t[4]"), "2");
+    EXPECT_EQ(exact(tree, "//c4t[a]"), "1");
+    EXPECT_EQ(exact(tree, "//c4t[4='4']"), "2");
+    EXPECT_EQ(exact(tree, "r/c4t[position()=1]"), "1");
+}
+
+TEST(GlobalLocaleOfQueries, DecidesWhatIsTrimmedFromAPath) {
+    const Tree tree("_r{a(n=a)}");
+    const Tree other("r{a(n=a) ' '(n=blank)}");
+    EXPECT_EQ(exact(tree, " _r/a "), "a");
+    EXPECT_EQ(exact(other, "_r/a_"), "");
+    const GlobalLocale changed(with_facet(new UnderscoresAreSpace));
+    EXPECT_EQ(exact(tree, "_r/a"), "");
+    EXPECT_EQ(exact(other, "__r/a_"), "a");
+    EXPECT_EQ(prefix(other, "\t_/r/a_\n"), "a");
+    EXPECT_EQ(exact(other, " r/a"), "");
+    EXPECT_EQ(exact(other, "r/ "), "blank") << "a blank is a name like others now";
+    EXPECT_EQ(exact(other, "_//a"), "a");
+    EXPECT_EQ(exact(other, "r/_"), "a blank") << "an empty last step";
+}
+
+TEST(GlobalLocaleOfQueries, DecidesWhichPathsAreWhiteSpaceOnly) {
+    const Tree tree("r{a(n=a)}");
+    const XPathHelper helper(
+        [](const std::string& name, const std::string& name_test) { return name == name_test; });
+    EXPECT_EQ(tree.names(helper.find(tree.node("#1"), "r/a")), "a");
+    EXPECT_EQ(tree.names(helper.find(tree.node("#1"), "___")), "a") << "the results that are held";
+    const GlobalLocale changed(with_facet(new UnderscoresAreSpace));
+    EXPECT_EQ(tree.names(helper.find(tree.node("#1"), "___")), "");
+    EXPECT_EQ(tree.names(helper.find(tree.node("#1"), " ")), "a") << "the results that are held";
+}
+
+TEST(GlobalLocaleOfQueries, DoesNotTouchNumbersAndQuotes) {
+    const Tree tree("r{a(n=1,x=v) a(n=2,x=w){b{\"v\"}}}");
+    const GlobalLocale changed(with_facet(new UnderscoresAreSpace));
+    EXPECT_EQ(exact(tree, "r/a[position()= 2]"), "2");
+    EXPECT_EQ(exact(tree, "r/a[last() -1]"), "1");
+    EXPECT_EQ(exact(tree, "r/a[@x='v']"), "1");
+    EXPECT_EQ(exact(tree, "r/a[@x='v'_]"), "");
+    EXPECT_EQ(exact(tree, "r/a[b='v']"), "2");
+    EXPECT_EQ(tree.outcome([&] { return tree.node("#1")->find_exact_match("r/a[position()=_2]"); }),
+              quxml_test::not_a_number);
+}
+
+TEST(GlobalLocaleOfQueries, IsLeftAsItWas) {
+    const Tree tree(cats);
+    const std::locale own = with_facet(new FoursAreLetters);
+    const GlobalLocale changed(own);
+    exact(tree, "r/cat");
+    EXPECT_EQ(tree.outcome([&] { return tree.node("#1")->find_exact_match("r/a[x==y]"); }),
+              quxml_test::one_equals_sign);
+    EXPECT_EQ(std::locale(), own);
+}
+
+TEST(GlobalLocaleOfQueries, TheSlowEngineAgrees) {
+    const Tree tree(cats);
+    const GlobalLocale changed(with_facet(new FoursAreLetters));
+    quxml::Node* const root = tree.node("#1");
+    for (const char* path : {"r/cat", "r/c4", "//C4T", "r/ca", "r//*[1]", "r/d0g", " r/cat "}) {
+        EXPECT_EQ(root->find_exact_match(path), quxml_test::slow_find_exact_match(root, path)) << path;
+        EXPECT_EQ(root->find_substring_match(path), quxml_test::slow_find_substring_match(root, path))
+            << path;
+    }
+}
+
+}  // namespace
