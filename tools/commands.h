@@ -1,0 +1,24 @@
+#ifndef QUXML_TOOLS_COMMANDS_H
+#define QUXML_TOOLS_COMMANDS_H
+
+#include <functional>
+
+#include "exit_codes.h"
+
+namespace CLI {
+class App;
+}  // namespace CLI
+
+namespace tool {
+
+/// Does the work of a command once the whole command line has been understood.
+using Action = std::function<ExitCode()>;
+
+// Each of these adds one command, in a file of its own. Reading a command line that names the command sets
+// `action`.
+void add_format(CLI::App& app, Action& action);
+void add_query(CLI::App& app, Action& action);
+
+}  // namespace tool
+
+#endif

@@ -1,0 +1,80 @@
+#include "input.h"
+
+#include <quxml/DomParserError.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <system_error>
+
+#include "Failure.h"
+
+namespace tool {
+
+namespace {
+
+constexpr std::size_t block_size = 65536;
+
+struct FileCloser {
+    // A file that was only read has nothing to lose when closing fails. Standard input is left open.
+    void operator()(std::FILE* file) const {
+        if (file != stdin)
+            static_cast<void>(std::fclose(file));
+    }
+};
+
+using OpenFile = std::unique_ptr<std::FILE, FileCloser>;
+
+Failure read_failure(const std::string& file) {
+    return {ExitCode::io, name_of(file) + ": " + std::generic_category().message(errno)};
+}
+
+OpenFile open(const std::string& file) {
+    if (file == standard_input)
+        return OpenFile(stdin);
+    OpenFile opened(std::fopen(file.c_str(), "rbe"));
+    if (!opened)
+        throw read_failure(file);
+    return opened;
+}
+
+// libxml2 tells of exhausted memory as of an error in the text: with its code 2 or, when there is no memory left
+// even for a description, without one.
+bool is_out_of_memory(const std::string& message) {
+    return message.rfind(" (error code: ", 0) == 0 || message.find(" (error code: 2) ") != std::string::npos;
+}
+
+Failure parse_failure(const std::string& file, const quxml::DomParserError& error) {
+    const std::string message = error.what();
+    if (is_out_of_memory(message))
+        return {ExitCode::io, name_of(file) + ": out of memory"};
+    return {ExitCode::malformed, name_of(file) + ": " + message};
+}
+
+}  // namespace
+
+std::string name_of(const std::string& file) {
+    return file == standard_input ? "standard input" : file;
+}
+
+std::string read_text(const std::string& file) {
+    const OpenFile opened = open(file);
+    std::string text;
+    std::array<char, block_size> block{};
+    while (const std::size_t count = std::fread(block.data(), 1, block.size(), opened.get()))
+        text.append(block.data(), count);
+    if (std::ferror(opened.get()) != 0)
+        throw read_failure(file);
+    return text;
+}
+
+std::shared_ptr<quxml::Document> read_document(const std::string& file, bool keep_sorted) {
+    const std::string text = read_text(file);
+    try {
+        return quxml::from_string(text, keep_sorted);
+    } catch (const quxml::DomParserError& error) {
+        throw parse_failure(file, error);
+    }
+}
+
+}  // namespace tool

@@ -1,0 +1,84 @@
+#include <quxml/version.h>
+
+#include <CLI/CLI.hpp>
+#include <csignal>
+#include <exception>
+#include <iostream>
+#include <new>
+#include <sstream>
+#include <string>
+
+#include "Failure.h"
+#include "commands.h"
+#include "output.h"
+
+namespace tool {
+
+namespace {
+
+constexpr const char* help_on_exit_codes =
+    "Exit codes:\n"
+    "  0  done, or at least one match\n"
+    "  1  no match\n"
+    "  2  the command line can not be understood\n"
+    "  3  the document is not well-formed XML, or can not be sorted\n"
+    "  4  the path can not be understood\n"
+    "  5  reading, writing or memory failed";
+
+std::string get_version() {
+    return "quxml " + std::to_string(QUXML_VERSION_MAJOR) + '.' + std::to_string(QUXML_VERSION_MINOR) + '.' +
+           std::to_string(QUXML_VERSION_PATCH);
+}
+
+// Answers --help and --version, and refuses everything that can not be understood.
+ExitCode answer(const CLI::App& app, const CLI::ParseError& error) {
+    std::ostringstream out;
+    std::ostringstream complaint;
+    if (app.exit(error, out, complaint) != 0)
+        throw Failure(ExitCode::usage, std::string(error.what()) + "\nquxml --help tells more.");
+    std::string text = out.str();
+    write_output(text);
+    return ExitCode::done;
+}
+
+ExitCode run(int argc, const char* const* argv) {
+    CLI::App app("Formats and queries XML documents.", "quxml");
+    Action action;
+    app.set_version_flag("--version", get_version(), "Write the version and exit");
+    app.set_help_flag("-h,--help", "Write this help and exit");
+    app.require_subcommand(1);
+    app.footer(help_on_exit_codes);
+    add_format(app, action);
+    add_query(app, action);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return answer(app, error);
+    }
+    return action();
+}
+
+int fail(ExitCode code, const std::string& message) {
+    std::cerr << "quxml: " << message << '\n';
+    return static_cast<int>(code);
+}
+
+}  // namespace
+
+}  // namespace tool
+
+int main(int argc, char** argv) {
+    // A closed pipe then shows as an error of the write, which ends the program quietly.
+    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
+    try {
+        const tool::ExitCode code = tool::run(argc, argv);
+        tool::close_output();
+        return static_cast<int>(code);
+    } catch (const tool::Failure& failure) {
+        return tool::fail(failure.get_code(), failure.what());
+    } catch (const std::bad_alloc&) {
+        return tool::fail(tool::ExitCode::io, "out of memory");
+    } catch (const std::exception& error) {
+        return tool::fail(tool::ExitCode::io, error.what());
+    }
+}

@@ -1,0 +1,19 @@
+#ifndef QUXML_TOOLS_OUTPUT_H
+#define QUXML_TOOLS_OUTPUT_H
+
+#include <string>
+
+namespace tool {
+
+/// Writes `text` to standard output and empties it.
+/// \return false if nobody reads any more (a closed pipe): more output is pointless, and nobody has to be
+/// told. \throws Failure  (io) if it can not be written, on a full disk for example.
+bool write_output(std::string& text);
+
+/// Closes standard output; some file systems tell only then that writing failed.
+/// \throws Failure  (io) in that case.
+void close_output();
+
+}  // namespace tool
+
+#endif
