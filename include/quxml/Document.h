@@ -83,8 +83,10 @@ private:
 /// \param keep_sorted for the new document: its children are then in sorted order, not in the order of the
 ///     text.
 /// \return the document; shared ownership, never null.
-/// \throws DomParserError if the text is not well-formed XML, with libxml2's last error, its code, line and
-///     column; "Empty document." if it has no bytes, "Document too large." if it has too many.
+/// \throws DomParserError if libxml2 can not read the text: it is not well-formed, its encoding is not known,
+///     it exceeds libxml2's limits of depth and size, or libxml2 runs out of memory. The message has the last
+///     error of libxml2 with its code, line and column. "Empty document." if the text has no bytes,
+///     "Document too large." if it has too many.
 /// \throws std::bad_alloc nothing is left behind.
 QUXML_EXPORT std::shared_ptr<Document> from_string(const std::string& text, bool keep_sorted);
 

@@ -8,8 +8,10 @@
 
 namespace quxml {
 
-/// Thrown by `from_string` for text that can not be read. The message is libxml2's description followed by "
-/// (error code: C) at line L, column N", with lines and columns counted as libxml2 counts them, from 1.
+/// Thrown by `from_string` for text that can not be read. The message is "Empty document.",
+/// "Document too large.", or libxml2's description followed by
+/// " (error code: C) at line L, column N", lines and columns as libxml2 counts them, from 1; 0 where it does
+/// not tell.
 class QUXML_EXPORT DomParserError : public std::exception {
 public:
     explicit DomParserError(const std::string& message);

@@ -34,7 +34,7 @@ struct FreeXmlDoc {
 /// libxml2's tree, freed on every path.
 using XmlDocPtr = std::unique_ptr<xmlDoc, FreeXmlDoc>;
 
-extern "C" void silent_error_handler(void* /*context*/, const char* /*format*/, ...) {}
+void silent_error_handler(void* /*context*/, const char* /*format*/, ...) {}
 
 /// Keeps libxml2 from printing; errors are still recorded.
 void silence_libxml2() {
@@ -102,9 +102,10 @@ struct OpenElement {
 
 /// Deliberate: the prefix of a name is not looked at, and of a value only the first piece is.
 void convert_attributes(Element& element, const xmlAttr* first) {
+    AttributeFilling filling(element);
     for (const xmlAttr* attribute = first; attribute != nullptr; attribute = attribute->next) {
         const xmlChar* value = attribute->children == nullptr ? nullptr : attribute->children->content;
-        element.set_attribute(string_from_xml(attribute->name), string_from_xml(value));
+        filling.set_attribute(string_from_xml(attribute->name), string_from_xml(value));
     }
 }
 
