@@ -32,8 +32,11 @@ using NodeSet = std::set<Node*>;
 /// \par Threads
 /// Trees that share no node may be used on different threads at once; one tree may not.
 /// \par Depth
-/// No operation of the library recurses with the depth of a tree. While a node is being destroyed, a
-/// destructor of a derived class still finds the node's own children, but neither parent nor siblings.
+/// No operation of the library recurses with the depth of a tree. Only nested nodes of derived classes that
+/// are written or copied take one call each, since each is asked to write or copy itself.
+/// \par Derived classes
+/// A destructor of a derived class still finds the node's own children. It must not look at parent or
+/// siblings: those pointers may be null or lead anywhere, to the node itself included.
 class QUXML_EXPORT Node {
 public:
     /// A free-standing node: empty name, no parent, no siblings, no children, not kept sorted.
@@ -132,10 +135,11 @@ public:
     void insert_node(Node* node, NodeList::iterator position);
 
     /// Unlinks `child` and destroys it with everything below it.
-    /// \param child a child of this node. Membership is not checked: any other node is unlinked from its
-    ///     siblings and destroyed while its real parent still lists it.
-    /// \throws std::invalid_argument "Can not remove nullptr pointer from Node" if `child` is null, else "Can
-    ///     not remove when Node has no children"; the tree is unchanged.
+    /// \param child a child of this node. Membership is not checked, and removing any other node leaves a
+    ///     tree that can not be used: the node is destroyed while its real parent still lists it.
+    /// \throws std::invalid_argument
+    ///     "Can not remove nullptr pointer from Node" if `child` is null, else
+    ///     "Can not remove when Node has no children"; the tree is unchanged.
     /// \par Invalidates
     /// every pointer to the child or into its subtree, nothing else.
     /// \par Complexity
@@ -150,8 +154,8 @@ public:
     void set_child_first(Node* child);
 
     /// Copies `node` into this element; see `get_deep_copy_of_node`.
-    /// \param node borrowed, not null. Neither this node nor one of its ancestors: copying a node into itself
-    ///     does not end.
+    /// \param node borrowed, not null; must not change meanwhile. Neither this node nor one of its ancestors:
+    ///     copying a node into itself does not end.
     /// \return the copy, borrowed; or, for an attribute that this element already has, that attribute with
     ///     its new value.
     Node* import_node(const Node* node, bool deep);
@@ -173,6 +177,7 @@ public:
 
     /// `sort_children` on this node, then on everything below it, parents first.
     /// \throws std::out_of_range as `sort_children`; the nodes that had been sorted stay sorted.
+    /// \throws std::bad_alloc likewise.
     void sort_children_recursively();
 
     /// The leading part of `path` that ends at this node, spelled as the tree spells it, for example

@@ -15,7 +15,7 @@ Element::~Element() {
         delete attribute;
 }
 
-const Attribute* find_attribute(const Element& element, const std::string& name) noexcept {
+const Attribute* find_attribute(const Element& element, std::string_view name) noexcept {
     for (const Attribute* attribute : NodeAccess::attributes(element)) {
         if (NodeAccess::name(*attribute) == name)
             return attribute;

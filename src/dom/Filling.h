@@ -1,8 +1,11 @@
 #ifndef QUXML_DOM_FILLING_H
 #define QUXML_DOM_FILLING_H
 
+#include <map>
 #include <string>
+#include <string_view>
 
+#include "quxml/Attribute.h"
 #include "quxml/Element.h"
 
 namespace quxml {
@@ -31,13 +34,30 @@ public:
     Element* add_element(std::string name, bool keep_sorted);
 
     /// Puts the children in their order now. From here on each new one is linked at its sorted place, so that
-    /// anything may be added to the element.
+    /// anybody may look at the element and add to it.
     void settle() noexcept;
 
 private:
+    void link(NodeList& entry, const std::string& name);
+
     Element& parent;
-    bool appending;  // kept sorted, and new elements are appended out of order
-    bool in_order;
+    bool is_appending;  // kept sorted, and new elements are appended out of order
+    bool is_in_order;
+};
+
+/// Gives attributes to an element that has none yet, as `Element::set_attribute` does for each, but without
+/// comparing each name with all the others: beyond a few attributes the names are looked up in an index.
+class AttributeFilling {
+public:
+    explicit AttributeFilling(Element& new_element) : element(new_element) {}
+
+    void set_attribute(std::string name, std::string value);
+
+private:
+    Attribute* find(const std::string& name);
+
+    Element& element;
+    std::map<std::string_view, Attribute*> index;  // of every attribute; empty as long as there are few
 };
 
 }  // namespace quxml

@@ -5,6 +5,7 @@
 // public interface return copies, which suits users and would cost the library a copy for every look.
 
 #include <string>
+#include <string_view>
 #include <typeinfo>
 
 #include "quxml/Attribute.h"
@@ -21,9 +22,9 @@ struct NodeAccess {
     static std::string& name(Node& node) { return node.name; }
     static bool keep_sorted(const Node& node) { return node.keep_sorted; }
     static const AttributeList& attributes(const Element& element) { return element.attributes; }
-    static AttributeList& attributes(Element& element) { return element.attributes; }
     static const std::string& value(const Attribute& attribute) { return attribute.value; }
     static std::string& value(Attribute& attribute) { return attribute.value; }
+    static AttributeList& attributes(Element& element) { return element.attributes; }
     static const std::string& content(const TextNode& text) { return text.content; }
 
     /// Links the only entry of `entry` as the last child. Never fails: the entry has been allocated before.
@@ -63,7 +64,7 @@ inline const TextNode* as_text(const Node* node) {
 }
 
 /// The element's attribute of exactly this name, or null.
-const Attribute* find_attribute(const Element& element, const std::string& name) noexcept;
+const Attribute* find_attribute(const Element& element, std::string_view name) noexcept;
 
 /// The first child that is text, or null.
 const TextNode* first_text(const Node& node) noexcept;

@@ -4,8 +4,10 @@
 // copy and the source's next child. Only elements and texts of the library's own classes are handled that
 // way; a node of a derived class is asked to copy itself.
 
+#include <algorithm>
+#include <cstddef>
 #include <deque>
-#include <utility>
+#include <memory>
 
 #include "Filling.h"
 #include "NodeAccess.h"
@@ -30,36 +32,59 @@ struct OpenElement {
 };
 
 void copy_attributes(const Element& source, Element& copy) {
-    for (const Attribute* attribute : NodeAccess::attributes(source)) {
-        copy.set_attribute(NodeAccess::name(*attribute), NodeAccess::value(*attribute));
-    }
+    AttributeFilling filling(copy);
+    for (const Attribute* attribute : NodeAccess::attributes(source))
+        filling.set_attribute(NodeAccess::name(*attribute), NodeAccess::value(*attribute));
 }
 
-/// Copies attributes and everything below `source` into `copy`, which has no children.
-void copy_content(const Element& source, Element& copy) {
-    std::deque<OpenElement> open;
-    copy_attributes(source, copy);
-    open.emplace_back(source, copy);
-    while (!open.empty()) {
-        OpenElement& current = open.back();
-        if (current.next == current.children.end()) {
-            open.pop_back();
-            continue;
-        }
-        const Node& child = **current.next++;
-        if (is_plain_element(child)) {
-            const auto& element = static_cast<const Element&>(child);
-            Element* child_copy =
-                current.filling.add_element(NodeAccess::name(child), NodeAccess::keep_sorted(child));
-            copy_attributes(element, *child_copy);
-            open.emplace_back(element, *child_copy);
-        } else {
-            if (!is_plain_text(child))
-                current.filling.settle();
-            current.copy.import_node(&child, true);
+/// Copies an element's attributes and everything below it into an element that has neither attributes nor
+/// children.
+class ContentCopier {
+public:
+    void copy(const Element& source, Element& new_element) {
+        open_element(source, new_element);
+        while (!open.empty()) {
+            OpenElement& current = open.back();
+            if (current.next == current.children.end()) {
+                close_element();
+            } else {
+                copy_child(**current.next++, current);
+            }
         }
     }
-}
+
+private:
+    void open_element(const Element& source, Element& new_element) {
+        copy_attributes(source, new_element);
+        open.emplace_back(source, new_element);
+    }
+
+    void close_element() {
+        open.pop_back();
+        settled = std::min(settled, open.size());
+    }
+
+    void copy_child(const Node& child, OpenElement& current) {
+        if (is_plain_element(child)) {
+            const auto& element = static_cast<const Element&>(child);
+            open_element(element, *current.filling.add_element(NodeAccess::name(child),
+                                                               NodeAccess::keep_sorted(child)));
+            return;
+        }
+        if (!is_plain_text(child))
+            settle_all();
+        current.copy.import_node(&child, true);
+    }
+
+    /// A derived class may look at everything above the copy it makes, and add to it.
+    void settle_all() {
+        for (; settled < open.size(); ++settled)
+            open[settled].filling.settle();
+    }
+
+    std::deque<OpenElement> open;
+    std::size_t settled = 0;  // how many of the open elements, from the first on, have been settled
+};
 
 }  // namespace
 
@@ -72,7 +97,7 @@ Node* Element::get_deep_copy_of_node(bool deep, Element* new_parent) const {
     new_parent->add_new_node(copy.get());
     Element* linked = copy.release();
     if (deep)
-        copy_content(*this, *linked);
+        ContentCopier().copy(*this, *linked);
     return linked;
 }
 
@@ -87,7 +112,7 @@ Node* TextNode::get_deep_copy_of_node(bool /*deep*/, Element* new_parent) const 
 Element* Document::create_root_node_by_import(const Element* source, bool deep) {
     create_root_node(source->get_name());
     if (deep)
-        copy_content(*source, *root);
+        ContentCopier().copy(*source, *root);
     return root;
 }
 

@@ -1,19 +1,16 @@
 #ifndef QUXML_DOM_INTEGER_H
 #define QUXML_DOM_INTEGER_H
 
+#include <optional>
 #include <string>
 
 namespace quxml {
 
-/// What `std::stoi` makes of a text, without its exceptions: leading white space is skipped, a sign is
-/// allowed, and whatever follows the digits is ignored.
-struct Integer {
-    enum Kind { none, fits, out_of_range };
-    Kind kind;
-    int value;  // 0 unless the number fits
-};
-
-Integer read_integer(const std::string& text) noexcept;
+/// The number that a text begins with, as `std::stoi` reads it: leading white space is skipped, a sign is
+/// allowed, and whatever follows the digits is ignored. Nothing if there is no number, which costs no
+/// exception.
+/// \throws std::out_of_range ("stoi") if the number is beyond the range of `int`.
+std::optional<int> read_integer(const std::string& text);
 
 }  // namespace quxml
 

@@ -9,7 +9,7 @@
 #include "ordering.h"
 
 #include <algorithm>
-#include <stdexcept>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,24 +19,6 @@
 namespace quxml {
 
 namespace {
-
-/// The value of the attribute "item"; null if it is absent or empty, which is the same to the order.
-const std::string* find_item(const Element& element) {
-    for (const Attribute* attribute : NodeAccess::attributes(element)) {
-        if (NodeAccess::name(*attribute) != "item")
-            continue;
-        const std::string& value = NodeAccess::value(*attribute);
-        return value.empty() ? nullptr : &value;
-    }
-    return nullptr;
-}
-
-Integer read_item(const std::string& item) {
-    const Integer number = read_integer(item);
-    if (number.kind == Integer::out_of_range)
-        throw std::out_of_range("stoi");
-    return number;
-}
 
 /// What the order looks at in one node, each thing read when it is first needed and then kept.
 class SortKey {
@@ -56,22 +38,26 @@ private:
     /// Deliberate: the first item is read before the second is looked at, so an item that is no number leads
     /// to the comparison as text even if the other one is beyond the range of `int`.
     bool is_item_before(SortKey& other) {
-        if (get_number().kind == Integer::fits && other.get_number().kind == Integer::fits) {
-            return number.value < other.number.value;
-        }
+        if (get_number() && other.get_number())
+            return *number < *other.number;
         return *item < *other.item;
     }
 
+    /// Null if the item is absent or empty, which is the same to the order.
     const std::string* get_item() {
-        if (!has_item)
-            item = find_item(*element);
-        has_item = true;
+        if (!has_item) {
+            const Attribute* attribute = find_attribute(*element, "item");
+            if (attribute != nullptr && !NodeAccess::value(*attribute).empty())
+                item = &NodeAccess::value(*attribute);
+            has_item = true;
+        }
         return item;
     }
 
-    const Integer& get_number() {
+    /// \throws std::out_of_range ("stoi")
+    const std::optional<int>& get_number() {
         if (!has_number)
-            number = read_item(*get_item());
+            number = read_integer(*get_item());
         has_number = true;
         return number;
     }
@@ -79,7 +65,7 @@ private:
     const std::string* name;
     const Element* element;
     const std::string* item = nullptr;
-    Integer number = {Integer::none, 0};
+    std::optional<int> number;
     bool has_item = false;
     bool has_number = false;
 };
