@@ -1,6 +1,5 @@
 #include "Predicate.h"
 
-#include <stdexcept>
 #include <utility>
 
 #include "dom/integer.h"
@@ -52,13 +51,10 @@ const NameAndValue& Predicate::get_pair() {
 }
 
 void Predicate::filter_by_item_or_literal(Candidates& nodes) const {
-    switch (read_integer(text).kind) {
-        case Integer::none:
-            return keep_with_literal(text, nodes);
-        case Integer::fits:
-            return keep_item(text, nodes);
-        case Integer::out_of_range:
-            throw std::out_of_range("stoi");
+    if (read_integer(text)) {
+        keep_item(text, nodes);
+    } else {
+        keep_with_literal(text, nodes);
     }
 }
 

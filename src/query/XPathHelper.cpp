@@ -1,25 +1,9 @@
-// The path-query engine as its users see it. The language:
+// The path-query engine as its users see it. `XPathHelper.h` has the language.
 //
-//     path        what it selects, from a start node
-//     s1/s2/s3    s1 tests the start node; s2 selects among its children, s3 among theirs
-//     /s1/s2      the same
-//     //s1/s2     s1 is searched for in the start node and everything below it
-//     s1//s2      s2 is searched for below the nodes that s1 selects
-//     s1/         all children of the nodes that s1 selects
-//
-// A step is a name test or "*", and predicates in brackets. A query takes its path apart once: `Walk` goes
-// from node to node, `Step` holds one step, `Predicate` one predicate of the list filter, `NodePredicate` the
-// one predicate of the single-node test; `positions` and `values` have the rules. The operations below that
-// take a step or a predicate as text are thin: they take it apart and apply the same rule.
-//
-//     list filter: a step that selects among children    single-node test: the first step, and a step behind
-//     "//" every predicate, each on what the last one left    only the first predicate, one node at a time
-//     [last()] [last()-1] [position()<3]                 no meaning by position: compared with the item as
-//     text [2] items; [1] elements without one too            [2] items; an element without one counts as
-//     item "1"
-//     [@key] [@key='value'], quotes removed              [@key] [@key =value], taken as it stands
-//     [child='text'], quotes removed                     the same
-//     [text]: a lone node with that text                 compared with the item
+// A query takes its path apart once. `Walk` goes from node to node, `Step` holds one step, `Predicate` one
+// predicate of the list filter and `NodePredicate` the one predicate of the single-node test; `positions` and
+// `values` have the rules, `names` the comparators. The operations below that take a step, a predicate or a
+// part of one as text are thin: they take it apart and apply the same rule.
 
 #include "quxml/XPathHelper.h"
 
@@ -71,7 +55,11 @@ bool XPathHelper::run(Node* node, std::string path) const {
     if (steps.front().empty())
         steps.pop_front();
     Walk walk(comparator, std::move(steps), results);
-    is_search ? walk.search_from(node) : walk.start_at(node);
+    if (is_search) {
+        walk.search_from(node);
+    } else {
+        walk.start_at(node);
+    }
     return true;
 }
 

@@ -9,14 +9,14 @@
 namespace quxml {
 
 NodeSet Node::find_exact_match(const std::string& path) {
-    const XPathHelper helper{EqualsIgnoringCase()};
+    XPathHelper helper{EqualsIgnoringCase()};
     helper.run(this, path);
     return std::move(helper.results);
 }
 
 // Deliberate: a prefix of the name, not a substring.
 NodeSet Node::find_substring_match(const std::string& path) {
-    const XPathHelper helper{BeginsIgnoringCase()};
+    XPathHelper helper{BeginsIgnoringCase()};
     helper.run(this, path);
     return std::move(helper.results);
 }

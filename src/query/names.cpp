@@ -1,14 +1,9 @@
 #include "names.h"
 
-namespace quxml {
+#include <boost/algorithm/string/predicate.hpp>
+#include <functional>
 
-bool CaseFold::is_same(const std::string& a, const std::string& b, std::size_t length) const {
-    for (std::size_t i = 0; i < length; ++i) {
-        if (a[i] != b[i] && fold(a[i]) != fold(b[i]))
-            return false;
-    }
-    return true;
-}
+namespace quxml {
 
 char CaseFold::fold(char c) const {
     const auto byte = static_cast<unsigned char>(c);
@@ -20,11 +15,11 @@ char CaseFold::fold(char c) const {
 }
 
 bool EqualsIgnoringCase::operator()(const std::string& name, const std::string& name_test) const {
-    return name.size() == name_test.size() && fold.is_same(name, name_test, name_test.size());
+    return name.size() == name_test.size() && boost::algorithm::equals(name, name_test, std::cref(fold));
 }
 
 bool BeginsIgnoringCase::operator()(const std::string& name, const std::string& name_test) const {
-    return name.size() >= name_test.size() && fold.is_same(name, name_test, name_test.size());
+    return boost::algorithm::starts_with(name, name_test, std::cref(fold));
 }
 
 }  // namespace quxml

@@ -1,5 +1,7 @@
 #include "values.h"
 
+#include <boost/algorithm/string/classification.hpp>
+#include <boost/algorithm/string/trim.hpp>
 #include <cstddef>
 #include <stdexcept>
 
@@ -8,11 +10,7 @@
 namespace quxml {
 
 std::string trim_quotes(const std::string& text) {
-    const char* const quotes = "\"'";
-    const std::size_t first = text.find_first_not_of(quotes);
-    if (first == std::string::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(quotes) - first + 1);
+    return boost::algorithm::trim_copy_if(text, boost::algorithm::is_any_of("\"'"));
 }
 
 NameAndValue read_attribute_pair(const std::string& query) {
@@ -64,7 +62,7 @@ void keep_with_child_value(const NameAndValue& child, Candidates& nodes) {
 
 void keep_with_literal(const std::string& literal, Candidates& nodes) {
     const bool is_kept =
-        nodes.size() == 1 &&
+        nodes.size() == 1 && nodes.front() != nullptr &&
         has_child_value(nodes.front()->get_parent(), NodeAccess::name(*nodes.front()), trim_quotes(literal));
     if (!is_kept)
         nodes.clear();
@@ -90,7 +88,7 @@ bool ElementTest::accepts(const Element& element) const {
     if (kind == item_equals) {
         // Deliberate: an element without an item counts as item "1".
         const Attribute* item = find_attribute(element, "item");
-        return value == (item == nullptr ? "1" : NodeAccess::value(*item));
+        return item == nullptr ? value == "1" : NodeAccess::value(*item) == value;
     }
     const Attribute* attribute = find_attribute(element, name);
     return attribute != nullptr && (kind == has_attribute || NodeAccess::value(*attribute) == value);
