@@ -8,8 +8,8 @@
 
 namespace quxml {
 
-/// Gathers the many small pieces of XML text and appends them to a string in few large ones, which takes less than half
-/// the time of appending each.
+/// Gathers the many small pieces of XML text and appends them to a string in few large ones, which takes less
+/// than half the time of appending each.
 class TextBuffer {
 public:
     explicit TextBuffer(std::string& text) : out(text) {}
@@ -39,8 +39,8 @@ public:
         append(literal, Size - 1);
     }
 
-    /// Appends what has been gathered. To be called at the end, and before anybody else appends to the string; what was
-    /// not flushed when an exception leaves has not been written.
+    /// Appends what has been gathered. To be called at the end, and before anybody else appends to the
+    /// string; what was not flushed when an exception leaves has not been written.
     void flush() {
         out.append(buffer.data(), size);
         size = 0;

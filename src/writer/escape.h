@@ -11,9 +11,6 @@ namespace quxml {
 /// One byte of text as XML character data: an entity reference for `& < > " '`, else the byte itself.
 std::string escape_character(char c);
 
-/// Appends `text` as XML character data, byte by byte: an "&" that already begins a reference is escaped as any other.
-void append_escaped(TextBuffer& out, const std::string& text);
-
 /// Appends a text node in its place, see `TextNode::write_to_string`.
 void append_text_node(TextBuffer& out, const TextNode& node, int depth);
 

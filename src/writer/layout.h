@@ -1,8 +1,8 @@
 #ifndef QUXML_WRITER_LAYOUT_H
 #define QUXML_WRITER_LAYOUT_H
 
-// The two layouts in one number, the depth: negative for compact text, which has no white space of its own, and n >= 0
-// for formatted text at nesting level n, which has an element a line and two spaces a level.
+// The two layouts in one number, the depth: negative for compact text, which has no white space of its own,
+// and n >= 0 for formatted text at nesting level n, which has an element a line and two spaces a level.
 
 #include <cstddef>
 

@@ -28,7 +28,8 @@ std::string escape_character(char c) {
 
 namespace {
 
-/// Whether `escape_character` changes a byte. Five comparisons in a row would make up half the cost of writing text.
+/// Whether `escape_character` changes a byte. Five comparisons in a row would make up half the cost of
+/// writing text.
 struct EscapeTable {
     std::array<bool, 256> needs_escape = {};
 
@@ -40,9 +41,8 @@ struct EscapeTable {
 
 constexpr EscapeTable escape_table;
 
-}  // namespace
-
-// Most text has nothing to escape, so what lies between two escaped characters is appended in one piece.
+/// Byte by byte: an "&" that already begins a reference is escaped as any other. Most text has nothing to
+/// escape, so what lies between two escaped characters is appended in one piece.
 void append_escaped(TextBuffer& out, const std::string& text) {
     const char* clean = text.data();
     const char* const end = clean + text.size();
@@ -55,6 +55,8 @@ void append_escaped(TextBuffer& out, const std::string& text) {
     }
     out.append(clean, static_cast<std::size_t>(end - clean));
 }
+
+}  // namespace
 
 void append_text_node(TextBuffer& out, const TextNode& node, int depth) {
     // Deliberate: detached text has no output at all.
