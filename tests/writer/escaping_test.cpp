@@ -1,0 +1,237 @@
+// Covers text: the escaping of its bytes, and its place in both layouts.
+
+#include "writer/escape.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <map>
+#include <string>
+
+#include "quxml/Document.h"
+#include "quxml/Element.h"
+#include "quxml/TextNode.h"
+#include "support/tree_text.h"
+
+namespace {
+
+using quxml::Document;
+using quxml::Element;
+using quxml::escape_character;
+using quxml::Node;
+using quxml::TextNode;
+using quxml_test::build;
+
+/// What stands for the byte in text.
+std::string escaped(int byte) {
+    static const std::map<int, std::string> entities = {
+        {34, "&quot;"}, {38, "&amp;"}, {39, "&apos;"}, {60, "&lt;"}, {62, "&gt;"}};
+    const auto entity = entities.find(byte);
+    return entity == entities.end() ? std::string(1, static_cast<char>(byte)) : entity->second;
+}
+
+std::string write(const Node& node, int depth) {
+    std::string out;
+    node.write_to_string(out, depth);
+    return out;
+}
+
+/// The text as the only child of an element.
+std::string write_alone(const std::string& content, int depth) {
+    Element element("p", nullptr, false);
+    return write(*element.add_child_text(content), depth);
+}
+
+TEST(EscapeCharacter, KnowsFiveEntities) {
+    EXPECT_EQ(escape_character('"'), "&quot;");
+    EXPECT_EQ(escape_character('&'), "&amp;");
+    EXPECT_EQ(escape_character('\''), "&apos;");
+    EXPECT_EQ(escape_character('<'), "&lt;");
+    EXPECT_EQ(escape_character('>'), "&gt;");
+}
+
+TEST(EscapeCharacter, LeavesEachOfTheOther251BytesAsItIs) {
+    int unchanged = 0;
+    for (int byte = 0; byte < 256; ++byte) {
+        SCOPED_TRACE(byte);
+        const std::string result = escape_character(static_cast<char>(byte));
+        EXPECT_EQ(result, escaped(byte));
+        if (result == std::string(1, static_cast<char>(byte)))
+            ++unchanged;
+    }
+    EXPECT_EQ(unchanged, 251);
+}
+
+TEST(TextEscaping, TreatsEachByteAloneWhereverItStands) {
+    for (int byte = 0; byte < 256; ++byte) {
+        SCOPED_TRACE(byte);
+        const std::string one(1, static_cast<char>(byte));
+        const std::string out = escaped(byte);
+        EXPECT_EQ(write_alone(one, -1), out);
+        EXPECT_EQ(write_alone(one + "x" + one, -1), out + "x" + out);
+        EXPECT_EQ(write_alone("&" + one + one + "<", 0), "&amp;" + out + out + "&lt;");
+    }
+}
+
+TEST(TextEscaping, TreatsEachPairOfBytesAsTwoSingleOnes) {
+    for (int first = 0; first < 256; ++first) {
+        std::string content;
+        std::string expected;
+        for (int second = 0; second < 256; ++second) {
+            content += {static_cast<char>(first), static_cast<char>(second)};
+            expected += escaped(first) + escaped(second);
+        }
+        ASSERT_EQ(write_alone(content, -1), expected) << "first byte " << first;
+    }
+}
+
+struct EscapingRow {
+    const char* name;
+    const char* content;
+    const char* text;
+};
+
+void PrintTo(const EscapingRow& row, std::ostream* out) {
+    *out << row.content;
+}
+
+class EscapedText : public ::testing::TestWithParam<EscapingRow> {};
+
+TEST_P(EscapedText, IsTheSameInBothLayouts) {
+    EXPECT_EQ(write_alone(GetParam().content, -1), GetParam().text);
+    EXPECT_EQ(write_alone(GetParam().content, 3), GetParam().text);
+}
+
+const EscapingRow escaping_rows[] = {
+    {"Empty", "", ""},
+    {"NothingToEscape", "plain text, 100% harmless; #1", "plain text, 100% harmless; #1"},
+    {"AllFive", "Tom & \"Jerry's\" <pets>", "Tom &amp; &quot;Jerry&apos;s&quot; &lt;pets&gt;"},
+    {"OnlyEscapes", "<>&\"'", "&lt;&gt;&amp;&quot;&apos;"},
+    {"ReferenceIsEscapedAgain", "&amp;", "&amp;amp;"},
+    {"ReferenceTwice", "&amp;amp;", "&amp;amp;amp;"},
+    {"CharacterReference", "&#10;", "&amp;#10;"},
+    {"CdataEnd", "]]>", "]]&gt;"},
+    {"Comment", "<!-- x -->", "&lt;!-- x --&gt;"},
+    {"ControlCharacters", "\x01\t\r\n\x1F\x7F", "\x01\t\r\n\x1F\x7F"},
+    {"Utf8", "\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80 & \xC2\xA0",
+     "\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80 &amp; \xC2\xA0"},
+    {"BrokenUtf8", "\xFF\xC3<\x80", "\xFF\xC3&lt;\x80"},
+    {"NeighboursOfTheEscapes", "!#%(;=?", "!#%(;=?"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Text, EscapedText, ::testing::ValuesIn(escaping_rows),
+                         [](const ::testing::TestParamInfo<EscapingRow>& info) { return info.param.name; });
+
+TEST(TextEscaping, ContentMayHoldZeroBytes) {
+    EXPECT_EQ(write_alone(std::string("a\0<\0", 4), -1), std::string("a\0&lt;\0", 7));
+}
+
+TEST(TextEscaping, LongTextIsEscapedThroughout) {
+    std::string content;
+    std::string expected;
+    for (int i = 0; i < 100000; ++i) {
+        content += "ab<";
+        expected += "ab&lt;";
+    }
+    EXPECT_TRUE(write_alone(content, -1) == expected);
+}
+
+TEST(TextPlace, DetachedTextWritesNothingAtAnyDepthWhichIsWanted) {
+    TextNode text(nullptr, "");
+    text.set_content("a<b");
+    for (const int depth : {INT_MIN, -1, 0, 1, 5}) {
+        SCOPED_TRACE(depth);
+        std::string out = "kept";
+        text.write_to_string(out, depth);
+        EXPECT_EQ(out, "kept");
+    }
+}
+
+TEST(TextPlace, LoneTextHasNothingAroundIt) {
+    for (const int depth : {INT_MIN, -1, 0, 1, 5}) {
+        SCOPED_TRACE(depth);
+        EXPECT_EQ(write_alone("t", depth), "t");
+        EXPECT_EQ(write_alone("", depth), "");
+    }
+}
+
+TEST(TextPlace, ParagraphAtLevelOneStandsOnOneLine) {
+    Element paragraph("p", nullptr, false);
+    paragraph.add_child_text("a<b");
+    EXPECT_EQ(write(paragraph, 1), "  <p>a&lt;b</p>\n");
+}
+
+TEST(TextPlace, LoneEmptyTextLetsTheTagsTouch) {
+    Element paragraph("p", nullptr, false);
+    paragraph.add_child_text("");
+    EXPECT_EQ(write(paragraph, 0), "<p></p>\n");
+    EXPECT_EQ(write(paragraph, -1), "<p></p>");
+}
+
+TEST(TextPlace, TextWithSiblingsHasALineOfItsOwn) {
+    Document document(false);
+    const Element* element = build(document, "e{\"a & b\" x}");
+    const Node& text = *element->get_children().front();
+    EXPECT_EQ(write(text, 0), "a &amp; b\n");
+    EXPECT_EQ(write(text, 1), "  a &amp; b\n");
+    EXPECT_EQ(write(text, 4), "        a &amp; b\n");
+    EXPECT_EQ(write(text, -1), "a &amp; b");
+    EXPECT_EQ(write(text, INT_MIN), "a &amp; b");
+}
+
+TEST(TextPlace, EmptyTextWithSiblingsIsALineOfSpaces) {
+    Document document(false);
+    const Element* element = build(document, "e{\"\" x}");
+    const Node& text = *element->get_children().front();
+    EXPECT_EQ(write(text, 0), "\n");
+    EXPECT_EQ(write(text, 3), "      \n");
+    EXPECT_EQ(write(text, -1), "");
+}
+
+TEST(TextPlace, ContinuationLinesStartInColumnZeroWhichIsWanted) {
+    Document document(false);
+    const Element* element = build(document, "e{\"1\\n2\\n\" x}");
+    EXPECT_EQ(write(*element, 1), "  <e>\n    1\n2\n\n    <x/>\n  </e>\n");
+}
+
+TEST(TextPlace, IsJudgedByTheParentsChildrenOfTheMoment) {
+    Element element("e", nullptr, false);
+    const TextNode* text = element.add_child_text("t");
+    EXPECT_EQ(write(*text, 1), "t");
+    Node* sibling = element.add_child("x");
+    EXPECT_EQ(write(*text, 1), "  t\n");
+    element.remove_child(sibling);
+    EXPECT_EQ(write(*text, 1), "t");
+}
+
+TEST(TextPlace, TextThatItsParentDoesNotListIsPlacedByTheParentsCountWhichIsWanted) {
+    Element parent("e", nullptr, false);
+    TextNode unlisted(&parent, "");
+    unlisted.set_content("t");
+    EXPECT_EQ(write(unlisted, 1), "  t\n");  // no child at all
+    parent.add_child("x");
+    EXPECT_EQ(write(unlisted, 1), "t");  // exactly one, though another one
+    parent.add_child("y");
+    EXPECT_EQ(write(unlisted, 1), "  t\n");
+}
+
+TEST(TextPlace, NameOfATextIsNotWritten) {
+    Element parent("e", nullptr, false);
+    auto* text = new TextNode(&parent, "name");
+    text->set_content("t");
+    parent.add_new_node(text);
+    EXPECT_EQ(write(parent, -1), "<e>t</e>");
+}
+
+TEST(TextPlace, TextIsAppendedAndLeftUnchanged) {
+    Element parent("e", nullptr, false);
+    const TextNode* text = parent.add_child_text("a&b");
+    std::string out = "x";
+    text->write_to_string(out, -1);
+    text->write_to_string(out, 0);
+    EXPECT_EQ(out, "xa&amp;ba&amp;b");
+    EXPECT_EQ(text->get_content(), "a&b");
+    EXPECT_EQ(text->get_parent(), &parent);
+}
+
+}  // namespace

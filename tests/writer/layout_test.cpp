@@ -1,0 +1,850 @@
+// Covers how elements, attributes and documents become XML text: both layouts, the white space of the formatted one,
+// the calls that nodes of derived classes get, and trees too deep or too wide for a careless writer.
+
+#include "quxml/Element.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <climits>
+#include <cstdlib>
+#include <ctime>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <memory>
+#include <random>
+#include <stdexcept>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "quxml/Attribute.h"
+#include "quxml/Document.h"
+#include "quxml/TextNode.h"
+#include "support/check_links.h"
+#include "support/small_stack.h"
+#include "support/tree_text.h"
+
+namespace {
+
+using quxml::Attribute;
+using quxml::Document;
+using quxml::Element;
+using quxml::Node;
+using quxml::TextNode;
+using quxml_test::build;
+using quxml_test::links_agree;
+using quxml_test::on_small_stack;
+using quxml_test::to_line;
+
+const std::string declaration = "<?xml version=\"1.0\"?>";
+
+std::string spaces(int count) {
+    return std::string(static_cast<std::size_t>(count), ' ');
+}
+
+std::string repeat(const std::string& piece, int count) {
+    std::string out;
+    for (int i = 0; i < count; ++i)
+        out += piece;
+    return out;
+}
+
+std::string write(const Node& node, int depth) {
+    std::string out;
+    node.write_to_string(out, depth);
+    return out;
+}
+
+std::string write_opening(const Element& element, int depth) {
+    std::string out;
+    element.write_opening_tag(out, depth);
+    return out;
+}
+
+std::string write_closing(const Element& element, int depth) {
+    std::string out;
+    element.write_closing_tag(out, depth);
+    return out;
+}
+
+std::string write_shorthand(const Element& element, int depth) {
+    std::string out;
+    element.write_shorthand_tag(out, depth);
+    return out;
+}
+
+std::string write_first_child(const Element& element, int depth) {
+    return write(*element.get_children().front(), depth);
+}
+
+std::string write_last_child(const Element& element, int depth) {
+    return write(*element.get_children().back(), depth);
+}
+
+// ---- Where white space goes ----
+
+struct SpaceRow {
+    const char* name;
+    const char* tree;
+    std::function<std::string(const Element&, int)> written;
+    const char* text;
+    bool has_indentation;
+    bool has_line_end;
+};
+
+void PrintTo(const SpaceRow& row, std::ostream* out) {
+    *out << row.name << ": " << row.tree;
+}
+
+const std::vector<SpaceRow>& space_rows() {
+    static const std::vector<SpaceRow> rows = {
+        {"Shorthand", "e", write_shorthand, "<e/>", true, true},
+        {"ShorthandWithAttributes", "e(a=1,b=2)", write_shorthand, "<e a=\"1\" b=\"2\"/>", true, true},
+        {"ChildlessElement", "e", write, "<e/>", true, true},
+        {"OpeningAboveTwoElements", "e{x y}", write_opening, "<e>", true, true},
+        {"OpeningAboveTextAndElement", "e(a=1){\"t\" x}", write_opening, "<e a=\"1\">", true, true},
+        {"OpeningAboveTwoTexts", "e{\"t\" \"u\"}", write_opening, "<e>", true, true},
+        {"OpeningAboveLoneElement", "e{x}", write_opening, "<e>", true, true},
+        {"OpeningAboveLoneText", "e{\"t\"}", write_opening, "<e>", true, false},
+        {"OpeningAboveLoneTextWithAttribute", "e(a=1){\"t\"}", write_opening, "<e a=\"1\">", true, false},
+        {"OpeningAboveLoneEmptyText", "e{\"\"}", write_opening, "<e>", true, false},
+        {"OpeningOfChildlessElement", "e", write_opening, "<e>", true, false},
+        {"LoneText", "e{\"t\"}", write_first_child, "t", false, false},
+        {"LoneEmptyText", "e{\"\"}", write_first_child, "", false, false},
+        {"TextBeforeElement", "e{\"t\" x}", write_first_child, "t", true, true},
+        {"TextBehindElement", "e{x \"t\"}", write_last_child, "t", true, true},
+        {"TextBesideText", "e{\"t\" \"u\"}", write_last_child, "u", true, true},
+        {"EmptyTextBesideElement", "e{\"\" x}", write_first_child, "", true, true},
+        {"ClosingBelowTwoElements", "e{x y}", write_closing, "</e>", true, true},
+        {"ClosingBelowTextAndElement", "e{\"t\" x}", write_closing, "</e>", true, true},
+        {"ClosingBelowTwoTexts", "e{\"t\" \"u\"}", write_closing, "</e>", true, true},
+        {"ClosingBelowLoneElement", "e{x}", write_closing, "</e>", true, true},
+        {"ClosingBelowLoneText", "e{\"t\"}", write_closing, "</e>", false, true},
+        {"ClosingBelowLoneEmptyText", "e{\"\"}", write_closing, "</e>", false, true},
+        {"ClosingOfChildlessElement", "e", write_closing, "</e>", false, true},
+    };
+    return rows;
+}
+
+class WhiteSpace : public ::testing::TestWithParam<std::tuple<SpaceRow, int>> {};
+
+TEST_P(WhiteSpace, IsWhereTheTableSays) {
+    const auto& [row, depth] = GetParam();
+    Document document(false);
+    const Element* element = build(document, row.tree);
+    const std::string before = row.has_indentation && depth > 0 ? spaces(2 * depth) : "";
+    const std::string behind = row.has_line_end && depth >= 0 ? "\n" : "";
+    EXPECT_EQ(row.written(*element, depth), before + row.text + behind);
+}
+
+std::string name_of_space_row(const ::testing::TestParamInfo<std::tuple<SpaceRow, int>>& info) {
+    const auto& [row, depth] = info.param;
+    if (depth == INT_MIN)
+        return std::string(row.name) + "_lowest";
+    return std::string(row.name) + (depth < 0 ? "_minus" : "_") + std::to_string(std::abs(depth));
+}
+
+INSTANTIATE_TEST_SUITE_P(Layout, WhiteSpace,
+                         ::testing::Combine(::testing::ValuesIn(space_rows()),
+                                            ::testing::Values(0, 1, 2, 7, 40, -1, -5, INT_MIN)),
+                         name_of_space_row);
+
+// ---- Whole documents ----
+
+const char* const catalog_line = "catalog(version=2){book(item=1){\"A & B\"} empty(x=1) mixed{\"t1\" leaf}}";
+
+const std::string formatted_catalog =
+    "<catalog version=\"2\">\n"
+    "  <book item=\"1\">A &amp; B</book>\n"
+    "  <empty x=\"1\"/>\n"
+    "  <mixed>\n"
+    "    t1\n"
+    "    <leaf/>\n"
+    "  </mixed>\n"
+    "</catalog>\n";
+
+TEST(WriteDocument, CompactCatalogStandsOnOneLineWithoutLineEnd) {
+    Document document(false);
+    build(document, catalog_line);
+    EXPECT_EQ(
+        document.write_to_string(),
+        "<?xml version=\"1.0\"?><catalog version=\"2\"><book item=\"1\">A &amp; B</book><empty x=\"1\"/>"
+        "<mixed>t1<leaf/></mixed></catalog>");
+}
+
+TEST(WriteDocument, FormattedCatalogHasNineLinesWithTheDeclaration) {
+    Document document(false);
+    build(document, catalog_line);
+    EXPECT_EQ(document.write_to_string_formatted(true), declaration + "\n" + formatted_catalog);
+}
+
+TEST(WriteDocument, FormattedCatalogHasEightLinesWithoutTheDeclaration) {
+    Document document(false);
+    build(document, catalog_line);
+    EXPECT_EQ(document.write_to_string_formatted(false), formatted_catalog);
+}
+
+TEST(WriteDocument, DeclarationHas21BytesAndNeitherEncodingNorStandalone) {
+    const Document document(false);
+    EXPECT_EQ(document.write_to_string(), "<?xml version=\"1.0\"?>");
+    EXPECT_EQ(document.write_to_string().size(), 21U);
+}
+
+TEST(WriteDocument, WithoutRootGivesTheDeclarationAlone) {
+    const Document document(false);
+    EXPECT_EQ(document.write_to_string(), declaration);
+    EXPECT_EQ(document.write_to_string_formatted(true), declaration + "\n");
+    EXPECT_EQ(document.write_to_string_formatted(false), "");
+}
+
+TEST(WriteDocument, MovedFromDocumentWritesLikeOneWithoutRoot) {
+    Document document(false);
+    build(document, "r");
+    const Document taken(std::move(document));
+    EXPECT_EQ(taken.write_to_string(), declaration + "<r/>");
+    // NOLINTNEXTLINE(clang-analyzer-cplusplus.Move)
+    EXPECT_EQ(document.write_to_string(), declaration);
+}
+
+TEST(WriteDocument, BareRootIsWrittenInShorthand) {
+    Document document(false);
+    build(document, "r");
+    EXPECT_EQ(document.write_to_string(), declaration + "<r/>");
+    EXPECT_EQ(document.write_to_string_formatted(true), declaration + "\n<r/>\n");
+    EXPECT_EQ(document.write_to_string_formatted(false), "<r/>\n");
+}
+
+TEST(WriteDocument, CompactTextAlwaysHasTheDeclarationAndFormattedTextOnRequestWhichIsWanted) {
+    Document document(false);
+    build(document, "r{x}");
+    EXPECT_EQ(document.write_to_string().rfind(declaration, 0), 0U);
+    EXPECT_EQ(document.write_to_string_formatted(true).rfind(declaration + "\n", 0), 0U);
+    EXPECT_EQ(document.write_to_string_formatted(false).find("<?xml"), std::string::npos);
+}
+
+TEST(WriteDocument, RootThatIsStillAChildElsewhereIsWrittenFromLevelZero) {
+    Document tree(false);
+    build(tree, "r{x{y}}");
+    Document view(false);
+    view.set_root_node(static_cast<Element*>(tree.get_root_node()->get_child("x")));
+    EXPECT_EQ(view.write_to_string_formatted(false), "<x>\n  <y/>\n</x>\n");
+    view.set_root_node(nullptr);  // or two documents would destroy it
+}
+
+TEST(WriteDocument, SortedDocumentIsWrittenInTheOrderOfItsChildren) {
+    Document document(true);
+    Element* root = document.create_root_node("r");
+    root->add_child("b");
+    root->add_child("a");
+    root->add_child_text("t");
+    EXPECT_EQ(document.write_to_string(), declaration + "<r>t<a/><b/></r>");
+}
+
+TEST(WriteDocument, WritingChangesNothing) {
+    Document document(false);
+    const Element* root = build(document, catalog_line);
+    document.write_to_string();
+    document.write_to_string_formatted(true);
+    EXPECT_EQ(to_line(root), catalog_line);
+    EXPECT_TRUE(links_agree(root));
+    EXPECT_EQ(document.write_to_string_formatted(false), formatted_catalog);
+}
+
+// ---- Elements ----
+
+struct ElementRow {
+    const char* name;
+    const char* tree;
+    int depth;
+    const char* text;
+};
+
+void PrintTo(const ElementRow& row, std::ostream* out) {
+    *out << row.name << ": " << row.tree << " at " << row.depth;
+}
+
+class WriteElement : public ::testing::TestWithParam<ElementRow> {};
+
+TEST_P(WriteElement, AppendsExactlyThisText) {
+    const ElementRow& row = GetParam();
+    Document document(false);
+    const Element* element = build(document, row.tree);
+    EXPECT_EQ(write(*element, row.depth), row.text);
+}
+
+const ElementRow element_rows[] = {
+    {"LoneEmptyTextCompactIsNoShorthand", "e{\"\"}", -1, "<e></e>"},
+    {"LoneEmptyTextFormattedIsNoShorthand", "e{\"\"}", 0, "<e></e>\n"},
+    {"LoneElementFormatted", "e{x}", 0, "<e>\n  <x/>\n</e>\n"},
+    {"LoneElementAtDepthTwo", "e{x}", 2, "    <e>\n      <x/>\n    </e>\n"},
+    {"ChildlessAtDepthTwo", "e", 2, "    <e/>\n"},
+    {"ChildlessWithAttributesIsShorthand", "e(a=1,b=2)", 0, "<e a=\"1\" b=\"2\"/>\n"},
+    {"SubtreeIsWrittenAsIfNestedThatDeep", "e{x{y{\"t\"} z}}", 3,
+     "      <e>\n        <x>\n          <y>t</y>\n          <z/>\n        </x>\n      </e>\n"},
+    {"MinusFiveIsCompactAllTheWayDown", "e{x{y{\"t\"} \"u\"} z}", -5, "<e><x><y>t</y>u</x><z/></e>"},
+    {"LowestDepthIsCompact", "e{x{y{\"t\"} \"u\"} z}", INT_MIN, "<e><x><y>t</y>u</x><z/></e>"},
+    {"TwoTextsStandOnLinesOfTheirOwn", "e{\"t\" \"u\"}", 0, "<e>\n  t\n  u\n</e>\n"},
+    {"TwoTextsCompactRunTogether", "e{\"t\" \"u\"}", -1, "<e>tu</e>"},
+    {"EmptyTextAmongSiblingsIsALineOfSpaces", "e{\"\" x}", 1, "  <e>\n    \n    <x/>\n  </e>\n"},
+    {"MultiLineTextContinuesInColumnZero", "e{x{\"1\\n2\"} \"3\\n4\"}", 1,
+     "  <e>\n    <x>1\n2</x>\n    3\n4\n  </e>\n"},
+    {"LineFeedsOfTextAreTheOnlyOnesInCompactText", "e{\"1\\n2\" x}", -1, "<e>1\n2<x/></e>"},
+    {"LevelsComeBackAfterADeepBranch", "e{a{b{c{d}}} f{\"t\"} g}", 0,
+     "<e>\n  <a>\n    <b>\n      <c>\n        <d/>\n      </c>\n    </b>\n  </a>\n  <f>t</f>\n  "
+     "<g/>\n</e>\n"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Layout, WriteElement, ::testing::ValuesIn(element_rows),
+                         [](const ::testing::TestParamInfo<ElementRow>& info) { return info.param.name; });
+
+TEST(WriteElementText, IsAppendedAndNeverReplacesWhatIsThere) {
+    Document document(false);
+    const Element* element = build(document, "e{x}");
+    std::string out = "kept\n";
+    element->write_to_string(out, -1);
+    element->write_to_string(out, -1);
+    EXPECT_EQ(out, "kept\n<e><x/></e><e><x/></e>");
+    element->write_to_string(out, 0);
+    EXPECT_EQ(out, "kept\n<e><x/></e><e><x/></e><e>\n  <x/>\n</e>\n");
+}
+
+TEST(WriteElementText, TagWritersAppendToo) {
+    Document document(false);
+    const Element* element = build(document, "e(a=1){x}");
+    std::string out = "+";
+    element->write_opening_tag(out, 1);
+    element->write_closing_tag(out, 1);
+    element->write_shorthand_tag(out, 1);
+    EXPECT_EQ(out, "+  <e a=\"1\">\n  </e>\n  <e a=\"1\"/>\n");
+}
+
+TEST(WriteElementText, FreeStandingElementIsWrittenUnlikeFreeStandingText) {
+    const Element element("free", nullptr, false);
+    EXPECT_EQ(write(element, -1), "<free/>");
+    EXPECT_EQ(write(element, 1), "  <free/>\n");
+}
+
+TEST(WriteElementText, NamesAreNeitherCheckedNorEscapedWhichIsWanted) {
+    const Element empty("", nullptr, false);
+    EXPECT_EQ(write(empty, -1), "</>");
+    EXPECT_EQ(write_opening(empty, -1) + write_closing(empty, -1), "<></>");
+    const Element odd("a<b & \"c\"\n", nullptr, false);
+    EXPECT_EQ(write(odd, -1), "<a<b & \"c\"\n/>");
+    EXPECT_EQ(write_opening(odd, -1) + write_closing(odd, -1), "<a<b & \"c\"\n></a<b & \"c\"\n>");
+}
+
+TEST(WriteElementText, ChangingTheChildrenChangesTheLayout) {
+    Document document(false);
+    Element* element = build(document, "e{\"t\"}");
+    EXPECT_EQ(write(*element, 0), "<e>t</e>\n");
+    Node* added = element->add_child("x");
+    EXPECT_EQ(write(*element, 0), "<e>\n  t\n  <x/>\n</e>\n");
+    element->remove_child(element->get_child_text());
+    EXPECT_EQ(write(*element, 0), "<e>\n  <x/>\n</e>\n");
+    element->remove_child(added);
+    EXPECT_EQ(write(*element, 0), "<e/>\n");
+}
+
+// ---- Attributes ----
+
+TEST(WriteAttribute, IsASpaceTheNameAndTheQuotedValueAtEveryDepth) {
+    const Attribute attribute("n", "v", nullptr);
+    for (const int depth : {INT_MIN, -5, -1, 0, 1, 2, 30, INT_MAX}) {
+        SCOPED_TRACE(depth);
+        EXPECT_EQ(write(attribute, depth), " n=\"v\"");
+    }
+}
+
+TEST(WriteAttribute, IsAppended) {
+    const Attribute attribute("n", "", nullptr);
+    std::string out = "x";
+    attribute.write_to_string(out, 3);
+    EXPECT_EQ(out, "x n=\"\"");
+}
+
+TEST(WriteAttribute, ValueWithDoubleQuotesIsWrittenAsItIsWhichIsWanted) {
+    const Attribute attribute("n", "say \"hi\"", nullptr);
+    EXPECT_EQ(write(attribute, -1), " n=\"say \"hi\"\"");
+}
+
+TEST(WriteAttribute, NoByteOfAValueOrNameIsEscapedWhichIsWanted) {
+    for (int byte = 0; byte < 256; ++byte) {
+        SCOPED_TRACE(byte);
+        const std::string one(1, static_cast<char>(byte));
+        const Attribute attribute(one, one, nullptr);
+        EXPECT_EQ(write(attribute, -1), " " + one + "=\"" + one + "\"");
+    }
+}
+
+TEST(WriteAttribute, AttributesStandInTheTagInTheOrderInWhichTheirNamesWereFirstSet) {
+    Element element("e", nullptr, false);
+    element.set_attribute("b", "1");
+    element.set_attribute("a", "2");
+    element.set_attribute("c", "3");
+    element.set_attribute("b", "4");
+    EXPECT_EQ(write(element, 0), "<e b=\"4\" a=\"2\" c=\"3\"/>\n");
+    element.remove_attribute("b");
+    element.set_attribute("b", "5");
+    EXPECT_EQ(write(element, 0), "<e a=\"2\" c=\"3\" b=\"5\"/>\n");
+}
+
+TEST(WriteAttribute, AttributesNeverStartALineOfTheirOwn) {
+    Document document(false);
+    const Element* element = build(document, "e(a=1,b=2){x(c=3){y(d=4){\"t\"}}}");
+    EXPECT_EQ(write(*element, 1),
+              "  <e a=\"1\" b=\"2\">\n    <x c=\"3\">\n      <y d=\"4\">t</y>\n    </x>\n  </e>\n");
+}
+
+TEST(WriteAttribute, AttributesAreNoChildrenSoAnElementWithAttributesAloneIsShorthand) {
+    Document document(false);
+    const Element* element = build(document, "e(a='')");
+    EXPECT_EQ(write(*element, -1), "<e a=\"\"/>");
+}
+
+// ---- Nodes of derived classes ----
+
+/// What nodes of derived classes were called with: name, depth, and the text that stood there at that moment.
+using Calls = std::vector<std::string>;
+
+std::string call_of(const std::string& name, int depth, const std::string& out) {
+    return name + "@" + std::to_string(depth) + "[" + out + "]";
+}
+
+class LoggedElement : public Element {
+public:
+    LoggedElement(const std::string& element_name, Element* owner, Calls& log)
+        : Element(element_name, owner, false), calls(log) {}
+
+    void write_to_string(std::string& out, int depth) const override {
+        calls.push_back(call_of(name, depth, out));
+        Element::write_to_string(out, depth);
+    }
+
+private:
+    Calls& calls;
+};
+
+class LoggedText : public TextNode {
+public:
+    LoggedText(const std::string& text, Element* owner, Calls& log) : TextNode(owner, ""), calls(log) {
+        set_content(text);
+    }
+
+    void write_to_string(std::string& out, int depth) const override {
+        calls.push_back(call_of("'" + get_content() + "'", depth, out));
+        TextNode::write_to_string(out, depth);
+    }
+
+private:
+    Calls& calls;
+};
+
+/// A third kind of child, neither an element nor text.
+class Comment : public Node {
+public:
+    Comment(const std::string& comment, Element* owner) : Node("", owner, false), text(comment) {}
+
+    void write_to_string(std::string& out, int depth) const override {
+        if (depth > 0)
+            out += spaces(2 * depth);
+        out += "<!--" + text + "-->";
+        if (depth >= 0)
+            out += "\n";
+    }
+
+    Node* get_deep_copy_of_node(bool /*deep*/, Element* owner) const override {
+        return link(*owner, std::make_unique<Comment>(text, owner));
+    }
+
+    static Node* link(Element& owner, std::unique_ptr<Comment> comment) {
+        owner.add_new_node(comment.get());
+        return comment.release();
+    }
+
+private:
+    std::string text;
+};
+
+class Refusing : public TextNode {
+public:
+    explicit Refusing(Element* owner) : TextNode(owner, "") {}
+
+    void write_to_string(std::string& /*out*/, int /*depth*/) const override {
+        throw std::runtime_error("refused");
+    }
+};
+
+template <class Derived, class... Arguments>
+Derived* add(Element& parent, Arguments&&... arguments) {
+    auto node = std::make_unique<Derived>(std::forward<Arguments>(arguments)...);
+    parent.add_new_node(node.get());
+    return node.release();
+}
+
+TEST(DerivedNodes, AreAskedInChildOrderWithTheDepthOneBelow) {
+    Calls calls;
+    Document document(false);
+    Element* root = document.create_root_node("r");
+    add<LoggedElement>(*root, "a", root, calls);
+    add<LoggedText>(*root, "t", root, calls);
+    add<LoggedElement>(*root, "b", root, calls);
+    EXPECT_EQ(write(*root, 0), "<r>\n  <a/>\n  t\n  <b/>\n</r>\n");
+    EXPECT_EQ(calls, (Calls{"a@1[<r>\n]", "'t'@1[<r>\n  <a/>\n]", "b@1[<r>\n  <a/>\n  t\n]"}));
+}
+
+TEST(DerivedNodes, GetMinusOneWhateverNegativeDepthTheWritingBeganWith) {
+    for (const int depth : {-1, -2, -5, INT_MIN}) {
+        SCOPED_TRACE(depth);
+        Calls calls;
+        Document document(false);
+        Element* root = document.create_root_node("r");
+        Element* plain = root->add_child("p");
+        add<LoggedElement>(*plain, "a", plain, calls);
+        add<LoggedText>(*root, "t", root, calls);
+        EXPECT_EQ(write(*root, depth), "<r><p><a/></p>t</r>");
+        EXPECT_EQ(calls, (Calls{"a@-1[<r><p>]", "'t'@-1[<r><p><a/></p>]"}));
+    }
+}
+
+TEST(DerivedNodes, KeepTheirLevelsWhenTheyAlternateWithPlainOnes) {
+    Calls calls;
+    Document document(false);
+    Element* root = document.create_root_node("r");
+    Element* plain = root->add_child("p");
+    auto* outer = add<LoggedElement>(*plain, "o", plain, calls);
+    Element* inner_plain = outer->add_child("q");
+    auto* inner = add<LoggedElement>(*inner_plain, "i", inner_plain, calls);
+    add<LoggedText>(*inner, "t", inner, calls);
+    root->add_child("z");
+    const std::string start = "  <r>\n    <p>\n      <o>\n        <q>\n";
+    EXPECT_EQ(write(*root, 1),
+              start + "          <i>t</i>\n        </q>\n      </o>\n    </p>\n    <z/>\n  </r>\n");
+    EXPECT_EQ(calls,
+              (Calls{"o@3[  <r>\n    <p>\n]", "i@5[" + start + "]", "'t'@6[" + start + "          <i>]"}));
+}
+
+TEST(DerivedNodes, RootIsAskedWithZeroOrMinusOneByTheDocument) {
+    Calls calls;
+    Document document(false);
+    document.set_root_node(new LoggedElement("r", nullptr, calls));
+    EXPECT_EQ(document.write_to_string(), declaration + "<r/>");
+    EXPECT_EQ(document.write_to_string_formatted(true), declaration + "\n<r/>\n");
+    EXPECT_EQ(document.write_to_string_formatted(false), "<r/>\n");
+    EXPECT_EQ(calls, (Calls{"r@-1[" + declaration + "]", "r@0[" + declaration + "\n]", "r@0[]"}));
+}
+
+TEST(DerivedNodes, LoneTextOfADerivedClassStandsOnTheLineOfItsElement) {
+    Calls calls;
+    Element element("e", nullptr, false);
+    add<LoggedText>(element, "a<b", &element, calls);
+    EXPECT_EQ(write(element, 1), "  <e>a&lt;b</e>\n");
+    EXPECT_EQ(calls, (Calls{"'a<b'@2[  <e>]"}));
+}
+
+TEST(DerivedNodes, LoneChildThatIsNeitherElementNorTextStandsOnALineOfItsOwn) {
+    Element element("e", nullptr, false);
+    Comment::link(element, std::make_unique<Comment>("c", &element));
+    EXPECT_EQ(write(element, 1), "  <e>\n    <!--c-->\n  </e>\n");
+    EXPECT_EQ(write(element, -1), "<e><!--c--></e>");
+}
+
+TEST(DerivedNodes, MayWriteSomethingElseAltogether) {
+    class Silent : public Element {
+    public:
+        using Element::Element;
+        void write_to_string(std::string& /*out*/, int /*depth*/) const override {}
+    };
+    Element element("e", nullptr, false);
+    add<Silent>(element, "gone", &element, false)->add_child("below");
+    element.add_child("kept");
+    EXPECT_EQ(write(element, 0), "<e>\n  <kept/>\n</e>\n");
+}
+
+TEST(DerivedNodes, WithoutAnOverrideAreWrittenAsTheirBase) {
+    class Derived : public Element {
+    public:
+        using Element::Element;
+    };
+    Element element("e", nullptr, false);
+    add<Derived>(element, "d", &element, false)->add_child("below")->add_child_text("t");
+    EXPECT_EQ(write(element, 0), "<e>\n  <d>\n    <below>t</below>\n  </d>\n</e>\n");
+}
+
+TEST(DerivedNodes, ExceptionOfANodeComesThroughAndWhatWasAppendedStays) {
+    Document document(false);
+    Element* root = build(document, "r{a b{c}}");
+    auto* b = static_cast<Element*>(root->get_child("b"));
+    add<Refusing>(*b, b);
+    std::string out = "+";
+    EXPECT_THROW(root->write_to_string(out, 0), std::runtime_error);
+    EXPECT_EQ(out, "+<r>\n  <a/>\n  <b>\n    <c/>\n");
+    b->remove_child(b->get_child_text());
+    EXPECT_EQ(write(*root, -1), "<r><a/><b><c/></b></r>");
+}
+
+TEST(LongPieces, OfEveryLengthUpToSomeThousandsAreWrittenWhole) {
+    for (int length = 0; length < 2100; ++length) {
+        const std::string piece(static_cast<std::size_t>(length), 'x');
+        Element element("n" + piece, nullptr, false);
+        element.set_attribute("a" + piece, piece);
+        element.add_child_text(piece + "&" + piece);
+        ASSERT_EQ(write(element, -1), "<n" + piece + " a" + piece + "=\"" + piece + "\">" + piece + "&amp;" +
+                                          piece + "</n" + piece + ">")
+            << length;
+    }
+}
+
+TEST(LongPieces, StayInTheirPlaceBesideNodesOfDerivedClasses) {
+    for (const int length : {1, 1023, 1024, 1025, 5000}) {
+        SCOPED_TRACE(length);
+        const std::string piece(static_cast<std::size_t>(length), 'x');
+        Calls calls;
+        Element element("e", nullptr, false);
+        element.add_child_text(piece);
+        add<LoggedText>(element, "t", &element, calls);
+        element.add_child_text(piece);
+        add<LoggedElement>(element, "d", &element, calls);
+        element.add_child_text(piece);
+        const std::string first = "+<e>" + piece;
+        const std::string second = first + "t" + piece;
+        std::string out = "+";
+        element.write_to_string(out, -1);
+        EXPECT_EQ(out, second + "<d/>" + piece + "</e>");
+        EXPECT_EQ(calls, (Calls{"'t'@-1[" + first + "]", "d@-1[" + second + "]"}));
+    }
+}
+
+// ---- Against a writer that is as simple as can be ----
+
+/// The same text by plain recursion over the public interface.
+std::string write_simply(const Node* node, int depth);
+
+std::string escape_simply(const std::string& text) {
+    std::string out;
+    for (const char c : text) {
+        switch (c) {
+            case '"':
+                out += "&quot;";
+                break;
+            case '&':
+                out += "&amp;";
+                break;
+            case '\'':
+                out += "&apos;";
+                break;
+            case '<':
+                out += "&lt;";
+                break;
+            case '>':
+                out += "&gt;";
+                break;
+            default:
+                out += c;
+        }
+    }
+    return out;
+}
+
+std::string tag_simply(const Element& element) {
+    std::string out = "<" + element.get_name();
+    for (const Attribute* attribute : element.get_attributes()) {
+        out += " " + attribute->get_name() + "=\"" + attribute->get_value() + "\"";
+    }
+    return out;
+}
+
+std::string write_element_simply(const Element& element, int depth) {
+    const quxml::NodeList children = element.get_children();
+    const std::string indentation = depth > 0 ? spaces(2 * depth) : "";
+    const std::string end = depth >= 0 ? "\n" : "";
+    if (children.empty())
+        return indentation + tag_simply(element) + "/>" + end;
+    const bool inline_text = children.size() == 1 && element.has_child_text();
+    std::string out = indentation + tag_simply(element) + ">" + (inline_text ? "" : end);
+    for (const Node* child : children)
+        out += write_simply(child, depth < 0 ? -1 : depth + 1);
+    return out + (inline_text ? "" : indentation) + "</" + element.get_name() + ">" + end;
+}
+
+std::string write_simply(const Node* node, int depth) {
+    if (const auto* element = dynamic_cast<const Element*>(node))
+        return write_element_simply(*element, depth);
+    const std::string text = escape_simply(dynamic_cast<const TextNode&>(*node).get_content());
+    if (depth < 0 || node->get_parent()->get_children().size() == 1)
+        return text;
+    return spaces(2 * depth) + text + "\n";
+}
+
+/// Grows a tree of a few dozen nodes of every kind.
+void grow(Element& root, std::mt19937& random) {
+    const auto pick = [&random](std::size_t count) { return random() % count; };
+    static const std::string texts[] = {"", "t", "a<b&c>\"d\"'e'", "1\n2", " ", "\xC3\xA9"};
+    std::vector<Element*> elements = {&root};
+    for (std::size_t i = pick(40); i > 0; --i) {
+        Element* element = elements[pick(elements.size())];
+        switch (pick(4)) {
+            case 0:
+                element->set_attribute(std::string(1, static_cast<char>('a' + pick(4))), texts[pick(6)]);
+                break;
+            case 1:
+                element->add_child_text(texts[pick(6)]);
+                break;
+            default:
+                elements.push_back(
+                    element->add_child(std::string(1 + pick(3), static_cast<char>('a' + pick(26)))));
+        }
+    }
+}
+
+TEST(RandomTrees, AreWrittenAsPlainRecursionWouldWriteThem) {
+    for (unsigned seed = 0; seed < 500; ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        std::mt19937 random(seed);
+        Document document(seed % 2 == 0);
+        Element* root = document.create_root_node("r");
+        grow(*root, random);
+        ASSERT_EQ(document.write_to_string(), declaration + write_simply(root, -1));
+        ASSERT_EQ(document.write_to_string_formatted(false), write_simply(root, 0));
+        for (const Node* child : root->get_children()) {
+            for (const int depth : {-3, 0, 1, 5})
+                ASSERT_EQ(write(*child, depth), write_simply(child, depth));
+        }
+    }
+}
+
+// ---- Deep and wide trees ----
+
+/// A chain of elements `d`, `levels` of them.
+void build_chain(Document& document, int levels) {
+    Element* deepest = document.create_root_node("d");
+    for (int i = 1; i < levels; ++i)
+        deepest = deepest->add_child("d");
+}
+
+TEST(DeepTree, OfAMillionLevelsIsWrittenCompactOnASmallStack) {
+    const int levels = 1000000;
+    Document document(false);
+    build_chain(document, levels);
+    std::string out;
+    on_small_stack([&] { out = document.write_to_string(); });
+    const std::string expected =
+        declaration + repeat("<d>", levels - 1) + "<d/>" + repeat("</d>", levels - 1);
+    EXPECT_TRUE(out == expected) << "the text of " << out.size() << " bytes is not the expected one of "
+                                 << expected.size();
+}
+
+TEST(DeepTree, OfThreeThousandLevelsIsWrittenFormattedOnASmallStack) {
+    const int levels = 3000;
+    Document document(false);
+    build_chain(document, levels);
+    std::string out;
+    on_small_stack([&] { out = document.write_to_string_formatted(false); });
+    std::string expected;
+    for (int level = 0; level < levels - 1; ++level)
+        expected += spaces(2 * level) + "<d>\n";
+    expected += spaces(2 * (levels - 1)) + "<d/>\n";
+    for (int level = levels - 2; level >= 0; --level)
+        expected += spaces(2 * level) + "</d>\n";
+    EXPECT_TRUE(out == expected) << "the text of " << out.size() << " bytes is not the expected one of "
+                                 << expected.size();
+}
+
+/// The processor time that writing both layouts takes, in seconds.
+double time_writing(const Document& document) {
+    const std::clock_t start = std::clock();
+    EXPECT_GT(document.write_to_string().size(), declaration.size());
+    EXPECT_GT(document.write_to_string_formatted(true).size(), declaration.size());
+    return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+}
+
+struct WideRow {
+    const char* name;
+    void (*add_one)(Element& parent);
+};
+
+class WideElement : public ::testing::TestWithParam<WideRow> {};
+
+TEST_P(WideElement, IsWrittenInLinearTime) {
+    const auto make = [](int children) {
+        auto document = std::make_unique<Document>(false);
+        Element* root = document->create_root_node("r");
+        for (int i = 0; i < children; ++i)
+            GetParam().add_one(*root);
+        return document;
+    };
+    const auto narrow = make(20000);
+    const auto wide = make(200000);
+    const double time_of_narrow =
+        std::min({time_writing(*narrow), time_writing(*narrow), time_writing(*narrow)});
+    // Ten times the children take ten times as long, or a hundred times if each child looks at all of them.
+    EXPECT_LT(time_writing(*wide), 30 * time_of_narrow + 0.5);
+}
+
+const WideRow wide_rows[] = {
+    {"Elements", [](Element& parent) { parent.add_child("c"); }},
+    {"Texts", [](Element& parent) { parent.add_child_text("t"); }},
+    {"ElementsWithText", [](Element& parent) { parent.add_child("c")->add_child_text("t"); }},
+};
+
+INSTANTIATE_TEST_SUITE_P(Layout, WideElement, ::testing::ValuesIn(wide_rows),
+                         [](const ::testing::TestParamInfo<WideRow>& info) { return info.param.name; });
+
+// ---- Golden files ----
+// Each tests/data/NAME.xml is read and written in both layouts. QUXML_UPDATE_GOLDEN=1 rewrites the expected texts.
+
+std::string golden_path(const std::string& file) {
+    return std::string(QUXML_TEST_DATA) + "/" + file;
+}
+
+std::string read_file(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    EXPECT_TRUE(file) << "can not open " << path;
+    return std::string(std::istreambuf_iterator<char>(file), {});
+}
+
+bool is_update_wanted() {
+    const char* const update = std::getenv("QUXML_UPDATE_GOLDEN");  // NOLINT(concurrency-mt-unsafe)
+    return update != nullptr && std::string(update) == "1";
+}
+
+void write_file(const std::string& path, const std::string& text) {
+    std::ofstream file(path, std::ios::binary);
+    file << text;
+    ASSERT_TRUE(file.flush()) << "can not write " << path;
+}
+
+class GoldenFile : public ::testing::TestWithParam<const char*> {};
+
+TEST_P(GoldenFile, IsWrittenAsExpectedInBothLayouts) {
+    const std::string name = GetParam();
+    const auto document = quxml::from_string(read_file(golden_path(name + ".xml")), false);
+    EXPECT_TRUE(links_agree(document->get_root_node()));
+    const std::string compact = document->write_to_string();
+    const std::string formatted = document->write_to_string_formatted(true);
+    if (is_update_wanted()) {
+        write_file(golden_path(name + ".compact"), compact);
+        write_file(golden_path(name + ".formatted"), formatted);
+        GTEST_SKIP() << "expected texts rewritten; look at the difference before you commit it";
+    }
+    EXPECT_EQ(compact, read_file(golden_path(name + ".compact")));
+    EXPECT_EQ(formatted, read_file(golden_path(name + ".formatted")));
+}
+
+TEST_P(GoldenFile, ComesBackUnchangedFromBothLayouts) {
+    const std::string name = GetParam();
+    if (is_update_wanted())
+        GTEST_SKIP() << "expected texts are being rewritten";
+    const auto document = quxml::from_string(read_file(golden_path(name + ".xml")), false);
+    for (const char* const layout : {".compact", ".formatted"}) {
+        SCOPED_TRACE(layout);
+        const auto again = quxml::from_string(read_file(golden_path(name + layout)), false);
+        EXPECT_EQ(to_line(again->get_root_node()), to_line(document->get_root_node()));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Data, GoldenFile, ::testing::Values("catalog", "dropped", "names", "texts"),
+                         [](const ::testing::TestParamInfo<const char*>& info) { return info.param; });
+
+}  // namespace
