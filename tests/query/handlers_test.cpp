@@ -1,5 +1,5 @@
-// Every handler of XPathHelper called directly: what it returns, which lists it changes, what it does with null
-// entries, when it throws, and how results add up over several queries.
+// Every handler of XPathHelper called directly: what it returns, which lists it changes, what it does with
+// null entries, when it throws, and how results add up over several queries.
 
 #include "quxml/XPathHelper.h"
 
@@ -18,7 +18,6 @@
 
 namespace {
 
-using quxml::Document;
 using quxml::Element;
 using quxml::Node;
 using quxml::NodeList;
@@ -117,14 +116,6 @@ TEST_F(Handlers, FindSelectsNothingFromNull) {
 
 TEST_F(Handlers, ANewHelperHoldsNothing) {
     EXPECT_EQ(held(), "");
-}
-
-TEST_F(Handlers, ACopiedHelperGoesOnByItself) {
-    helper.find(root, "r/a");
-    const XPathHelper copy =
-        helper;  // NOLINT(performance-unnecessary-copy-initialization): it is what is tested
-    EXPECT_EQ(tree.names(copy.find(root, "r/b")), "a1 a2 b1");
-    EXPECT_EQ(held(), "a1 a2");
 }
 
 TEST_F(Handlers, AHelperDoesNotOwnItsResults) {

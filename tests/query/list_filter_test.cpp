@@ -1,5 +1,5 @@
-// The predicates of steps that select among children: how they are cut, in which order the forms are tried, and the
-// bare-literal form.
+// The predicates of steps that select among children: how they are cut, in which order the forms are tried,
+// and the bare-literal form.
 
 #include "quxml/XPathHelper.h"
 

@@ -1,5 +1,6 @@
-// Queries under a global locale whose character classes differ from the ordinary ones: it decides which letters of names
-// count as equal and which characters are trimmed from a path, and it is taken anew at each call.
+// Queries under a global locale whose character classes differ from the ordinary ones: it decides which
+// letters of names count as equal and which characters are trimmed from a path, and it is taken anew at each
+// call.
 
 #include "quxml/Node.h"
 

@@ -1,4 +1,5 @@
-// Paths: how they are split into steps, walked and searched, name tests of both operations, deep trees, long paths.
+// Paths: how they are split into steps, walked and searched, name tests of both operations, deep trees, long
+// paths.
 
 #include "quxml/Node.h"
 

@@ -1,4 +1,5 @@
-// Predicates that select by number or position: [3], [last()-1], [position()<3], by paths and by their handlers.
+// Predicates that select by number or position: [3], [last()-1], [position()<3], by paths and by their
+// handlers.
 
 #include "quxml/XPathHelper.h"
 
@@ -19,7 +20,6 @@ using quxml_test::not_a_number;
 using quxml_test::number_too_large;
 using quxml_test::QueryRow;
 using quxml_test::SlowEngine;
-using quxml_test::Tree;
 
 const char* const four = "r{a(n=1) a(n=2) a(n=3) a(n=4)}";
 const char* const two = "r{a(n=1) a(n=2)}";

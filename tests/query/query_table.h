@@ -1,8 +1,8 @@
 #ifndef QUXML_TESTS_QUERY_QUERY_TABLE_H
 #define QUXML_TESTS_QUERY_QUERY_TABLE_H
 
-// What the tables of query tests share: a tree built from one line, whose nodes can be named, and rows that say which
-// nodes a path selects, or which exception it throws.
+// What the tables of query tests share: a tree built from one line, whose nodes can be named, and rows that
+// say which nodes a path selects, or which exception it throws.
 
 #include <algorithm>
 #include <cctype>
@@ -56,7 +56,7 @@ inline std::string describe(const std::exception& error) {
     return type + ": " + error.what();
 }
 
-/// A tree with names for its nodes: the value of the attribute `n`, or "#3" for the third node in document order.
+/// A tree with names for its nodes: the value of the attribute `n`, or "#3" for the third in document order.
 class Tree {
 public:
     explicit Tree(const std::string& line)
@@ -136,7 +136,8 @@ private:
     std::vector<quxml::Node*> nodes;
 };
 
-/// One query: from the node `start` of `tree`, `path` selects the nodes `expected`, named in document order, or throws.
+/// One query: from the node `start` of `tree`, `path` selects the nodes `expected`, named in document order,
+/// or throws.
 struct QueryRow {
     const char* note;  // what the row shows; becomes the name of the test
     const char* tree;

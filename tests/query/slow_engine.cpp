@@ -8,8 +8,6 @@
 #include <boost/algorithm/string.hpp>
 
 // Slow on purpose: arguments are copied, lists are copied, the stack grows with the depth of the tree.
-// NOLINTBEGIN(misc-no-recursion, performance-unnecessary-value-param,
-// readability-convert-member-functions-to-static)
 
 namespace quxml_test {
 
@@ -18,7 +16,6 @@ using quxml::Element;
 using quxml::Node;
 using quxml::NodeList;
 using quxml::NodeSet;
-using quxml::TextNode;
 
 namespace {
 
@@ -338,6 +335,3 @@ NodeSet slow_find_substring_match(Node* node, const std::string& path) {
 }
 
 }  // namespace quxml_test
-
-// NOLINTEND(misc-no-recursion, performance-unnecessary-value-param,
-// readability-convert-member-functions-to-static)

@@ -1,5 +1,5 @@
-// The library against the slow engine: every path of up to three steps over a few names and predicates, and random
-// paths, well formed and not, over random trees.
+// The library against the slow engine: every path of up to three steps over a few names and predicates, and
+// random paths, well formed and not, over random trees.
 
 #include "query/slow_engine.h"
 
@@ -56,7 +56,8 @@ std::vector<std::string> steps_with(std::initializer_list<const char*> predicate
     return steps;
 }
 
-/// All paths of up to three of the steps, an empty first or second step included, and with "/" or "//" before them.
+/// All paths of up to three of the steps, also with "//" before them. With an empty step they begin with "/",
+/// search, or end with "/".
 std::vector<std::string> short_paths(const std::vector<std::string>& steps) {
     std::vector<std::string> paths = steps;
     std::size_t begin = 0;

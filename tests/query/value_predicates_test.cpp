@@ -25,8 +25,8 @@ using quxml_test::one_equals_sign;
 using quxml_test::SlowEngine;
 using quxml_test::Tree;
 
-/// One predicate on both routes: `list_filter` is what it leaves of the root's children, `single_node` are the children
-/// that pass it when each is tested alone.
+/// One predicate on both routes: `list_filter` is what it leaves of the root's children, `single_node` are
+/// the children that pass it when each is tested alone.
 struct RouteRow {
     const char* note;
     const char* tree;
