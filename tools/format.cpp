@@ -17,8 +17,7 @@ namespace tool {
 namespace {
 
 constexpr const char* help_on_format =
-    "Text comes out the way the library writes it: attribute values as they are, comments, CDATA\n"
-    "sections, prefixes and text between elements left out.\n"
+    "Comments, CDATA sections, prefixes, the DOCTYPE and text between elements are left out.\n"
     "\n"
     "Examples:\n"
     "  quxml format catalog.xml\n"
@@ -54,6 +53,7 @@ ExitCode format(const FormatOptions& options) {
     const bool include_declaration = !options.no_declaration;
     const std::shared_ptr<quxml::Document> document =
         options.sorted ? read_sorted_document(options.file) : read_document(options.file, false);
+    escape_attributes(document->get_root_node());
     std::string text = options.compact ? get_compact_text(*document, include_declaration)
                                        : document->write_to_string_formatted(include_declaration);
     write_output(text);

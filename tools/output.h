@@ -1,13 +1,19 @@
 #ifndef QUXML_TOOLS_OUTPUT_H
 #define QUXML_TOOLS_OUTPUT_H
 
+#include <quxml/Node.h>
+
 #include <string>
 
 namespace tool {
 
+/// Escapes what XML does not allow in attribute values, or would read back as a blank, in `root` and everything below
+/// it. The library writes these values as they are stored, so this is the last thing to do before writing.
+void escape_attributes(quxml::Node* root);
+
 /// Writes `text` to standard output and empties it.
-/// \return false if nobody reads any more (a closed pipe): more output is pointless, and nobody has to be
-/// told. \throws Failure  (io) if it can not be written, on a full disk for example.
+/// \return false if nobody reads any more (a closed pipe): more output is pointless, and nobody has to be told.
+/// \throws Failure  (io) if it can not be written, on a full disk for example.
 bool write_output(std::string& text);
 
 /// Closes standard output; some file systems tell only then that writing failed.

@@ -85,6 +85,7 @@ ExitCode query(const QueryOptions& options) {
     const std::shared_ptr<quxml::Document> document = read_document(options.file, false);
     quxml::Node* const root = document->get_root_node();
     const quxml::NodeSet matches = get_matches(root, options);
+    escape_attributes(root);
     write_matches(in_document_order(root, matches));
     return matches.empty() ? ExitCode::no_match : ExitCode::done;
 }

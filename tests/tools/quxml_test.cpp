@@ -196,6 +196,15 @@ TEST_F(Format, leaves_its_own_output_as_it_is) {
                 std::string(declaration) + '\n' + formatted_library);
 }
 
+// The library writes attribute values as they are stored.
+TEST_F(Format, escapes_attribute_values_so_that_they_read_back_the_same) {
+    write("a.xml", "<a x='&lt;&amp;>&quot;&apos;' y='&#10;&#9;&#13; '><b z='\xc3\xa4&amp;amp;'>&lt;</b></a>");
+    const std::string escaped =
+        "<a x=\"&lt;&amp;>&quot;'\" y=\"&#10;&#9;&#13; \"><b z=\"\xc3\xa4&amp;amp;\">&lt;</b></a>\n";
+    expect_done(run("quxml format --compact --no-declaration a.xml"), escaped);
+    expect_done(run("quxml format a.xml | quxml format --compact --no-declaration"), escaped);
+}
+
 TEST_F(Format, reads_standard_input_for_a_dash_or_no_file) {
     write("library.xml", library_text);
     expect_done(run("quxml format --no-declaration <library.xml"), formatted_library);
@@ -320,6 +329,13 @@ TEST_F(Query, writes_matches_inside_matches_in_document_order) {
                 "<c>x</c>\n"
                 "x\n"
                 "<d/>\n");
+}
+
+TEST_F(Query, compares_attribute_values_as_they_are_read_and_escapes_them_once_when_writing) {
+    write("a.xml", "<a><b x='&lt;'><c y='&amp;'/></b></a>");
+    expect_done(run("quxml query \"a/b[@x='<']\" a.xml"), "<b x=\"&lt;\">\n  <c y=\"&amp;\"/>\n</b>\n");
+    expect_done(run("quxml query 'a//*' a.xml"),
+                "<b x=\"&lt;\">\n  <c y=\"&amp;\"/>\n</b>\n<c y=\"&amp;\"/>\n");
 }
 
 TEST_F(Query, writes_many_matches_in_document_order) {
