@@ -6,8 +6,8 @@ quxml=build/release/tools/quxml
 catalog=examples/catalog.xml
 keyboards=/usr/share/X11/xkb/rules/evdev.xml # of the Debian package xkb-data
 
-show "$quxml" format "$catalog"
-show "$quxml" query /catalog/book "$catalog"
-briefly "$quxml" format "$keyboards"
-briefly "$quxml" query /xkbConfigRegistry/layoutList/layout "$keyboards"
-show build/release/examples/quickstart "$catalog"
+show "$quxml" format --compact "$catalog"
+show "$quxml" query '/catalog/shelf/book[@lang=el]' "$catalog"
+briefly "$quxml" format --sorted "$keyboards"
+show "$quxml" query '/xkbConfigRegistry/layoutList/layout/configItem[name=de]' "$keyboards"
+show build/release/examples/quickstart
