@@ -63,11 +63,11 @@ Failure write_failure(int error) {
 void escape_attributes(quxml::Node* root) {
     std::vector<quxml::Node*> pending{root};
     while (!pending.empty()) {
-        const quxml::Node& node = *pending.back();
+        quxml::Node* const node = pending.back();
         pending.pop_back();
-        if (const auto* element = dynamic_cast<const quxml::Element*>(&node))
+        const quxml::NodeList children = node->get_children();
+        if (const auto* element = dynamic_cast<const quxml::Element*>(node))
             escape_attributes_of(*element);
-        const quxml::NodeList children = node.get_children();
         pending.insert(pending.end(), children.begin(), children.end());
     }
 }
