@@ -1,0 +1,845 @@
+// Covers copies of nodes: by import, by each class's own operation and as a new root, by example and against
+// the plain procedure: link the copy, then its attributes, then its children one by one.
+
+#include "quxml/Node.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <memory>
+#include <random>
+#include <stdexcept>
+#include <string>
+#include <typeinfo>
+#include <utility>
+#include <vector>
+
+#include "dom/NodeAccess.h"
+#include "quxml/Attribute.h"
+#include "quxml/Document.h"
+#include "quxml/Element.h"
+#include "quxml/TextNode.h"
+#include "support/check_links.h"
+#include "support/expect_throw.h"
+#include "support/small_stack.h"
+#include "support/tree_text.h"
+
+namespace {
+
+using quxml::Attribute;
+using quxml::Document;
+using quxml::Element;
+using quxml::Node;
+using quxml::NodeAccess;
+using quxml::NodeList;
+using quxml::TextNode;
+using quxml_test::build;
+using quxml_test::build_chain;
+using quxml_test::links_agree;
+using quxml_test::on_small_stack;
+using quxml_test::to_line;
+
+/// Links a child at the end, whether or not the parent is kept sorted.
+template <class NodeClass>
+NodeClass* append(Node& parent, std::unique_ptr<NodeClass> child) {
+    parent.insert_node(child.get(), NodeAccess::children(parent).end());
+    return child.release();
+}
+
+Element* append_element(Element& parent, const std::string& name, bool sorted) {
+    return append(parent, std::make_unique<Element>(name, &parent, sorted));
+}
+
+TextNode* append_text(Element& parent, const std::string& content) {
+    TextNode* text = append(parent, std::make_unique<TextNode>(&parent, ""));
+    text->set_content(content);
+    return text;
+}
+
+/// A tree with all that comparing wants to see: class, name, attributes, content and keep_sorted.
+std::string describe(const Node* node) {
+    std::string line = std::string(typeid(*node).name()) + (NodeAccess::keep_sorted(*node) ? "+" : "-");
+    if (const auto* text = dynamic_cast<const TextNode*>(node))
+        return line + to_line(text) + node->get_name();
+    line += node->get_name();
+    if (const auto* element = dynamic_cast<const Element*>(node)) {
+        for (const Attribute* attribute : element->get_attributes())
+            line += " " + to_line(attribute);
+    }
+    for (const Node* child : node->get_children())
+        line += " {" + describe(child) + "}";
+    return line;
+}
+
+// One element
+
+TEST(ElementCopy, ShallowHasTheNameOnly) {
+    Document document(false);
+    Element* root = build(document, "r{p}");
+    Document other(false);
+    const Element* source = build(other, "s(id=1,item=2){a \"t\"}");
+    auto* parent = dynamic_cast<Element*>(root->get_child("p"));
+    const Node* copy = source->get_deep_copy_of_node(false, parent);
+    EXPECT_EQ(to_line(root), "r{p{s}}");
+    EXPECT_EQ(copy, parent->get_child("s"));
+    EXPECT_EQ(copy->get_parent(), parent);
+    EXPECT_EQ(to_line(source), "s(id=1,item=2){a \"t\"}");
+    EXPECT_TRUE(links_agree(root));
+}
+
+TEST(ElementCopy, DeepHasEverythingInOrder) {
+    const char* const line = "s(id=1,x=2,item=3){b(item=2){c{\"lowest\"}} \"text\" b(item=1) c}";
+    Document document(false);
+    Element* root = build(document, "r{a}");
+    Document other(false);
+    const Element* source = build(other, line);
+    const Node* copy = root->import_node(source, true);
+    EXPECT_EQ(to_line(copy), line);
+    EXPECT_EQ(to_line(source), line);
+    EXPECT_EQ(copy->get_parent(), root);
+    EXPECT_EQ(copy->get_previous_sibling(), root->get_child("a"));
+    EXPECT_TRUE(links_agree(root));
+}
+
+TEST(ElementCopy, OfAnOnlyNameDeepOrNot) {
+    for (const bool deep : {false, true}) {
+        Document document(false);
+        Element* root = build(document, "r");
+        const Element source("", nullptr, false);
+        EXPECT_EQ(to_line(root->import_node(&source, deep)), "''");
+        EXPECT_EQ(to_line(root), "r{''}");
+    }
+}
+
+TEST(ElementCopy, IntoItsOwnParentStandsBesideTheSource) {
+    Document document(false);
+    Element* root = build(document, "r{a(n=1){b} c}");
+    root->import_node(root->get_child("a"), true);
+    EXPECT_EQ(to_line(root), "r{a(n=1){b} c a(n=1){b}}");
+    EXPECT_TRUE(links_agree(root));
+}
+
+TEST(ElementCopy, LivesOnWithoutTheSource) {
+    Document document(false);
+    Element* root = build(document, "r");
+    {
+        Document other(false);
+        root->import_node(build(other, "s(id=1){\"t\"}"), true);
+    }
+    EXPECT_EQ(to_line(root), "r{s(id=1){\"t\"}}");
+}
+
+TEST(ElementCopy, KeepsItsOwnKeepSortedNotTheParentsWhichIsWanted) {
+    for (const bool source_is_sorted : {false, true}) {
+        for (const bool deep : {false, true}) {
+            Document document(!source_is_sorted);
+            Element* root = document.create_root_node("r");
+            Document other(source_is_sorted);
+            const Element* source = build(other, "s{t}");
+            auto* copy = dynamic_cast<Element*>(root->import_node(source, deep));
+            auto* lower = deep ? dynamic_cast<Element*>(copy->get_child("t")) : copy;
+            lower->add_child("z");
+            lower->add_child("y");
+            EXPECT_EQ(lower->get_children().front()->get_name(), source_is_sorted ? "y" : "z");
+        }
+    }
+}
+
+TEST(ElementCopy, GoesBehindItsNamesakesWhateverItsItemWhichIsWanted) {
+    Document document(true);
+    Element* root = document.create_root_node("r");
+    root->add_child("x", 5);
+    root->add_child("y");
+    Document other(false);
+    const Element* source = build(other, "s{x(item=9) x(item=1) a x(item=99999999999)}");
+    for (Node* child : source->get_children())
+        root->import_node(child, true);
+    EXPECT_EQ(to_line(root), "r{a x(item=5) x(item=9) x(item=1) x(item=99999999999) y}");
+    EXPECT_TRUE(links_agree(root));
+}
+
+TEST(ElementCopy, OfSortedChildrenKeepsTheirOrder) {
+    Document other(true);
+    Element* source = other.create_root_node("s");
+    for (const int item : {3, 1, 2})
+        source->add_child("x", item)->add_child("b", item);
+    source->add_child("x");
+    source->add_child("a");
+    Document document(false);
+    Element* root = document.create_root_node("r");
+    EXPECT_EQ(to_line(root->import_node(source, true)), to_line(source));
+    EXPECT_TRUE(links_agree(root));
+}
+
+TEST(ElementCopy, SortsByNameWhatHasGoneOutOfOrderInASortedSource) {
+    Document other(true);
+    Element* source = build(other, "s{a b c d}");
+    source->get_child("b")->set_name("z");
+    source->set_child_first(source->get_child("d"));
+    ASSERT_EQ(to_line(source), "s{d a z c}");
+    Document document(false);
+    EXPECT_EQ(to_line(document.create_root_node("r")->import_node(source, true)), "s{a c d z}");
+    EXPECT_TRUE(links_agree(document.get_root_node()));
+}
+
+TEST(ElementCopy, ReversesTheTextsOfASortedSourceWhichIsWanted) {
+    Document other(true);
+    Element* source = build(other, "s{\"1\" \"2\" \"3\" a}");
+    ASSERT_EQ(to_line(source), "s{\"3\" \"2\" \"1\" a}");
+    Document document(false);
+    EXPECT_EQ(to_line(document.create_root_node("r")->import_node(source, true)), "s{\"1\" \"2\" \"3\" a}");
+    EXPECT_TRUE(links_agree(document.get_root_node()));
+}
+
+// Text and attributes
+
+TEST(TextCopy, HasTheContentAndNoNameWhichIsWanted) {
+    for (const bool deep : {false, true}) {
+        Document document(false);
+        Element* root = build(document, "r{a}");
+        TextNode source(nullptr, "n");
+        source.set_content("t <&");
+        const Node* copy = root->import_node(&source, deep);
+        EXPECT_EQ(copy, root->get_child_text());
+        EXPECT_EQ(copy->get_name(), "");
+        EXPECT_EQ(copy->get_parent(), root);
+        EXPECT_EQ(to_line(root), "r{a \"t <&\"}");
+        EXPECT_EQ(source.get_name(), "n");
+        EXPECT_EQ(source.get_content(), "t <&");
+        EXPECT_TRUE(links_agree(root));
+    }
+}
+
+TEST(TextCopy, GoesToTheFrontOfASortedParent) {
+    Document document(true);
+    Element* root = build(document, "r{a \"1\"}");
+    TextNode source(nullptr, "z");
+    source.set_content("2");
+    EXPECT_EQ(to_line(source.get_deep_copy_of_node(true, root)), "\"2\"");
+    EXPECT_EQ(to_line(root), "r{\"2\" \"1\" a}");
+    EXPECT_TRUE(links_agree(root));
+}
+
+TEST(TextCopy, BelowACopiedElementLosesItsNameToo) {
+    Document document(false);
+    Element* root = build(document, "r");
+    Element source("s", nullptr, false);
+    source.add_new_node(new TextNode(&source, "n"));
+    const Node* copy = root->import_node(&source, true);
+    EXPECT_EQ(to_line(copy), "s{\"\"}");
+    EXPECT_EQ(copy->get_children().front()->get_name(), "");
+}
+
+TEST(AttributeCopy, IsAppendedToTheParent) {
+    for (const bool deep : {false, true}) {
+        Document document(false);
+        Element* root = build(document, "r(a=1)");
+        const Attribute source("b", "2", nullptr);
+        const Node* copy = root->import_node(&source, deep);
+        EXPECT_EQ(copy, root->get_attribute("b"));
+        EXPECT_EQ(copy->get_parent(), root);
+        EXPECT_EQ(to_line(root), "r(a=1,b=2)");
+        EXPECT_TRUE(links_agree(root));
+    }
+}
+
+TEST(AttributeCopy, OverwritesANamesakeInPlaceAndReturnsIt) {
+    for (const bool deep : {false, true}) {
+        Document document(false);
+        Element* root = build(document, "r(a=1,b=2,c=3)");
+        const Attribute* present = root->get_attribute("b");
+        const Attribute source("b", "new", nullptr);
+        EXPECT_EQ(source.get_deep_copy_of_node(deep, root), present);
+        EXPECT_EQ(to_line(root), "r(a=1,b=new,c=3)");
+        EXPECT_TRUE(links_agree(root));
+    }
+}
+
+TEST(AttributeCopy, OntoItselfChangesNothing) {
+    Document document(false);
+    Element* root = build(document, "r(a=1)");
+    Attribute* attribute = root->get_attribute("a");
+    EXPECT_EQ(root->import_node(attribute, true), attribute);
+    EXPECT_EQ(to_line(root), "r(a=1)");
+}
+
+// A copy as the root of a document
+
+TEST(RootByImport, ShallowHasTheNameOnly) {
+    Document other(false);
+    const Element* source = build(other, "s(id=1){a \"t\"}");
+    Document document(false);
+    Element* root = document.create_root_node_by_import(source, false);
+    EXPECT_EQ(document.get_root_node(), root);
+    EXPECT_EQ(to_line(root), "s");
+    EXPECT_EQ(root->get_parent(), nullptr);
+}
+
+TEST(RootByImport, DeepHasEverythingInOrder) {
+    Document other(false);
+    Element* source = build(other, "s(id=1,x=2){b \"text\" c{d(e=f)}}");
+    source->get_child("")->set_name("n");
+    Document document(false);
+    Element* root = document.create_root_node_by_import(source, true);
+    EXPECT_EQ(document.get_root_node(), root);
+    EXPECT_EQ(to_line(root), to_line(source));
+    EXPECT_EQ(root->get_child_text()->get_name(), "");
+    EXPECT_EQ(root->get_parent(), nullptr);
+    EXPECT_TRUE(links_agree(root));
+}
+
+TEST(RootByImport, DestroysTheFormerRoot) {
+    Document other(false);
+    const Element* source = build(other, "s{a}");
+    for (const bool deep : {false, true}) {
+        Document document(false);
+        build(document, "former{x{y}}");
+        document.create_root_node_by_import(source, deep);
+        EXPECT_EQ(to_line(document.get_root_node()), deep ? "s{a}" : "s");
+    }
+}
+
+TEST(RootByImport, CopiesAnElementThatIsNoRoot) {
+    Document other(false);
+    Element* source = build(other, "r{s(a=1){b} t}");
+    Document document(false);
+    document.create_root_node_by_import(dynamic_cast<Element*>(source->get_child("s")), true);
+    EXPECT_EQ(to_line(document.get_root_node()), "s(a=1){b}");
+    EXPECT_EQ(document.get_root_node()->get_next_sibling(), nullptr);
+    EXPECT_EQ(document.get_root_node()->get_parent(), nullptr);
+}
+
+TEST(RootByImport, TakesTheDocumentsKeepSortedAndDeeperLevelsKeepTheirsWhichIsWanted) {
+    Document unsorted_source(false);
+    Document sorted_source(true);
+    Document sorted(true);
+    Document unsorted(false);
+    const char* const line = "s{c{f e} b{h g}}";
+    sorted.create_root_node_by_import(build(unsorted_source, line), true);
+    EXPECT_EQ(to_line(sorted.get_root_node()), "s{b{h g} c{f e}}");
+    sorted.get_root_node()->add_child("a")->add_child("z");
+    sorted.get_root_node()->get_child("a")->add_child("y");
+    EXPECT_EQ(to_line(sorted.get_root_node()), "s{a{y z} b{h g} c{f e}}");
+
+    Element* source = build(sorted_source, line);
+    source->get_child("b")->set_name("d");
+    unsorted.create_root_node_by_import(source, true);
+    Element* root = unsorted.get_root_node();
+    EXPECT_EQ(to_line(root), "s{d{g h} c{e f}}");
+    root->add_child("a");
+    root->get_child("d")->add_child("a");
+    EXPECT_EQ(to_line(root), "s{d{a g h} c{e f} a}");
+    EXPECT_TRUE(links_agree(root));
+    EXPECT_TRUE(links_agree(sorted.get_root_node()));
+}
+
+TEST(RootByImport, ShallowTakesTheDocumentsKeepSortedToo) {
+    for (const bool sorted : {false, true}) {
+        Document other(!sorted);
+        Document document(sorted);
+        Element* root = document.create_root_node_by_import(other.create_root_node("s"), false);
+        root->add_child("b");
+        root->add_child("a");
+        EXPECT_EQ(to_line(root), sorted ? "s{a b}" : "s{b a}");
+    }
+}
+
+// Classes of an application's own
+
+/// What the classes below have in common: they copy themselves in a way of their own.
+class SelfCopying {
+public:
+    SelfCopying() = default;
+    SelfCopying(const SelfCopying&) = delete;
+    SelfCopying& operator=(const SelfCopying&) = delete;
+    virtual ~SelfCopying() = default;
+};
+
+/// Copies its class too, and is linked with its item, so that it takes its place among its namesakes.
+class StampedElement : public Element, public SelfCopying {
+public:
+    using Element::Element;
+
+    Node* get_deep_copy_of_node(bool deep, Element* new_parent) const override {
+        auto copy = std::make_unique<StampedElement>(get_name(), new_parent, NodeAccess::keep_sorted(*this));
+        copy->set_attribute("item", get_attribute_value("item"));
+        new_parent->add_new_node(copy.get());
+        copy->set_attribute("deep", deep ? "1" : "0");
+        for (Node* child : get_children())
+            copy->import_node(child, deep);
+        return copy.release();
+    }
+};
+
+/// Leaves two copies of itself around the parent's text.
+class TwiceElement : public Element, public SelfCopying {
+public:
+    using Element::Element;
+
+    Node* get_deep_copy_of_node(bool deep, Element* new_parent) const override {
+        Element::get_deep_copy_of_node(false, new_parent);
+        new_parent->add_child_text("between");
+        return Element::get_deep_copy_of_node(deep, new_parent);
+    }
+};
+
+/// Leaves no copy, and removes the parent's last child.
+class GreedyText : public TextNode, public SelfCopying {
+public:
+    using TextNode::TextNode;
+
+    Node* get_deep_copy_of_node(bool /*deep*/, Element* new_parent) const override {
+        const NodeList present = new_parent->get_children();
+        if (!present.empty())
+            new_parent->remove_child(present.back());
+        return nullptr;
+    }
+};
+
+/// Notes what its copy's parent looks like before the copy is there.
+class NosyElement : public Element, public SelfCopying {
+public:
+    NosyElement(const std::string& element_name, Element* owner, std::vector<std::string>& log_of_test)
+        : Element(element_name, owner, false), log(log_of_test) {}
+
+    Node* get_deep_copy_of_node(bool deep, Element* new_parent) const override {
+        log.push_back(to_line(new_parent) + (links_agree(new_parent) ? "" : " with broken links"));
+        return Element::get_deep_copy_of_node(deep, new_parent);
+    }
+
+private:
+    std::vector<std::string>& log;
+};
+
+/// Can not be copied.
+class StubbornElement : public Element, public SelfCopying {
+public:
+    using Element::Element;
+
+    Node* get_deep_copy_of_node(bool /*deep*/, Element* /*new_parent*/) const override {
+        throw std::runtime_error("stubborn");
+    }
+};
+
+/// A class that overrides nothing.
+class PlainlyDerived : public Element {
+public:
+    using Element::Element;
+};
+
+class PlainlyDerivedText : public TextNode {
+public:
+    using TextNode::TextNode;
+};
+
+// The plain procedure
+
+void copy_content_plainly(const Element& source, Element& copy);
+
+Node* copy_plainly(const Node& source, Element& parent) {
+    if (dynamic_cast<const SelfCopying*>(&source) != nullptr)
+        return source.get_deep_copy_of_node(true, &parent);
+    if (const auto* text = dynamic_cast<const TextNode*>(&source)) {
+        auto* copy = new TextNode(&parent, "");
+        copy->set_content(text->get_content());
+        parent.add_new_node(copy);
+        return copy;
+    }
+    auto* copy = new Element(source.get_name(), &parent, NodeAccess::keep_sorted(source));
+    parent.add_new_node(copy);
+    copy_content_plainly(dynamic_cast<const Element&>(source), *copy);
+    return copy;
+}
+
+void copy_content_plainly(const Element& source, Element& copy) {
+    for (const Attribute* attribute : source.get_attributes())
+        copy.set_attribute(attribute->get_name(), attribute->get_value());
+    for (const Node* child : source.get_children())
+        copy_plainly(*child, copy);
+}
+
+/// What the two ways of copying made of the same source.
+struct TwoCopies {
+    std::string copied;
+    std::string plain;
+    std::vector<std::string> seen_in_copying;
+    std::vector<std::string> seen_in_plain;
+};
+
+using Log = std::vector<std::string>;
+
+template <class Work>
+std::string outcome(Work work) {
+    try {
+        work();
+    } catch (const std::exception& error) {
+        return error.what();
+    }
+    return "";
+}
+
+/// Copies `source` into two like parents, one way into each, and compares. `log` is what nosy elements write.
+::testing::AssertionResult copies_agree(const Element& source, const Element& parent, Log& log) {
+    const std::string before = describe(&source);
+    Document first(NodeAccess::keep_sorted(parent));
+    Document second(NodeAccess::keep_sorted(parent));
+    for (Document* document : {&first, &second}) {
+        Element* root = document->create_root_node(parent.get_name());
+        for (const Node* child : parent.get_children())
+            append_element(*root, child->get_name(), false)
+                ->set_attribute("item", dynamic_cast<const Element*>(child)->get_attribute_value("item"));
+    }
+    log.clear();
+    const std::string copied = outcome([&] { first.get_root_node()->import_node(&source, true); });
+    const Log seen = log;
+    log.clear();
+    const std::string plain = outcome([&] { copy_plainly(source, *second.get_root_node()); });
+    const std::string is = describe(first.get_root_node()) + copied;
+    const std::string should_be = describe(second.get_root_node()) + plain;
+    if (is != should_be)
+        return ::testing::AssertionFailure()
+               << to_line(&source) << " was copied to\n  " << is << "\nand should be\n  " << should_be;
+    if (seen != log)
+        return ::testing::AssertionFailure() << "on the way was seen\n  " << ::testing::PrintToString(seen)
+                                             << "\nand should be\n  " << ::testing::PrintToString(log);
+    if (describe(&source) != before)
+        return ::testing::AssertionFailure() << "the source was changed from\n  " << before;
+    return links_agree(first.get_root_node());
+}
+
+/// The same for a copy as the root of a document.
+::testing::AssertionResult root_copies_agree(const Element& source, bool sorted, Log& log) {
+    Document first(sorted);
+    Document second(sorted);
+    log.clear();
+    const std::string copied = outcome([&] { first.create_root_node_by_import(&source, true); });
+    const Log seen = log;
+    log.clear();
+    Element* root = second.create_root_node(source.get_name());
+    const std::string plain = outcome([&] { copy_content_plainly(source, *root); });
+    const std::string is = describe(first.get_root_node()) + copied;
+    const std::string should_be = describe(root) + plain;
+    if (is != should_be)
+        return ::testing::AssertionFailure()
+               << to_line(&source) << " was copied to\n  " << is << "\nand should be\n  " << should_be;
+    if (seen != log)
+        return ::testing::AssertionFailure() << "on the way was seen\n  " << ::testing::PrintToString(seen)
+                                             << "\nand should be\n  " << ::testing::PrintToString(log);
+    return links_agree(first.get_root_node());
+}
+
+// Against the plain procedure
+
+const std::vector<std::string> names = {"", "a", "a", "b", "b", "ab", "B", "\xc3\xa4"};
+const std::vector<std::string> items = {"", "1", "2", "10", "x", "99999999999"};
+
+enum class Kind { element, text, derived, derived_text, stamped, twice, greedy, nosy, stubborn };
+
+const std::vector<Kind> own_kinds = {Kind::element, Kind::element, Kind::element, Kind::text};
+const std::vector<Kind> all_kinds = {Kind::element, Kind::element, Kind::element,      Kind::element,
+                                     Kind::text,    Kind::derived, Kind::derived_text, Kind::stamped,
+                                     Kind::twice,   Kind::greedy,  Kind::nosy};
+const std::vector<Kind> failing_kinds = {Kind::element, Kind::element, Kind::text,    Kind::element,
+                                         Kind::element, Kind::nosy,    Kind::stubborn};
+
+/// Makes trees at random, the same on every machine.
+class Grower {
+public:
+    Grower(unsigned seed, const std::vector<Kind>& kinds_of_test, Log& log_of_test)
+        : engine(seed), kinds(kinds_of_test), log(log_of_test) {}
+
+    bool flip() { return below(2) == 0; }
+    std::size_t below(std::size_t limit) { return engine() % limit; }
+
+    std::unique_ptr<Element> grow_element(std::size_t levels) {
+        auto element = std::make_unique<Element>(pick(names), nullptr, flip());
+        grow(*element, levels);
+        return element;
+    }
+
+    void grow(Element& element, std::size_t levels) {
+        if (flip())
+            element.set_attribute("item", pick(items));
+        element.set_attribute("n", std::to_string(++count));
+        for (std::size_t i = levels == 0 ? 0 : below(6); i > 0; --i)
+            add(element, levels - 1);
+    }
+
+private:
+    const std::string& pick(const std::vector<std::string>& texts) { return texts[below(texts.size())]; }
+
+    void add(Element& parent, std::size_t levels) {
+        const std::string& name = pick(names);
+        switch (kinds[below(kinds.size())]) {
+            case Kind::element:
+                return grow(*append_element(parent, name, flip()), levels);
+            case Kind::text:
+                return add_text(parent, std::make_unique<TextNode>(&parent, name));
+            case Kind::derived:
+                return grow(*append(parent, std::make_unique<PlainlyDerived>(name, &parent, flip())), levels);
+            case Kind::derived_text:
+                return add_text(parent, std::make_unique<PlainlyDerivedText>(&parent, name));
+            case Kind::stamped:
+                return grow(*append(parent, std::make_unique<StampedElement>(name, &parent, flip())), levels);
+            case Kind::twice:
+                return grow(*append(parent, std::make_unique<TwiceElement>(name, &parent, flip())), levels);
+            case Kind::greedy:
+                return add_text(parent, std::make_unique<GreedyText>(&parent, name));
+            case Kind::nosy:
+                return grow(*append(parent, std::make_unique<NosyElement>(name, &parent, log)), levels);
+            case Kind::stubborn:
+                append(parent, std::make_unique<StubbornElement>(name, &parent, false));
+        }
+    }
+
+    template <class Text>
+    void add_text(Element& parent, std::unique_ptr<Text> text) {
+        append(parent, std::move(text))->set_content(std::to_string(++count));
+    }
+
+    std::mt19937 engine;
+    const std::vector<Kind>& kinds;
+    Log& log;
+    int count = 0;
+};
+
+void compare_random_copies(const std::vector<Kind>& kinds) {
+    for (unsigned seed = 1; seed <= 500; ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        Log log;
+        Grower grower(seed, kinds, log);
+        const std::unique_ptr<Element> source = grower.grow_element(1 + grower.below(4));
+        const Element empty("p", nullptr, seed % 2 == 0);
+        ASSERT_TRUE(copies_agree(*source, empty, log));
+        ASSERT_TRUE(root_copies_agree(*source, seed % 2 == 0, log));
+    }
+}
+
+TEST(Copies, AgreeWithThePlainProcedureForElementsAndTexts) {
+    compare_random_copies(own_kinds);
+}
+
+TEST(Copies, AgreeWithThePlainProcedureForDerivedClasses) {
+    compare_random_copies(all_kinds);
+}
+
+TEST(Copies, AgreeWithThePlainProcedureWhenOneFails) {
+    compare_random_copies(failing_kinds);
+}
+
+TEST(Copies, AgreeWithThePlainProcedureAmongOtherChildren) {
+    for (unsigned seed = 1; seed <= 200; ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        Log log;
+        Grower grower(seed, own_kinds, log);
+        const std::unique_ptr<Element> source = grower.grow_element(2);
+        Element parent("p", nullptr, seed % 2 == 0);
+        for (const char* item : {"", "1", "2"}) {
+            for (const char* name : {"a", "ab", "b"})
+                parent.add_child(name, item);
+        }
+        ASSERT_TRUE(copies_agree(*source, parent, log));
+    }
+}
+
+TEST(Copies, AgreeWithThePlainProcedureForEverySequenceOfFiveChildren) {
+    const std::vector<std::string> choices = {"a", "b", "c", "", "text"};
+    Log log;
+    for (int sequence = 0; sequence < 5 * 5 * 5 * 5 * 5; ++sequence) {
+        Element source("s", nullptr, true);
+        int rest = sequence;
+        for (int i = 0; i < 5; ++i, rest /= 5) {
+            const std::string& choice = choices[static_cast<std::size_t>(rest % 5)];
+            if (choice == "text") {
+                append_text(source, std::to_string(i));
+            } else {
+                append_element(source, choice, false)->set_attribute("item", std::to_string(9 - i));
+            }
+        }
+        ASSERT_TRUE(root_copies_agree(source, true, log)) << "sequence " << sequence;
+    }
+}
+
+// Derived classes, by example
+
+TEST(CopyOfADerivedClass, ThatOverridesNothingIsAPlainElement) {
+    Document document(false);
+    Element* root = build(document, "r");
+    Element source("s", nullptr, false);
+    auto* derived = append(source, std::make_unique<PlainlyDerived>("d", &source, true));
+    derived->set_attribute("a", "1");
+    derived->add_child("b");
+    root->import_node(&source, true);
+    EXPECT_EQ(to_line(root), "r{s{d(a=1){b}}}");
+    const Node* copy = root->get_child("s")->get_child("d");
+    EXPECT_EQ(typeid(*copy), typeid(Element));
+}
+
+TEST(CopyOfADerivedClass, CopiesItselfAtEveryLevelAlwaysDeep) {
+    Document document(false);
+    Element* root = build(document, "r");
+    Element source("s", nullptr, false);
+    Element* lower = source.add_child("l");
+    append(*lower, std::make_unique<StampedElement>("d", lower, false))->add_child("b");
+    root->import_node(&source, true);
+    EXPECT_EQ(to_line(root), "r{s{l{d(item='',deep=1){b}}}}");
+    const Node* copy = root->get_child("s")->get_child("l")->get_child("d");
+    EXPECT_EQ(typeid(*copy), typeid(StampedElement));
+}
+
+TEST(CopyOfADerivedClass, IsAskedItselfByImportNode) {
+    Document document(false);
+    Element* root = build(document, "r");
+    const StampedElement source("d", nullptr, false);
+    root->import_node(&source, false);
+    EXPECT_EQ(to_line(root), "r{d(item='',deep=0)}");
+}
+
+TEST(CopyOfADerivedClass, AsARootIsAPlainElement) {
+    StampedElement source("d", nullptr, false);
+    source.set_attribute("a", "1");
+    append(source, std::make_unique<StampedElement>("e", &source, false));
+    Document document(false);
+    const Element* root = document.create_root_node_by_import(&source, true);
+    EXPECT_EQ(to_line(root), "d(a=1){e(item='',deep=1)}");
+    EXPECT_EQ(typeid(*root), typeid(Element));
+}
+
+TEST(CopyOfADerivedClass, FindsItsSiblingsAlreadySorted) {
+    Log log;
+    Element source("s", nullptr, true);
+    for (const char* name : {"c", "a", "b"})
+        append_element(source, name, false);
+    append(source, std::make_unique<NosyElement>("n", &source, log));
+    append_element(source, "0", false);
+    Document document(false);
+    Element* root = document.create_root_node("r");
+    root->import_node(&source, true);
+    EXPECT_EQ(log, (Log{"s{a b c}"}));
+    EXPECT_EQ(to_line(root), "r{s{0 a b c n}}");
+    EXPECT_TRUE(links_agree(root));
+}
+
+TEST(CopyOfADerivedClass, ThatFailsLeavesWhatHadBeenCopied) {
+    Element source("s", nullptr, true);
+    source.set_attribute("a", "1");
+    for (const char* name : {"c", "b"})
+        append_element(source, name, false);
+    Element* lower = append_element(source, "a", true);
+    append_element(*lower, "z", false);
+    append_element(*lower, "y", false);
+    append(*lower, std::make_unique<StubbornElement>("x", lower, false));
+    append_element(source, "never", false);
+
+    Document document(false);
+    Element* root = document.create_root_node("r");
+    EXPECT_THROW_MESSAGE(root->import_node(&source, true), std::runtime_error, "stubborn");
+    EXPECT_EQ(to_line(root), "r{s(a=1){a{y z} b c}}");
+    EXPECT_TRUE(links_agree(root));
+
+    EXPECT_THROW_MESSAGE(document.create_root_node_by_import(&source, true), std::runtime_error, "stubborn");
+    EXPECT_EQ(to_line(document.get_root_node()), "s(a=1){c b a{y z}}");
+    EXPECT_TRUE(links_agree(document.get_root_node()));
+}
+
+// Large sources
+
+const std::size_t many = 50000;
+
+/// A copy is right if it has these children, in this order, properly linked.
+::testing::AssertionResult has_children_like(const Node* copy, const NodeList& expected) {
+    const NodeList copies = copy->get_children();
+    const auto alike = [](const Node* a, const Node* b) { return to_line(a) == to_line(b); };
+    if (!std::equal(copies.begin(), copies.end(), expected.begin(), expected.end(), alike))
+        return ::testing::AssertionFailure() << "other children, or in another order";
+    return links_agree(copy);
+}
+
+/// Copies a sorted element with a child for each of `child_names`, in that order. A walk over the siblings
+/// for each child would take minutes.
+void copy_many(const std::vector<std::string>& child_names) {
+    Element source("s", nullptr, true);
+    for (std::size_t i = 0; i < child_names.size(); ++i)
+        append_element(source, child_names[i], false)->set_attribute("item", std::to_string(many - i));
+    NodeList expected = source.get_children();
+    expected.sort([](const Node* a, const Node* b) { return a->get_name() < b->get_name(); });
+
+    Element parent("p", nullptr, true);
+    EXPECT_TRUE(has_children_like(parent.import_node(&source, true), expected));
+    Document document(true);
+    EXPECT_TRUE(has_children_like(document.create_root_node_by_import(&source, true), expected));
+}
+
+TEST(ManyCopies, OfNamesakesInASortedElementTakeNoQuadraticTime) {
+    copy_many(std::vector<std::string>(many, "x"));
+}
+
+TEST(ManyCopies, OfRisingNamesInASortedElementTakeNoQuadraticTime) {
+    std::vector<std::string> rising;
+    for (std::size_t i = 0; i < many; ++i)
+        rising.push_back("x" + std::to_string(many + i));
+    copy_many(rising);
+}
+
+TEST(ManyCopies, OfFallingNamesInASortedElementTakeNoQuadraticTime) {
+    std::vector<std::string> falling;
+    for (std::size_t i = 0; i < many; ++i)
+        falling.push_back("x" + std::to_string(2 * many - i));
+    copy_many(falling);
+}
+
+TEST(ManyCopies, OfMixedNamesInASortedElementTakeNoQuadraticTime) {
+    std::vector<std::string> mixed;
+    for (std::size_t i = 0; i < many; ++i)
+        mixed.push_back("x" + std::to_string(i * 7919 % many / 2));
+    copy_many(mixed);
+}
+
+TEST(ManyCopies, OfTextsInASortedElementTakeNoQuadraticTime) {
+    Element source("s", nullptr, true);
+    for (std::size_t i = 0; i < many; ++i) {
+        append_text(source, std::to_string(i));
+        append_element(source, "x", false);
+    }
+    Element parent("p", nullptr, true);
+    const NodeList copies = parent.import_node(&source, true)->get_children();
+    EXPECT_EQ(to_line(copies.front()), "\"" + std::to_string(many - 1) + "\"");
+    EXPECT_EQ(to_line(*std::next(copies.begin(), many - 1)), "\"0\"");
+    EXPECT_EQ(to_line(copies.back()), "x");
+    EXPECT_TRUE(links_agree(&parent));
+}
+
+// Deep sources
+
+const std::size_t deep_levels = 1000000;
+
+/// The number of levels of a chain.
+std::size_t count_levels(const Node* top) {
+    std::size_t levels = 1;
+    for (; !top->get_children().empty(); ++levels)
+        top = top->get_children().front();
+    return levels;
+}
+
+TEST(DeepCopies, ByImportNeedNoDeepStack) {
+    Document source(true);
+    build_chain(source, "n", deep_levels);
+    Element parent("p", nullptr, true);
+    const Node* copy = nullptr;
+    on_small_stack([&] { copy = parent.import_node(source.get_root_node(), true); });
+    EXPECT_EQ(count_levels(copy), deep_levels);
+    EXPECT_TRUE(links_agree(&parent));
+}
+
+TEST(DeepCopies, AsARootNeedNoDeepStack) {
+    Document source(false);
+    build_chain(source, "n", deep_levels);
+    Document document(false);
+    on_small_stack([&] { document.create_root_node_by_import(source.get_root_node(), true); });
+    EXPECT_EQ(count_levels(document.get_root_node()), deep_levels);
+    EXPECT_TRUE(links_agree(document.get_root_node()));
+}
+
+}  // namespace
