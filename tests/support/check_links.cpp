@@ -17,19 +17,28 @@ using quxml::Element;
 using quxml::Node;
 using quxml::NodeList;
 
-/// What is wrong with the children of one node; empty if nothing is.
+/// What is wrong with a child that stands between `previous` and `next`; empty if nothing is.
+std::string check_child(const Node& node, const Node* child, const Node* previous, const Node* next) {
+    if (child == nullptr)
+        return "is null";
+    if (child->get_parent() != &node)
+        return "has another parent";
+    if (child->get_previous_sibling() != previous)
+        return "its previous sibling is not the child before it";
+    if (child->get_next_sibling() != next)
+        return "its next sibling is not the child after it";
+    return {};
+}
+
 std::string check_children(const Node& node, const NodeList& children) {
-    for (auto child = children.begin(); child != children.end(); ++child) {
-        const std::string place = "child " + std::to_string(std::distance(children.begin(), child)) + ": ";
-        if (*child == nullptr)
-            return place + "is null";
-        if ((*child)->get_parent() != &node)
-            return place + "has another parent";
-        if ((*child)->get_previous_sibling() != (child == children.begin() ? nullptr : *std::prev(child)))
-            return place + "its previous sibling is not the child before it";
-        if ((*child)->get_next_sibling() !=
-            (std::next(child) == children.end() ? nullptr : *std::next(child)))
-            return place + "its next sibling is not the child after it";
+    const Node* previous = nullptr;
+    int position = 0;
+    for (auto child = children.begin(); child != children.end(); ++child, ++position) {
+        const Node* next = std::next(child) == children.end() ? nullptr : *std::next(child);
+        const std::string wrong = check_child(node, *child, previous, next);
+        if (!wrong.empty())
+            return "child " + std::to_string(position) + ": " + wrong;
+        previous = *child;
     }
     return {};
 }
