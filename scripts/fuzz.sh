@@ -27,10 +27,14 @@ fuzz() {
 report() {
     local place=build/$preset/fuzz/$1 executions coverage
     executions=$(sed -n 's/^stat::number_of_executed_units: //p' "$place/log")
-    coverage=$(grep --only-matching ' cov: [0-9]*' "$place/log" | tail --lines=1 || true)
-    echo "$1: ${executions:-0} executions,${coverage:- cov: 0}, corpus $(find "$place/corpus" -type f | wc --lines) files," \
-        "$(find "$place/findings" -type f | wc --lines) findings"
+    coverage=$(sed -n 's/^#[0-9]*\t.* cov: \([0-9]*\) .*/\1/p' "$place/log" | tail --lines=1)
+    echo "$1: ${executions:-0} executions, coverage ${coverage:-0}, corpus $(count_files "$place/corpus")," \
+        "findings $(count_files "$place/findings")"
     [ ! -e "$place/failed" ] || tail --lines=40 "$place/log"
+}
+
+count_files() {
+    find "$1" -type f | wc --lines
 }
 
 rm -f "build/$preset"/fuzz/*/failed
