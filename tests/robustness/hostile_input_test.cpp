@@ -64,7 +64,8 @@ bool is_well_formed(const std::string& text) {
 class HostileInput : public ::testing::Test {
 protected:
     HostileInput() : loader(xmlGetExternalEntityLoader()) {
-        quxml::from_string("<?oasis-xml-catalog?><a/>", false);  // libxml2 allocates what it keeps for good
+        quxml::from_string("<?oasis-xml-catalog catalog='c'?><a/>",
+                           false);  // libxml2 allocates what it keeps for good
         loads = 0;
         xmlSetExternalEntityLoader(quxml_test_entity_loader);
     }
