@@ -131,10 +131,14 @@ Element* Node::add_child(const std::string& child_name, const std::string& item)
     auto child = std::make_unique<Element>(child_name, static_cast<Element*>(this), keep_sorted);
     child->set_attribute("item", item);
     NodeList entry(1, child.get());
-    // Deliberate: from here on only the item of a sibling can fail, and then the new child is not freed.
-    Element* added = child.release();
-    link_new_node(*this, entry);
-    return added;
+    try {
+        link_new_node(*this, entry);
+    } catch (const std::out_of_range&) {
+        // Deliberate: a child whose place can not be told is not freed.
+        static_cast<void>(child.release());
+        throw;
+    }
+    return child.release();
 }
 
 Element* Node::add_child(const std::string& child_name, int item) {
