@@ -366,10 +366,11 @@ public:
         auto copy = std::make_unique<StampedElement>(get_name(), new_parent, NodeAccess::keep_sorted(*this));
         copy->set_attribute("item", get_attribute_value("item"));
         new_parent->add_new_node(copy.get());
-        copy->set_attribute("deep", deep ? "1" : "0");
+        StampedElement* linked = copy.release();
+        linked->set_attribute("deep", deep ? "1" : "0");
         for (Node* child : get_children())
-            copy->import_node(child, deep);
-        return copy.release();
+            linked->import_node(child, deep);
+        return linked;
     }
 };
 
@@ -398,19 +399,38 @@ public:
     }
 };
 
-/// Notes what its copy's parent looks like before the copy is there.
+/// Notes what the tree looks like to which its copy is going to be added.
 class NosyElement : public Element, public SelfCopying {
 public:
     NosyElement(const std::string& element_name, Element* owner, std::vector<std::string>& log_of_test)
         : Element(element_name, owner, false), log(log_of_test) {}
 
     Node* get_deep_copy_of_node(bool deep, Element* new_parent) const override {
-        log.push_back(to_line(new_parent) + (links_agree(new_parent) ? "" : " with broken links"));
+        const Element* top = new_parent;
+        while (top->get_parent() != nullptr)
+            top = top->get_parent();
+        log.push_back(to_line(top) + (links_agree(top) ? "" : " with broken links"));
         return Element::get_deep_copy_of_node(deep, new_parent);
     }
 
 private:
     std::vector<std::string>& log;
+};
+
+/// Adds a child with its own item to its copy's grandparent first.
+class MeddlingElement : public Element, public SelfCopying {
+public:
+    using Element::Element;
+
+    Node* get_deep_copy_of_node(bool deep, Element* new_parent) const override {
+        if (Element* grandparent = new_parent->get_parent()) {
+            auto child = std::make_unique<Element>("b", grandparent, false);
+            child->set_attribute("item", get_attribute_value("item"));
+            grandparent->add_new_node(child.get());
+            child.release();
+        }
+        return Element::get_deep_copy_of_node(deep, new_parent);
+    }
 };
 
 /// Can not be copied.
@@ -535,12 +555,12 @@ std::string outcome(Work work) {
 const std::vector<std::string> names = {"", "a", "a", "b", "b", "ab", "B", "\xc3\xa4"};
 const std::vector<std::string> items = {"", "1", "2", "10", "x", "99999999999"};
 
-enum class Kind { element, text, derived, derived_text, stamped, twice, greedy, nosy, stubborn };
+enum class Kind { element, text, derived, derived_text, stamped, twice, greedy, nosy, meddling, stubborn };
 
 const std::vector<Kind> own_kinds = {Kind::element, Kind::element, Kind::element, Kind::text};
 const std::vector<Kind> all_kinds = {Kind::element, Kind::element, Kind::element,      Kind::element,
                                      Kind::text,    Kind::derived, Kind::derived_text, Kind::stamped,
-                                     Kind::twice,   Kind::greedy,  Kind::nosy};
+                                     Kind::twice,   Kind::greedy,  Kind::nosy,         Kind::meddling};
 const std::vector<Kind> failing_kinds = {Kind::element, Kind::element, Kind::text,    Kind::element,
                                          Kind::element, Kind::nosy,    Kind::stubborn};
 
@@ -563,6 +583,8 @@ public:
         if (flip())
             element.set_attribute("item", pick(items));
         element.set_attribute("n", std::to_string(++count));
+        if (below(8) == 0)
+            add_many_attributes(element);
         for (std::size_t i = levels == 0 ? 0 : below(6); i > 0; --i)
             add(element, levels - 1);
     }
@@ -589,8 +611,21 @@ private:
                 return add_text(parent, std::make_unique<GreedyText>(&parent, name));
             case Kind::nosy:
                 return grow(*append(parent, std::make_unique<NosyElement>(name, &parent, log)), levels);
+            case Kind::meddling:
+                return grow(*append(parent, std::make_unique<MeddlingElement>(name, &parent, flip())),
+                            levels);
             case Kind::stubborn:
                 append(parent, std::make_unique<StubbornElement>(name, &parent, false));
+        }
+    }
+
+    /// Some get the name of another one, as renaming may do.
+    void add_many_attributes(Element& element) {
+        for (std::size_t i = below(40); i > 0; --i) {
+            const std::string name = "x" + std::to_string(i);
+            element.set_attribute(name, std::to_string(++count));
+            if (below(4) == 0)
+                element.get_attribute(name)->set_name("x" + std::to_string(below(40)));
         }
     }
 
@@ -717,8 +752,37 @@ TEST(CopyOfADerivedClass, FindsItsSiblingsAlreadySorted) {
     Document document(false);
     Element* root = document.create_root_node("r");
     root->import_node(&source, true);
-    EXPECT_EQ(log, (Log{"s{a b c}"}));
+    EXPECT_EQ(log, (Log{"r{s{a b c}}"}));
     EXPECT_EQ(to_line(root), "r{s{0 a b c n}}");
+    EXPECT_TRUE(links_agree(root));
+}
+
+TEST(CopyOfADerivedClass, FindsItsAncestorsSiblingsAlreadySorted) {
+    Log log;
+    Element source("s", nullptr, true);
+    for (const char* name : {"c", "b"})
+        append_element(source, name, false);
+    Element* lower = append_element(source, "a", false);
+    append(*lower, std::make_unique<NosyElement>("n", lower, log));
+    append_element(source, "0", false);
+    Document document(false);
+    Element* root = document.create_root_node("r");
+    root->import_node(&source, true);
+    EXPECT_EQ(log, (Log{"r{s{a b c}}"}));
+    EXPECT_EQ(to_line(root), "r{s{0 a{n} b c}}");
+    EXPECT_TRUE(links_agree(root));
+}
+
+TEST(CopyOfADerivedClass, MayAddToItsCopysAncestors) {
+    Element source("s", nullptr, true);
+    append_element(source, "c", false);
+    append_element(source, "b", false)->set_attribute("item", "5");
+    Element* lower = append_element(source, "a", false);
+    append(*lower, std::make_unique<MeddlingElement>("m", lower, false))->set_attribute("item", "9");
+    Document document(false);
+    Element* root = document.create_root_node("r");
+    root->import_node(&source, true);
+    EXPECT_EQ(to_line(root), "r{s{a{m(item=9)} b(item=5) b(item=9) c}}");
     EXPECT_TRUE(links_agree(root));
 }
 
@@ -795,6 +859,22 @@ TEST(ManyCopies, OfMixedNamesInASortedElementTakeNoQuadraticTime) {
     for (std::size_t i = 0; i < many; ++i)
         mixed.push_back("x" + std::to_string(i * 7919 % many / 2));
     copy_many(mixed);
+}
+
+TEST(ManyCopies, OfElementsWithoutANameInASortedElementTakeNoQuadraticTime) {
+    std::vector<std::string> mixed(many / 1000, "");
+    for (std::size_t i = mixed.size(); i < many; ++i)
+        mixed.push_back("x" + std::to_string(2 * many - i));
+    copy_many(mixed);
+}
+
+TEST(Copies, KeepTheOrderOfManyAttributes) {
+    Element wide("w", nullptr, false);
+    for (std::size_t i = 0; i < 2000; ++i)
+        wide.set_attribute("a" + std::to_string(i), "1");
+    Document document(false);
+    EXPECT_EQ(to_line(document.create_root_node_by_import(&wide, true)), to_line(&wide));
+    EXPECT_TRUE(links_agree(document.get_root_node()));
 }
 
 TEST(ManyCopies, OfTextsInASortedElementTakeNoQuadraticTime) {
