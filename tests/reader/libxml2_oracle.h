@@ -5,12 +5,10 @@
 // can be, or from the record of its last error.
 
 #include <gtest/gtest.h>
-#include <libxml/globals.h>
 #include <libxml/parser.h>
 #include <libxml/tree.h>
 #include <libxml/xmlerror.h>
 
-#include <cctype>
 #include <memory>
 #include <string>
 #include <utility>
