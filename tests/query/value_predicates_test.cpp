@@ -13,7 +13,6 @@
 
 namespace {
 
-using quxml::Document;
 using quxml::Element;
 using quxml::Node;
 using quxml::NodeList;
