@@ -47,8 +47,9 @@ void silence_libxml2() {
 }
 
 #if LIBXML_VERSION < 21100
-/// While it lives, a parse on this thread is stopped once libxml2 has found a loop of entities. Versions before
-/// 2.11 go on instead, and a few hundred bytes of parameter entities keep them going for ever.
+/// While it lives, a parse on this thread is stopped once libxml2 has found a loop of entities in a DTD. Versions
+/// before 2.11 report the loop and go on, and a few hundred bytes of parameter entities keep them going for ever.
+/// In the content of a document they stop by themselves.
 class EntityLoopGuard {
 public:
     EntityLoopGuard() : former_handler(xmlStructuredError), former_context(xmlStructuredErrorContext) {
@@ -65,8 +66,9 @@ private:
         const auto* guard = static_cast<const EntityLoopGuard*>(context);
         if (guard->former_handler != nullptr)
             guard->former_handler(guard->former_context, error);
-        if (error->code == XML_ERR_ENTITY_LOOP)
-            xmlStopParser(static_cast<xmlParserCtxtPtr>(error->ctxt));
+        auto* parser = static_cast<xmlParserCtxtPtr>(error->ctxt);
+        if (error->code == XML_ERR_ENTITY_LOOP && parser->instate == XML_PARSER_DTD)
+            xmlStopParser(parser);
     }
 
     xmlStructuredErrorFunc former_handler;
