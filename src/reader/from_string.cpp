@@ -47,9 +47,9 @@ void silence_libxml2() {
 }
 
 #if LIBXML_VERSION < 21100
-/// While it lives, a parse on this thread is stopped once libxml2 has found a loop of entities in a DTD. Versions
-/// before 2.11 report the loop and go on, and a few hundred bytes of parameter entities keep them going for ever.
-/// In the content of a document they stop by themselves.
+/// While it lives, a parse on this thread is stopped once libxml2 has found a loop of entities in a DTD.
+/// Versions before 2.11 report the loop and go on, and a few hundred bytes of parameter entities keep them going
+/// for ever. In the content of a document they stop by themselves.
 class EntityLoopGuard {
 public:
     EntityLoopGuard() : former_handler(xmlStructuredError), former_context(xmlStructuredErrorContext) {
