@@ -226,7 +226,7 @@ public:
         : path(::testing::TempDir() + "quxml_" + std::to_string(getpid()) + ".dtd") {
         std::ofstream(path) << content;
     }
-    ~TemporaryFile() { std::remove(path.c_str()); }
+    ~TemporaryFile() { static_cast<void>(std::remove(path.c_str())); }
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
 
