@@ -10,9 +10,9 @@
 
 namespace quxml_test {
 
-// AddressSanitizer puts red zones around every local variable, lays the frames of inlined calls out side by
-// side, and calls its own runtime on the same stack, whose allocator alone takes several pages for a stack
-// trace; so it gets twice the room. Both are far too small for a million calls, which is what matters.
+// AddressSanitizer makes frames larger and runs its own allocator on the caller's stack; by how much depends
+// on the compiler and on the optimisation, so it gets twice the room. A call for each of a million levels
+// needs a hundred times as much.
 #if defined(__has_feature)
 #if __has_feature(address_sanitizer)
 #define QUXML_TEST_ASAN 1
