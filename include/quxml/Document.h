@@ -57,7 +57,7 @@ public:
     Element* create_root_node_by_import(const Element* source, bool deep);
 
     /// The whole document as compact text: `<?xml version="1.0"?>` and the root on one line, without a line
-    /// end. Ready to use once the library's own static objects have been constructed.
+    /// end. Not to be called before `main`.
     std::string write_to_string() const;
 
     /// The whole document as formatted text: an element a line, two spaces a level, every line ended by a
@@ -74,14 +74,17 @@ private:
 ///
 /// Kept are elements, their attributes, and text that is the only content of its element. Dropped are text
 /// with any sibling (so the white space between elements), text of white space only that begins with a line
-/// feed, CDATA sections, comments, processing instructions, entity references, namespace declarations, and
-/// the prefixes of names. Entities of a DTD are not substituted and nothing outside `text` is ever loaded.
+/// feed, CDATA sections, comments, processing instructions, references to entities of a DTD, namespace
+/// declarations and the prefixes they declare; of two attributes that differ only in their prefix, the last
+/// value stays. Entities of a DTD are not substituted and nothing outside `text` is ever loaded. Names and texts
+/// are converted to UTF-8.
 ///
 /// libxml2's generic error handler for the calling thread is replaced by a silent one, and stays replaced;
 /// the record of its last error is reset.
 /// \param text at most `INT_MAX` bytes, in an encoding that it declares itself or UTF-8.
-/// \param keep_sorted for the new document: its children are then in sorted order, not in the order of the
-///     text.
+/// \param keep_sorted for the new document: children are then sorted by name. Deliberate: namesakes stay in the
+///     order of the text, whatever their items, because an element is linked before it gets its attributes;
+///     `Node::sort_children_recursively` orders them by item.
 /// \return the document; shared ownership, never null.
 /// \throws DomParserError if libxml2 can not read the text: it is not well-formed, its encoding is not known,
 ///     it exceeds libxml2's limits of depth and size, or libxml2 runs out of memory. The message has the last
