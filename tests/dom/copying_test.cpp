@@ -427,7 +427,7 @@ public:
             auto child = std::make_unique<Element>("b", grandparent, false);
             child->set_attribute("item", get_attribute_value("item"));
             grandparent->add_new_node(child.get());
-            child.release();
+            static_cast<void>(child.release());
         }
         return Element::get_deep_copy_of_node(deep, new_parent);
     }
