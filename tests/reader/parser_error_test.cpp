@@ -169,6 +169,12 @@ const std::vector<RefusedText>& refused_texts() {
         {"EntityWithoutSemicolon", "<a>&amp</a>"},
         {"UndeclaredEntityInAttribute", "<a x='&e;'/>"},
         {"EntityThatHoldsItself", "<!DOCTYPE a [<!ENTITY e '&f;'><!ENTITY f '&e;'>]><a>&e;</a>"},
+        {"EntityThatHoldsItselfInAnAttribute", "<!DOCTYPE a [<!ENTITY e '&e;'>]><a x='&e;'/>"},
+        {"EntityThatHoldsItselfInADefault", "<!DOCTYPE a [<!ENTITY e '&e;'><!ATTLIST a x CDATA '&e;'>]><a/>"},
+        {"EntityThatHoldsItselfInAnElement", "<!DOCTYPE a [<!ENTITY e '<b>&e;</b>'>]><a>&e;</a>"},
+        {"ParameterEntityThatHoldsItself", "<!DOCTYPE a [<!ENTITY % p '&#37;p;'>%p;]><a/>"},
+        {"ParameterEntitiesThatHoldEachOther",
+         "<!DOCTYPE a [<!ENTITY % p '&#37;q;'><!ENTITY % q '&#37;p;'>%p;]><a/>"},
         {"EntityThatIsNotBalanced", "<!DOCTYPE a [<!ENTITY e '<b>'>]><a>&e;</a>"},
         {"ReferenceToZero", "<a>&#0;</a>"},
         {"ReferenceToFormFeed", "<a>&#12;</a>"},
@@ -447,6 +453,25 @@ TEST(GenericErrorHandler, IsTheSameOneAfterEachCall) {
     const auto first = xmlGenericError;
     outcome("<a>");
     EXPECT_EQ(xmlGenericError, first);
+}
+
+template <class Error>
+void count_error(void* context, Error /*error*/) {
+    ++*static_cast<int*>(context);
+}
+
+TEST(StructuredErrorHandler, OfTheApplicationIsCalledAndStays) {
+    int errors = 0;
+    xmlSetStructuredErrorFunc(&errors, count_error);
+    outcome("<a/>");
+    EXPECT_EQ(errors, 0);
+    outcome("<a></b>");
+    const int errors_of_refused_text = errors;
+    EXPECT_GT(errors_of_refused_text, 0);
+    outcome("<p:a/>");
+    EXPECT_GT(errors, errors_of_refused_text);
+    EXPECT_EQ(xmlStructuredErrorContext, &errors);
+    xmlSetStructuredErrorFunc(nullptr, nullptr);
 }
 
 TEST(Failure, OfOneCallLeavesDocumentsReadBeforeAndAfterAlone) {

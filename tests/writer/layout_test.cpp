@@ -764,6 +764,10 @@ struct WideRow {
     void (*add_one)(Element& parent);
 };
 
+void PrintTo(const WideRow& row, std::ostream* out) {
+    *out << row.name;
+}
+
 class WideElement : public ::testing::TestWithParam<WideRow> {};
 
 TEST_P(WideElement, IsWrittenInLinearTime) {
