@@ -441,7 +441,7 @@ std::string fail_to_add_child() {
 TEST(AddChildDeathTest, WithAnItemBeyondTheRangeLeavesTheNewChildUnlinkedWhichIsWanted) {
     const auto fail_and_end = [] {
         std::cerr << fail_to_add_child() << '\n';
-        std::raise(SIGKILL);
+        static_cast<void>(std::raise(SIGKILL));
     };
     EXPECT_EXIT(fail_and_end(), ::testing::KilledBySignal(SIGKILL), "^stoi r.x.item=1. x.item=5.. ok\n$");
 }
@@ -854,7 +854,7 @@ public:
 TEST(NodeDestructor, LetsADerivedClassRemoveItsChildrenFirst) {
     Log log;
     auto root = std::make_unique<Element>("r", nullptr, false);
-    Element* tidy = link<Element>(*root, std::make_unique<TidyElement>("tidy", root.get(), false));
+    TidyElement* tidy = link(*root, std::make_unique<TidyElement>("tidy", root.get(), false));
     add_logged(log, *add_logged(log, *tidy, "a"), "a1");
     add_logged(log, *tidy, "b");
     add_logged(log, *root, "c");
