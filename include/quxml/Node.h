@@ -154,8 +154,8 @@ public:
     void set_child_first(Node* child);
 
     /// Copies `node` into this element; see `get_deep_copy_of_node`.
-    /// \param node borrowed, not null; must not change meanwhile. Neither this node nor one of its ancestors:
-    ///     copying a node into itself does not end.
+    /// \param node borrowed, not null. Neither this node nor one of its ancestors: copying a node into itself
+    ///     does not end.
     /// \return the copy, borrowed; or, for an attribute that this element already has, that attribute with
     ///     its new value.
     Node* import_node(const Node* node, bool deep);

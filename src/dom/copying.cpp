@@ -20,13 +20,23 @@ namespace {
 /// An element that is being copied.
 struct OpenElement {
     OpenElement(const Element& source, Element& copy_of_source)
-        : children(NodeAccess::children(source)),
-          next(children.begin()),
+        : next(NodeAccess::children(source).begin()),
+          end(NodeAccess::children(source).end()),
           copy(copy_of_source),
           filling(copy) {}
 
-    const NodeList& children;
+    /// Prepares for a derived class that looks at source and copy, and may add to both: the copy is put in
+    /// order, and what remains to be copied is noted, so that it stays what it was.
+    void settle() {
+        remaining.assign(next, end);
+        next = remaining.begin();
+        end = remaining.end();
+        filling.settle();
+    }
+
+    NodeList remaining;  // used once settled
     NodeList::const_iterator next;
+    NodeList::const_iterator end;
     Element& copy;
     Filling filling;
 };
@@ -45,7 +55,7 @@ public:
         open_element(source, new_element);
         while (!open.empty()) {
             OpenElement& current = open.back();
-            if (current.next == current.children.end()) {
+            if (current.next == current.end) {
                 close_element();
             } else {
                 copy_child(**current.next++, current);
@@ -76,10 +86,9 @@ private:
         current.copy.import_node(&child, true);
     }
 
-    /// A derived class may look at everything above the copy it makes, and add to it.
     void settle_all() {
         for (; settled < open.size(); ++settled)
-            open[settled].filling.settle();
+            open[settled].settle();
     }
 
     std::deque<OpenElement> open;

@@ -808,6 +808,31 @@ TEST(CopyOfADerivedClass, ThatFailsLeavesWhatHadBeenCopied) {
     EXPECT_TRUE(links_agree(document.get_root_node()));
 }
 
+/// Adds a child to its own parent whenever it is copied.
+class GrowingElement : public Element {
+public:
+    using Element::Element;
+
+    Node* get_deep_copy_of_node(bool deep, Element* new_parent) const override {
+        get_parent()->add_child("grown");
+        return Element::get_deep_copy_of_node(deep, new_parent);
+    }
+};
+
+TEST(CopyOfADerivedClass, MayAddToTheSourceWithoutAddingToTheCopy) {
+    Element source("s", nullptr, false);
+    append(source, std::make_unique<GrowingElement>("g", &source, false));
+    append_element(source, "a", false);
+    Document document(false);
+    Element* root = document.create_root_node("r");
+    root->import_node(&source, true);
+    EXPECT_EQ(to_line(root), "r{s{g a}}");
+    EXPECT_EQ(to_line(&source), "s{g a grown}");
+    document.create_root_node_by_import(&source, true);
+    EXPECT_EQ(to_line(document.get_root_node()), "s{g a grown}");
+    EXPECT_EQ(to_line(&source), "s{g a grown grown}");
+}
+
 // Large sources
 
 const std::size_t many = 50000;
