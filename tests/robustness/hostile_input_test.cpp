@@ -70,7 +70,7 @@ protected:
         xmlSetExternalEntityLoader(quxml_test_entity_loader);
     }
 
-    ~HostileInput() override {
+    void TearDown() override {
         EXPECT_EQ(loads, 0) << "something outside the text was asked for";
         xmlSetExternalEntityLoader(loader);
     }
