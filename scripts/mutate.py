@@ -27,7 +27,9 @@ EQUIVALENT = ROOT / "scripts" / "equivalent_mutants.txt"
 FLAGS = ["-std=c++17", "-O1", "-fPIC", "-w", f"-I{ROOT}/include", f"-I{ROOT}/src", f"-I{ROOT}/tests",
          "-I/usr/include/libxml2", f'-DQUXML_TEST_DATA="{ROOT}/tests/data"']
 # Tests that take long, such as those of very deep trees, run only on mutants that pass all others.
-SLOW = "*Deep*:*deep*:*Stack*:*Levels*:*Thousand*:*Million*:*Random*:*Every*:*All*:*Large*:*Huge*:*Thread*"
+SLOW = ("*Deep*:*deep*:*Stack*:*Levels*:*Thousand*:*Million*:*Random*:*Every*:*All*:*Large*:*Huge*:*Thread*:*Linear*:"
+        "*Quadratic*")
+SELECTIONS = (f"--gtest_filter=-{SLOW}", f"--gtest_filter={SLOW}")
 
 # What is replaced by what. Strings, characters, comments and preprocessor lines are left alone.
 OPERATORS = [
@@ -160,21 +162,33 @@ def link(objects, target):
     return run(["g++", "-shared", *map(str, objects), "-o", str(target), "-lxml2"]).returncode == 0
 
 
-def is_noticed(program, folder, baseline):
-    """Runs the tests against the library in `folder`; whether any fails, crashes or does not end."""
+def is_noticed(program, folder, limits):
+    """Runs the tests against the library in `folder`; whether any fails, crashes or does not end in time."""
+    return any(not passes(program, folder, selection, limit) for selection, limit in zip(SELECTIONS, limits))
+
+
+def passes(program, folder, selection, seconds):
+    command = [str(program), selection, "--gtest_fail_fast", "--gtest_brief=1"]
+    limited = ["bash", "-c", f"ulimit -v 8000000; exec {shlex.join(command)}"]
     environment = dict(os.environ, LD_LIBRARY_PATH=str(folder))
-    for selection in (f"--gtest_filter=-{SLOW}", f"--gtest_filter={SLOW}"):
-        command = [str(program), selection, "--gtest_fail_fast", "--gtest_brief=1"]
-        limited = ["bash", "-c", f"ulimit -v 8000000; exec {shlex.join(command)}"]
-        try:
-            if run(limited, env=environment, timeout=10 + 10 * baseline, cwd=folder).returncode != 0:
-                return True
-        except subprocess.TimeoutExpired:
-            return True
-    return False
+    try:
+        return run(limited, env=environment, timeout=seconds, cwd=folder).returncode == 0
+    except subprocess.TimeoutExpired:
+        return False
 
 
-def judge(mutant, sources, objects, program, baseline):
+def time_limits(program, folder):
+    """How long each selection of tests may take: several times what it takes without a mutant."""
+    limits = []
+    for selection in SELECTIONS:
+        begin = time.monotonic()
+        if not passes(program, folder, selection, 600):
+            sys.exit("the tests fail without any mutant")
+        limits.append(5 + 5 * (time.monotonic() - begin))
+    return limits
+
+
+def judge(mutant, sources, objects, program, limits):
     """Returns 'killed', 'survived' or 'invalid'."""
     folder = BUILD / f"mutant-{os.getpid()}-{id(mutant)}"
     tree = folder / "src"
@@ -194,7 +208,7 @@ def judge(mutant, sources, objects, program, baseline):
                 return "invalid"
         if not link(own.values(), folder / "libquxml.so"):
             return "invalid"
-        return "killed" if is_noticed(program, folder, baseline) else "survived"
+        return "killed" if is_noticed(program, folder, limits) else "survived"
     finally:
         shutil.rmtree(folder, ignore_errors=True)
 
@@ -234,16 +248,14 @@ def main():
                   "-lgtest_main", "-lxml2", "-lpthread"])
     if linked.returncode != 0:
         sys.exit(linked.stderr.decode())
-    begin = time.monotonic()
-    if is_noticed(program, healthy, 60):
-        sys.exit("the tests fail without any mutant")
-    baseline = time.monotonic() - begin
-    print(f"{len(mutants)} mutants; the tests take {baseline:.1f} s", flush=True)
+    limits = time_limits(program, healthy)
+    print(f"{len(mutants)} mutants; tests that take longer than {limits[0]:.0f} s and {limits[1]:.0f} s have noticed",
+          flush=True)
 
     counts = {"killed": 0, "survived": 0, "invalid": 0}
     survivors = []
     with concurrent.futures.ThreadPoolExecutor(arguments.jobs) as pool:
-        jobs = {pool.submit(judge, m, sources, objects, program, baseline): m for m in mutants}
+        jobs = {pool.submit(judge, m, sources, objects, program, limits): m for m in mutants}
         for done, job in enumerate(concurrent.futures.as_completed(jobs), 1):
             result = job.result()
             counts[result] += 1

@@ -1,16 +1,43 @@
-# Runs the tests under the address and undefined behaviour sanitizers (g++, clang), then under valgrind.
-need_to_build_with libgtest-dev libcli11-dev clang libclang-rt-dev valgrind libc6-dbg
-for preset in asan asan-clang; do
+# Runs the tests under each sanitizer, with the standard library's own checks, and under valgrind; names: only these.
+need_to_build_with libgtest-dev googletest libcli11-dev clang libclang-rt-dev valgrind libc6-dbg
+
+is_asked_for() {
+    [ -z "$asked" ] || [[ " $asked " == *" $1 "* ]]
+}
+
+# GoogleTest's interface has containers of the standard library in it, so it needs the same checks as the tests.
+build_googletest() {
+    local prefix=$PWD/build/googletest-debug-library
+    [ ! -e "$prefix/include" ] || return 0
+    quietly cmake -S /usr/src/googletest -B build/googletest -G Ninja -DBUILD_GMOCK=OFF \
+        -DCMAKE_CXX_FLAGS="-D_GLIBCXX_DEBUG -D_GLIBCXX_DEBUG_PEDANTIC" -DCMAKE_INSTALL_PREFIX="$prefix"
+    quietly cmake --build build/googletest --target install
+}
+
+# The allocators of a thread's stack are "possibly lost" to valgrind, so only sure losses count. The second option
+# leaves a program its own `operator new`.
+memcheck() {
+    quietly valgrind --quiet --error-exitcode=99 --leak-check=full --errors-for-leak-kinds=definite,indirect \
+        --soname-synonyms=somalloc=nouserintercepts "$@"
+}
+
+asked=$*
+for preset in asan asan-clang integer debug-library; do
+    is_asked_for "$preset" || continue
+    [ "$preset" != debug-library ] || build_googletest
     build "$preset"
     run_tests "$preset"
 done
 
-# The allocators of a thread's stack are "possibly lost" to valgrind, so only sure losses count.
-memcheck() {
-    quietly valgrind --quiet --error-exitcode=99 --leak-check=full --errors-for-leak-kinds=definite,indirect "$@"
-}
+if is_asked_for tsan; then
+    build tsan quxml_tests
+    run_tests tsan --tests-regex '^Threads'
+fi
 
-build dev
-memcheck build/dev/tests/quxml_tests --gtest_brief=1
-memcheck build/dev/tools/quxml format --sorted examples/catalog.xml
-memcheck build/dev/tools/quxml query /catalog//title examples/catalog.xml
+if is_asked_for valgrind; then
+    build dev
+    memcheck build/dev/tests/quxml_tests --gtest_brief=1
+    memcheck build/dev/tests/quxml_robustness_tests --gtest_brief=1
+    memcheck build/dev/tools/quxml format --sorted examples/catalog.xml
+    memcheck build/dev/tools/quxml query /catalog//title examples/catalog.xml
+fi

@@ -1,5 +1,5 @@
-// Covers reading: what of a text becomes a tree and what is dropped, encodings, sorted reading, limits, threads, and the
-// way back from written text.
+// Covers reading: what of a text becomes a tree and what is dropped, encodings, sorted reading, limits, and the way
+// back from written text.
 
 #include "quxml/Document.h"
 
@@ -13,7 +13,6 @@
 #include <memory>
 #include <random>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "libxml2_oracle.h"
@@ -534,39 +533,6 @@ TEST(Depth, Of257LevelsIsReadAndOf258RefusedWithLibxml2Version2914) {
     QUXML_SKIP_UNLESS_LIBXML2_2_9_14();
     EXPECT_EQ(depth_of(from_string(nested(257), false)->get_root_node()), 257);
     EXPECT_THROW(from_string(nested(258), false), quxml::DomParserError);
-}
-
-// ---- Threads ----
-
-TEST(Threads, ReadTheirOwnDocumentsAtTheSameTime) {
-    const int threads = 4;
-    std::vector<std::string> problems(threads);
-    const auto read_many = [&problems](int number) {
-        const std::string name = "t" + std::to_string(number);
-        std::string text = "<" + name + ">";
-        std::string line = name + "{";
-        for (int i = 0; i < 50; ++i) {
-            text += "<c n='" + std::to_string(i) + "'>" + name + "</c>";
-            line += (i == 0 ? "c(n=" : " c(n=") + std::to_string(i) + "){\"" + name + "\"}";
-        }
-        text += "</" + name + ">";
-        line += "}";
-        const std::string malformed = "<" + name + "></wrong>";
-        const std::string refusal = expected_outcome(malformed);
-        for (int i = 0; i < 200; ++i) {
-            if (outcome(text, i % 2 == 0) != line)
-                problems[static_cast<std::size_t>(number)] += "wrong tree. ";
-            if (outcome(malformed) != refusal)
-                problems[static_cast<std::size_t>(number)] += "wrong message. ";
-        }
-    };
-    std::vector<std::thread> running;
-    for (int number = 0; number < threads; ++number)
-        running.emplace_back(read_many, number);
-    for (std::thread& thread : running)
-        thread.join();
-    for (const std::string& problem : problems)
-        EXPECT_EQ(problem, "");
 }
 
 // ---- There and back ----
