@@ -1,0 +1,156 @@
+// Measures the library beside others: for each work and input, the libraries take turns, each in a forked child.
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cstdio>
+#include <iostream>
+#include <stdexcept>
+
+#include "works.h"
+
+extern "C" void quxml_measured_work(const std::function<void()>& work);
+
+[[gnu::noinline]] void quxml_measured_work(const std::function<void()>& work) {
+    work();
+}
+
+namespace bench {
+
+namespace {
+
+struct Options {
+    std::vector<std::string> works;
+    std::vector<std::string> once;  // work, input, library
+    int repetitions = 7;
+    double milliseconds = 50;
+};
+
+constexpr double nanoseconds_per_millisecond = 1e6;
+
+template <class Named>
+const Named& find_named(const std::vector<Named>& all, const std::string& name) {
+    const auto found =
+        std::find_if(all.begin(), all.end(), [&](const Named& one) { return one.name == name; });
+    if (found == all.end())
+        throw std::invalid_argument("no such name: " + name);
+    return *found;
+}
+
+double median(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
+}
+
+std::string outcome(const Contestant& contestant, const std::string& text, const Path& path) {
+    return in_child([&] {
+        const Run run = contestant.prepare(text, path);
+        if (run.before)
+            run.before();
+        run.work();
+        return run.outcome();
+    });
+}
+
+void check_equal_outcomes(const Work& work, const Input& input, const std::string& text) {
+    const std::string expected = outcome(work.contestants.front(), text, input.path);
+    for (const Contestant& contestant : work.contestants) {
+        const std::string got = outcome(contestant, text, input.path);
+        if (got != expected)
+            throw std::runtime_error(work.name + " " + input.name + ": " + contestant.name +
+                                     " does something else: " + got.substr(0, 80) + ", not " +
+                                     expected.substr(0, 80));
+    }
+}
+
+/// Nanoseconds: a list for each contestant, an entry for each repetition.
+std::vector<std::vector<double>> measure(const Work& work, const Input& input, const std::string& text,
+                                         const Options& options) {
+    std::vector<std::vector<double>> times(work.contestants.size());
+    for (int repetition = 0; repetition < options.repetitions; ++repetition) {
+        for (std::size_t i = 0; i < times.size(); ++i) {
+            const std::string time = in_child([&] {
+                const Run run = work.contestants[i].prepare(text, input.path);
+                return std::to_string(time_per_run(run, options.milliseconds * nanoseconds_per_millisecond));
+            });
+            times[i].push_back(std::stod(time));
+        }
+    }
+    return times;
+}
+
+/// Prints, as JSON, the times of two contestants and the ratios of those that were measured one after the other.
+void print_record(const Work& work, const Input& input, const Contestant& rival,
+                  const std::vector<double>& ours, const std::vector<double>& theirs) {
+    std::vector<double> ratios;
+    for (std::size_t i = 0; i < ours.size(); ++i)
+        ratios.push_back(ours[i] / theirs[i]);
+    std::sort(ratios.begin(), ratios.end());
+    static const char* separator = "[\n";
+    std::printf(
+        R"(%s{"work": "%s", "input": "%s", "rival": "%s", "ours": %.1f, "theirs": %.1f, "ratio": %.4f, )"
+        R"("quartiles": [%.4f, %.4f]})",
+        separator, work.name.c_str(), input.name.c_str(), rival.name.c_str(), median(ours), median(theirs),
+        median(ratios), ratios[ratios.size() / 4], ratios[ratios.size() * 3 / 4]);
+    separator = ",\n";
+}
+
+void compare(const Work& work, const Input& input, const Options& options) {
+    const std::string text = in_child(input.text);
+    check_equal_outcomes(work, input, text);
+    const std::vector<std::vector<double>> times = measure(work, input, text, options);
+    for (std::size_t i = 1; i < times.size(); ++i)
+        print_record(work, input, work.contestants[i], times[0], times[i]);
+    std::fprintf(stderr, "%s %s\n", work.name.c_str(), input.name.c_str());
+}
+
+bool is_asked_for(const Work& work, const Options& options) {
+    return options.works.empty() ||
+           std::find(options.works.begin(), options.works.end(), work.name) != options.works.end();
+}
+
+/// For a tool that counts instructions: all that counts happens in `quxml_measured_work`.
+void run_once(const Options& options) {
+    const std::vector<Work> all = works();
+    const Work& work = find_named(all, options.once[0]);
+    const Input& input = find_named(work.inputs, options.once[1]);
+    const Run run = find_named(work.contestants, options.once[2]).prepare(input.text(), input.path);
+    for (const bool is_measured : {false, true}) {
+        if (run.before)
+            run.before();
+        is_measured ? quxml_measured_work(run.work) : run.work();
+    }
+}
+
+void compare_all(const Options& options) {
+    for (const Work& work : works()) {
+        for (const Input& input : work.inputs) {
+            if (is_asked_for(work, options))
+                compare(work, input, options);
+        }
+    }
+    std::printf("\n]\n");
+}
+
+}  // namespace
+
+}  // namespace bench
+
+int main(int argc, char** argv) {
+    CLI::App app("Prints, as JSON, how long the library and others take for the same work, and the ratios.");
+    bench::Options options;
+    app.add_option("--repetitions", options.repetitions, "How often each library has its turn")
+        ->check(CLI::PositiveNumber);
+    app.add_option("--milliseconds", options.milliseconds, "How long a turn takes at least");
+    app.add_option("--once", options.once, "Do WORK on INPUT by LIBRARY once, untimed")->expected(3);
+    app.add_option("WORK", options.works, "What is measured; everything, if nothing is named");
+    try {
+        app.parse(argc, argv);
+        options.once.empty() ? bench::compare_all(options) : bench::run_once(options);
+        return 0;
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error);
+    } catch (const std::exception& error) {
+        std::cerr << "quxml_side_by_side: " << error.what() << '\n';
+        return 1;
+    }
+}
