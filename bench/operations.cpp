@@ -1,14 +1,20 @@
-// The library's own operations at three sizes, so that their growth shows.
+// The library's own operations at three sizes, so that their growth shows:
+//
+//     quxml_operations [FLAG...]         times all of them, see --help
+//     quxml_operations OPERATION N       does one of them once, in `quxml_measured_work`
 
 #include <benchmark/benchmark.h>
 #include <quxml/quxml.h>
 
+#include <algorithm>
 #include <chrono>
+#include <iostream>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "measured_work.h"
 #include "robustness/measured_operations.h"
 
 namespace {
@@ -68,27 +74,49 @@ void run(benchmark::State& state, const MeasuredOperation& operation) {
 }
 
 void add(const MeasuredOperation& operation) {
-    constexpr int iterations = 3;
     constexpr int repetitions = 5;
+    const bool is_slow = operation.growth == Growth::quadratic;
     benchmark::RegisterBenchmark(operation.name,
                                  [operation](benchmark::State& state) { run(state, operation); })
         ->Arg(small)
         ->Arg(medium)
         ->Arg(large)
-        ->Iterations(iterations)
+        ->Iterations(is_slow ? 1 : 4)
         ->Repetitions(repetitions)
+        ->ComputeStatistics(
+            "least",
+            [](const std::vector<double>& times) { return *std::min_element(times.begin(), times.end()); })
         ->ReportAggregatesOnly()
         ->UseManualTime()
         ->Unit(benchmark::kMicrosecond)
         ->Complexity();
 }
 
+std::vector<MeasuredOperation> all_operations() {
+    std::vector<MeasuredOperation> all = quxml_test::measured_operations();
+    for (const MeasuredOperation& operation : sorted_additions())
+        all.push_back(operation);
+    return all;
+}
+
+/// For a tool that counts instructions.
+int run_once(const std::string& name, std::size_t size) {
+    for (const MeasuredOperation& operation : all_operations()) {
+        if (operation.name != name)
+            continue;
+        quxml_measured_work(operation.prepare(size));
+        return 0;
+    }
+    std::cerr << "quxml_operations: no such operation: " << name << '\n';
+    return 2;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-    for (const MeasuredOperation& operation : quxml_test::measured_operations())
-        add(operation);
-    for (const MeasuredOperation& operation : sorted_additions())
+    if (argc == 3 && argv[1][0] != '-')
+        return run_once(argv[1], std::stoul(argv[2]));
+    for (const MeasuredOperation& operation : all_operations())
         add(operation);
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))

@@ -1,18 +1,15 @@
 // Measures the library beside others: for each work and input, the libraries take turns, each in a forked child.
 
+#include <libxml/parser.h>
+
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdio>
 #include <iostream>
 #include <stdexcept>
 
+#include "measured_work.h"
 #include "works.h"
-
-extern "C" void quxml_measured_work(const std::function<void()>& work);
-
-[[gnu::noinline]] void quxml_measured_work(const std::function<void()>& work) {
-    work();
-}
 
 namespace bench {
 
@@ -21,8 +18,9 @@ namespace {
 struct Options {
     std::vector<std::string> works;
     std::vector<std::string> once;  // work, input, library
+    bool only_lists = false;
     int repetitions = 7;
-    double milliseconds = 50;
+    double milliseconds = 40;
 };
 
 constexpr double nanoseconds_per_millisecond = 1e6;
@@ -114,10 +112,16 @@ void run_once(const Options& options) {
     const Work& work = find_named(all, options.once[0]);
     const Input& input = find_named(work.inputs, options.once[1]);
     const Run run = find_named(work.contestants, options.once[2]).prepare(input.text(), input.path);
-    for (const bool is_measured : {false, true}) {
-        if (run.before)
-            run.before();
-        is_measured ? quxml_measured_work(run.work) : run.work();
+    xmlInitParser();
+    if (run.before)
+        run.before();
+    quxml_measured_work(run.work);
+}
+
+void list() {
+    for (const Work& work : works()) {
+        for (const Input& input : work.inputs)
+            std::printf("%s %s\n", work.name.c_str(), input.name.c_str());
     }
 }
 
@@ -131,6 +135,15 @@ void compare_all(const Options& options) {
     std::printf("\n]\n");
 }
 
+void run(const Options& options) {
+    if (options.only_lists)
+        list();
+    else if (options.once.empty())
+        compare_all(options);
+    else
+        run_once(options);
+}
+
 }  // namespace
 
 }  // namespace bench
@@ -141,11 +154,12 @@ int main(int argc, char** argv) {
     app.add_option("--repetitions", options.repetitions, "How often each library has its turn")
         ->check(CLI::PositiveNumber);
     app.add_option("--milliseconds", options.milliseconds, "How long a turn takes at least");
-    app.add_option("--once", options.once, "Do WORK on INPUT by LIBRARY once, untimed")->expected(3);
+    app.add_flag("--list", options.only_lists, "Only print the works and their inputs");
+    app.add_option("--once", options.once, "Only do WORK on INPUT by LIBRARY, once and untimed")->expected(3);
     app.add_option("WORK", options.works, "What is measured; everything, if nothing is named");
     try {
         app.parse(argc, argv);
-        options.once.empty() ? bench::compare_all(options) : bench::run_once(options);
+        bench::run(options);
         return 0;
     } catch (const CLI::ParseError& error) {
         return app.exit(error);

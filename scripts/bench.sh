@@ -1,0 +1,92 @@
+# Times the library beside others: all, or named WORKs; --quick; --write into docs; --check instructions [--write].
+need_to_build_with libgtest-dev libbenchmark-dev libcli11-dev libpugixml-dev libtinyxml2-dev valgrind python3-matplotlib
+need shared-mime-info xkb-data unicode-cldr-core libgirepository1.0-dev ssg-debian ssg-debderived osinfo-db
+place=build/bench
+programs=$place/bench
+table=bench/instructions.txt
+growing=(read_sorted read_sorted_scattered copy_into_sorted copy_scattered_into_sorted remove_first_child
+    remove_last_child set_first_child_first set_last_child_first add_child_sorted_{names,items}_{ascending,descending,scattered})
+
+# Counts what happens in `quxml_measured_work`, with the functions of shared libraries bound before.
+count_instructions() {
+    LD_BIND_NOW=1 timeout 30 valgrind --tool=callgrind --callgrind-out-file=/dev/null \
+        --toggle-collect=quxml_measured_work "$@" 2>&1 | sed -n 's/^==[0-9]*== Collected : //p'
+}
+
+count_work() {
+    count_instructions "$programs/quxml_side_by_side" --once "$1" "$2" "$3"
+}
+
+# Prints a line of the table of fixed works with the count of today; fails if that is more than 3 % higher.
+check_work() {
+    awk -v work="$1" -v input="$2" -v library="$3" -v committed="$4" -v now="$(count_work "$1" "$2" "$3")" 'BEGIN {
+        ratio = committed + 0 == 0 ? 0 : now / committed
+        holds = ratio != 0 && ratio <= 1.03
+        printf "%-22s %-36s %-8s %11.0f %11.0f %6.3f  %s\n", work, input, library, committed, now, ratio,
+            holds ? "ok" : "FAILED"
+        exit !holds
+    }'
+}
+
+check_works() {
+    local line exceeded=0
+    while read -ra line; do
+        check_work "${line[@]}" || exceeded=1
+    done <"$table"
+    [ "$exceeded" -eq 0 ] || fail "a work takes more instructions than $table says"
+}
+
+# Counts the fixed works anew.
+write_works() {
+    local work input library
+    while read -r work input library _; do
+        echo "$work $input $library $(count_work "$work" "$input" "$library")"
+    done <"$table" >"$place/instructions.txt"
+    show cp "$place/instructions.txt" "$table"
+}
+
+# Counts reading, over all inputs, and how operations grow; a count that takes too long is left out.
+count_all() {
+    local input library operation size
+    for input in $("$programs/quxml_side_by_side" --list | sed -n 's/^read //p'); do
+        for library in quxml libxml2; do
+            echo "read $input $library $(count_work read "$input" "$library")"
+        done
+    done
+    for operation in "${growing[@]}"; do
+        for size in 1000 4000 16000; do
+            echo "growth $operation $size $(count_instructions "$programs/quxml_operations" "$operation" "$size")"
+        done
+    done
+}
+
+check='' write='' turns=() works=()
+for argument; do
+    case $argument in
+        --check) check=yes ;;
+        --write) write=yes ;;
+        --quick) turns=(--repetitions 3 --milliseconds 5) ;;
+        -*) fail "bench: no such option: $argument" ;;
+        *) works+=("$argument") ;;
+    esac
+done
+build bench quxml_side_by_side quxml_operations quxml_memory
+
+if [ "$check" ] && [ "$write" ]; then
+    write_works
+elif [ "$check" ]; then
+    check_works
+else
+    measured=$place/measured
+    rm -rf "$measured"
+    mkdir -p "$measured"
+    if [ ${#works[@]} -eq 0 ] && [ ${#turns[@]} -eq 0 ]; then
+        "$programs/quxml_memory" >"$measured/memory.json"
+        quietly "$programs/quxml_operations" --benchmark_out="$measured/operations.json"
+        count_all >"$measured/instructions.txt"
+    elif [ "$write" ]; then
+        fail "bench: only a whole run is written into docs"
+    fi
+    "$programs/quxml_side_by_side" "${turns[@]}" "${works[@]}" >"$measured/side_by_side.json"
+    /usr/bin/python3 bench/report.py "$measured" "$place" ${write:+docs}
+fi
