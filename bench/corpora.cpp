@@ -38,7 +38,7 @@ std::string field(const char* name, const std::string& text) {
 std::vector<unsigned> shuffled_numbers(unsigned count) {
     std::vector<unsigned> numbers(count);
     std::iota(numbers.begin(), numbers.end(), 1U);
-    std::mt19937 random;
+    std::mt19937 random;  // NOLINT(cert-msc32-c,cert-msc51-cpp): the same numbers are wanted each time
     for (std::size_t i = count - 1; i > 0; --i)
         std::swap(numbers[i], numbers[random() % (i + 1)]);
     return numbers;

@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <ctime>
 #include <exception>
+#include <iostream>
 #include <limits>
 #include <memory>
 #include <stdexcept>
@@ -33,7 +34,7 @@ using File = std::unique_ptr<std::FILE, FileCloser>;
         const bool is_written = std::fwrite(result.data(), 1, result.size(), pipe.get()) == result.size();
         status = is_written && std::fflush(pipe.get()) == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "%s\n", error.what());
+        std::cerr << error.what() << '\n';
     }
     _exit(status);
 }
@@ -49,7 +50,7 @@ std::string read_all(int pipe_end) {
 
 double processor_time() {
     constexpr double nanoseconds_per_second = 1e9;
-    std::timespec now{};
+    timespec now{};
     clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
     return static_cast<double>(now.tv_sec) * nanoseconds_per_second + static_cast<double>(now.tv_nsec);
 }
@@ -97,7 +98,6 @@ std::string in_child(const std::function<std::string()>& job) {
     std::array<int, 2> ends{};
     if (pipe(ends.data()) != 0)
         throw std::runtime_error("no pipe");
-    std::fflush(nullptr);
     const pid_t child = fork();
     if (child == 0) {
         close(ends[0]);

@@ -1,5 +1,15 @@
 #include "measured_work.h"
 
+#include <ctime>
+
 [[gnu::noinline]] void quxml_measured_work(const std::function<void()>& work) {
     work();
+}
+
+/// Takes the place of the C library's function: libxml2 seeds its dictionaries with the time of day, and how they grow
+/// then would change, by chance, what is counted.
+extern "C" std::time_t time(std::time_t* out) noexcept {
+    if (out != nullptr)
+        *out = 1;
+    return 1;
 }

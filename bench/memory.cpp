@@ -3,8 +3,8 @@
 #include <libxml/xmlmemory.h>
 #include <quxml/quxml.h>
 
-#include <cstdio>
 #include <functional>
+#include <iostream>
 #include <string>
 
 #include "robustness/counting_heap.h"
@@ -16,7 +16,7 @@ using quxml::Element;
 using quxml_test::CountingHeap;
 using quxml_test::cpp_heap;
 
-constexpr int count = 1000;
+constexpr int count = 10000;
 
 /// glibc's allocator keeps so much beside each block that a program can use.
 constexpr std::size_t bytes_beside_block = sizeof(std::size_t);
@@ -40,7 +40,7 @@ double bytes_per_unit(const std::function<void()>& work) {
 }
 
 void print(const char* name, double value, const char* end = ",") {
-    std::printf("\"%s\": %.3f%s\n", name, value, end);
+    std::cout << '"' << name << "\": " << value << end << '\n';
 }
 
 void repeat(const std::function<void(int)>& step) {
@@ -78,8 +78,8 @@ void print_allocations() {
 }  // namespace
 
 int main() {
-    std::puts("{");
+    std::cout << "{\n";
     print_bytes();
     print_allocations();
-    std::puts("}");
+    std::cout << "}\n";
 }

@@ -47,9 +47,10 @@ MeasuredOperation measure_sorted_additions(const char* name, Order order, bool b
 }
 
 std::vector<MeasuredOperation> sorted_additions() {
+    static constexpr std::size_t prime = 7919;
     const Order ascending = [](std::size_t i, std::size_t /*n*/) { return i; };
     const Order descending = [](std::size_t i, std::size_t n) { return n - 1 - i; };
-    const Order scattered = [](std::size_t i, std::size_t n) { return i * 7919 % n; };
+    const Order scattered = [](std::size_t i, std::size_t n) { return i * prime % n; };
     return {
         measure_sorted_additions("add_child_sorted_names_ascending", ascending, false),
         measure_sorted_additions("add_child_sorted_names_descending", descending, false),

@@ -4,8 +4,9 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <cstdio>
+#include <functional>
 #include <iostream>
+#include <iterator>
 #include <stdexcept>
 
 #include "measured_work.h"
@@ -15,12 +16,15 @@ namespace bench {
 
 namespace {
 
+constexpr int usual_repetitions = 7;
+constexpr double usual_milliseconds = 40;
+
 struct Options {
     std::vector<std::string> works;
     std::vector<std::string> once;  // work, input, library
     bool only_lists = false;
-    int repetitions = 7;
-    double milliseconds = 40;
+    int repetitions = usual_repetitions;
+    double milliseconds = usual_milliseconds;
 };
 
 constexpr double nanoseconds_per_millisecond = 1e6;
@@ -52,11 +56,9 @@ std::string outcome(const Contestant& contestant, const std::string& text, const
 void check_equal_outcomes(const Work& work, const Input& input, const std::string& text) {
     const std::string expected = outcome(work.contestants.front(), text, input.path);
     for (const Contestant& contestant : work.contestants) {
-        const std::string got = outcome(contestant, text, input.path);
-        if (got != expected)
-            throw std::runtime_error(work.name + " " + input.name + ": " + contestant.name +
-                                     " does something else: " + got.substr(0, 80) + ", not " +
-                                     expected.substr(0, 80));
+        if (outcome(contestant, text, input.path) != expected)
+            throw std::runtime_error(work.name + ' ' + input.name + ": " + contestant.name +
+                                     " does something else");
     }
 }
 
@@ -80,25 +82,30 @@ std::vector<std::vector<double>> measure(const Work& work, const Input& input, c
 void print_record(const Work& work, const Input& input, const Contestant& rival,
                   const std::vector<double>& ours, const std::vector<double>& theirs) {
     std::vector<double> ratios;
-    for (std::size_t i = 0; i < ours.size(); ++i)
-        ratios.push_back(ours[i] / theirs[i]);
+    std::transform(ours.begin(), ours.end(), theirs.begin(), std::back_inserter(ratios), std::divides<>());
     std::sort(ratios.begin(), ratios.end());
     static const char* separator = "[\n";
-    std::printf(
-        R"(%s{"work": "%s", "input": "%s", "rival": "%s", "ours": %.1f, "theirs": %.1f, "ratio": %.4f, )"
-        R"("quartiles": [%.4f, %.4f]})",
-        separator, work.name.c_str(), input.name.c_str(), rival.name.c_str(), median(ours), median(theirs),
-        median(ratios), ratios[ratios.size() / 4], ratios[ratios.size() * 3 / 4]);
+    std::cout << separator << R"({"work": ")" << work.name << R"(", "input": ")" << input.name
+              << R"(", "rival": ")" << rival.name << R"(", "ours": )" << median(ours) << R"(, "theirs": )"
+              << median(theirs) << R"(, "ratio": )" << median(ratios) << R"(, "quartiles": [)"
+              << ratios[ratios.size() / 4] << ", " << ratios[ratios.size() * 3 / 4] << "]}";
     separator = ",\n";
 }
 
 void compare(const Work& work, const Input& input, const Options& options) {
+    std::cerr << work.name << ' ' << input.name << '\n';
     const std::string text = in_child(input.text);
     check_equal_outcomes(work, input, text);
     const std::vector<std::vector<double>> times = measure(work, input, text, options);
     for (std::size_t i = 1; i < times.size(); ++i)
         print_record(work, input, work.contestants[i], times[0], times[i]);
-    std::fprintf(stderr, "%s %s\n", work.name.c_str(), input.name.c_str());
+}
+
+std::vector<std::string> names_of_works() {
+    std::vector<std::string> names;
+    for (const Work& work : works())
+        names.push_back(work.name);
+    return names;
 }
 
 bool is_asked_for(const Work& work, const Options& options) {
@@ -121,7 +128,7 @@ void run_once(const Options& options) {
 void list() {
     for (const Work& work : works()) {
         for (const Input& input : work.inputs)
-            std::printf("%s %s\n", work.name.c_str(), input.name.c_str());
+            std::cout << work.name << ' ' << input.name << '\n';
     }
 }
 
@@ -132,7 +139,7 @@ void compare_all(const Options& options) {
                 compare(work, input, options);
         }
     }
-    std::printf("\n]\n");
+    std::cout << "\n]\n";
 }
 
 void run(const Options& options) {
@@ -144,25 +151,29 @@ void run(const Options& options) {
         run_once(options);
 }
 
-}  // namespace
-
-}  // namespace bench
-
-int main(int argc, char** argv) {
-    CLI::App app("Prints, as JSON, how long the library and others take for the same work, and the ratios.");
-    bench::Options options;
+void add_options(CLI::App& app, Options& options) {
     app.add_option("--repetitions", options.repetitions, "How often each library has its turn")
         ->check(CLI::PositiveNumber);
     app.add_option("--milliseconds", options.milliseconds, "How long a turn takes at least");
     app.add_flag("--list", options.only_lists, "Only print the works and their inputs");
     app.add_option("--once", options.once, "Only do WORK on INPUT by LIBRARY, once and untimed")->expected(3);
-    app.add_option("WORK", options.works, "What is measured; everything, if nothing is named");
+    app.add_option("WORK", options.works, "What is measured; everything, if nothing is named")
+        ->check(CLI::IsMember(names_of_works()));
+}
+
+}  // namespace
+
+}  // namespace bench
+
+int main(int argc, char** argv) {
     try {
-        app.parse(argc, argv);
+        CLI::App app(
+            "Prints, as JSON, how long the library and others take for the same work, and the ratios.");
+        bench::Options options;
+        bench::add_options(app, options);
+        CLI11_PARSE(app, argc, argv)
         bench::run(options);
         return 0;
-    } catch (const CLI::ParseError& error) {
-        return app.exit(error);
     } catch (const std::exception& error) {
         std::cerr << "quxml_side_by_side: " << error.what() << '\n';
         return 1;

@@ -58,12 +58,12 @@ Contestant reads_unsorted() {
             }};
 }
 
-template <class Library, bool formatted>
+template <class Library, bool Formatted>
 Contestant writes() {
     return {Library::name, [](const std::string& text, const Path& /*path*/) -> Run {
                 const Tree<Library> tree = tree_of<Library>(text);
-                return {nullptr, [tree] { Library::write(*tree, formatted); },
-                        [tree] { return content_of(Library::to_string(Library::write(*tree, formatted))); }};
+                return {nullptr, [tree] { Library::write(*tree, Formatted); },
+                        [tree] { return content_of(Library::to_string(Library::write(*tree, Formatted))); }};
             }};
 }
 
@@ -86,11 +86,11 @@ Contestant destroys() {
             }};
 }
 
-template <class Library, bool filled>
+template <class Library, bool Filled>
 Contestant builds() {
     return {Library::name, [](const std::string& /*text*/, const Path& /*path*/) -> Run {
                 const auto tree = std::make_shared<typename Library::Document>();
-                return {[tree] { tree->reset(); }, [tree] { *tree = Library::build(many_elements, filled); },
+                return {[tree] { tree->reset(); }, [tree] { *tree = Library::build(many_elements, Filled); },
                         [tree] { return content_of_tree<Library>(*tree); }};
             }};
 }
@@ -157,6 +157,7 @@ Contestant looks_up(bool (*has)(const typename Library::Document&, const char*))
 
 std::vector<Input> inputs_of(std::vector<Corpus> texts) {
     std::vector<Input> inputs;
+    inputs.reserve(texts.size());
     for (Corpus& corpus : texts)
         inputs.push_back({std::move(corpus.name), std::move(corpus.text), {}});
     return inputs;

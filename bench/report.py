@@ -1,0 +1,293 @@
+"""Makes of what the benchmarks measured one JSON file, tables in Markdown and plots.
+
+    report.py MEASURED PLACE [DOCS]
+
+reads the files in the folder MEASURED (some may be missing), writes into the folder PLACE and prints the tables. With
+DOCS, it also puts the tables into DOCS/performance.md, between the two marks there, and the plots into DOCS/plots."""
+
+import json
+import math
+import pathlib
+import platform
+import subprocess
+import sys
+from statistics import geometric_mean
+
+import matplotlib
+
+matplotlib.use("svg")
+from matplotlib import pyplot
+
+TICKS = (0.2, 0.5, 1, 2, 5, 10, 20)
+SIZES = (1000, 4000, 16000)
+BEGIN, END = "<!-- figures: made by ./dev bench --write -->\n", "<!-- end of figures -->\n"
+
+# What is compared, with whom, the ratio that is aimed at, and the one that no single input should exceed.
+COMPARISONS = (
+    ("Read and destroy", "read", "libxml2", 1.40, None),
+    ("Read and destroy", "read", "pugixml", None, None),
+    ("Read and destroy", "read", "tinyxml2", None, None),
+    ("Read sorted", "read_sorted", "unsorted", 1.08, 1.2),
+    ("Read 10,000 attributes of one element", "read_attributes", "libxml2", 1.1, None),
+    ("Write compact", "write_compact", "pugixml", 0.75, None),
+    ("Write compact", "write_compact", "libxml2", 0.22, None),
+    ("Write compact", "write_compact", "tinyxml2", None, None),
+    ("Write formatted", "write_formatted", "pugixml", 0.75, None),
+    ("Write formatted", "write_formatted", "libxml2", 0.22, None),
+    ("Write formatted", "write_formatted", "tinyxml2", None, None),
+    ("Copy", "copy", "libxml2", 0.55, None),
+    ("Copy", "copy", "tinyxml2", 0.75, None),
+    ("Copy", "copy", "pugixml", None, None),
+    ("Destroy", "destroy", "libxml2", 0.70, None),
+    ("Destroy", "destroy", "tinyxml2", None, None),
+    ("Build 100,000 elements", "build", "libxml2", 0.75, None),
+    ("Build 100,000 elements", "build", "pugixml", None, None),
+    ("Build 100,000 elements with attribute and text", "build_filled", "libxml2", 0.75, None),
+    ("Build 100,000 elements with attribute and text", "build_filled", "pugixml", None, None),
+    ("Query 100,000 elements, 21 paths", "find", "libxml2", 0.50, 1.4),
+    ("Query 100,000 elements, 21 paths", "find", "pugixml", 1.5, 3),
+    ("Query `//*`", "find_everything", "node set", 1.5, None),
+    ("Query 2 KB", "find_in_small", "libxml2", None, None),
+    ("Query 2 KB", "find_in_small", "pugixml", None, None),
+    ("Read, query and write 2 KB", "read_find_write_small", "libxml2", 0.90, None),
+    ("Read, query and write 2 KB", "read_find_write_small", "pugixml", None, None),
+    ("Sort 100,000 children by items", "sort", "pugixml", 1.5, None),
+    ("Get one of 10,000 children", "get_child", "pugixml", 1.0, None),
+    ("Find one of 10,000 children", "find_child", "pugixml", 1.0, None),
+    ("Find one of 10,000 children", "find_child", "libxml2", None, None),
+    ("Get one of 10,000 attributes", "get_attribute", "pugixml", 1.0, None),
+)
+INSTRUCTIONS_AIM = 1.30
+SMALL_QUERY_AIM = 1.3  # microseconds
+
+# The exponent that the growth of an operation should not exceed.
+GROWTH = {
+    "read_sorted": 1.1,
+    "read_sorted_scattered": 1.1,
+    "copy_into_sorted": 1.1,
+    "copy_scattered_into_sorted": 1.1,
+    "remove_first_child": 1.05,
+    "remove_last_child": 1.05,
+    "set_first_child_first": 1.05,
+    "set_last_child_first": 1.05,
+    "add_child_sorted_names_ascending": 1.1,
+    "add_child_sorted_names_descending": 1.1,
+    "add_child_sorted_names_scattered": 1.1,
+    "add_child_sorted_items_ascending": 1.1,
+    "add_child_sorted_items_descending": 1.1,
+    "add_child_sorted_items_scattered": 1.1,
+}
+
+# What a 64-bit system is to take at most.
+MEMORY_AIMS = {
+    "bytes of an element": 160,
+    "bytes of an attribute": 176,
+    "bytes of a text": 176,
+    "allocations of a copy, per node": 2,
+    "allocations of //entry, per result": 1,
+    "allocations of root/entry, per result": 1,
+    "allocations of //none, per node": 0,
+}
+
+
+def read_json(file):
+    return json.loads(file.read_text()) if file.exists() else None
+
+
+def read_counts(file):
+    """Instructions, by (kind, what, which)."""
+    lines = file.read_text().split("\n") if file.exists() else []
+    fields = [line.split() for line in lines]
+    return {tuple(line[:3]): int(line[3]) for line in fields if len(line) == 4}
+
+
+def least_times(operations):
+    """Microseconds, by name and size."""
+    times = {}
+    for run in operations["benchmarks"]:
+        if run.get("aggregate_name") == "least":
+            name, size = run["run_name"].split("/")[:2]
+            times.setdefault(name, {})[int(size)] = run["real_time"]
+    return times
+
+
+def exponent(values):
+    """Of the power of n that comes nearest to the values at SIZES; None if one is missing."""
+    if any(size not in values for size in SIZES):
+        return None
+    x = [math.log(size) for size in SIZES]
+    y = [math.log(values[size]) for size in SIZES]
+    middle_x, middle_y = sum(x) / len(x), sum(y) / len(y)
+    return sum((a - middle_x) * (b - middle_y) for a, b in zip(x, y)) / sum((a - middle_x) ** 2 for a in x)
+
+
+def output_of(*command):
+    return subprocess.run(command, capture_output=True, text=True, check=True).stdout
+
+
+def machine():
+    processor = [line.split(":")[1].strip() for line in pathlib.Path("/proc/cpuinfo").read_text().split("\n")
+                 if line.startswith("model name")]
+    packages = ("libxml2-dev", "libpugixml-dev", "libtinyxml2-dev", "libc6")
+    return {
+        "processor": processor[0] if processor else platform.machine(),
+        "cores": len(processor),
+        "compiler": output_of("c++", "--version").split("\n")[0] + ", -O2",
+        "packages": output_of("dpkg-query", "-W", "-f", "${Package} ${Version}\\n", *packages).strip().split("\n"),
+    }
+
+
+def table(head, rows):
+    lines = [head, ["---"] + ["---:"] * (len(head) - 1)] + rows
+    return "".join("| " + " | ".join(line) + " |\n" for line in lines) + "\n"
+
+
+def number(value, digits=2):
+    return "" if value is None else f"{value:,.{digits}f}"
+
+
+def comparison_rows(records, counts):
+    rows = []
+    for title, work, rival, aim, worst_aim in COMPARISONS:
+        ours = [record for record in records if (record["work"], record["rival"]) == (work, rival)]
+        if not ours:
+            continue
+        worst = max(ours, key=lambda record: record["ratio"])
+        rows.append([title, rival, number(geometric_mean(record["ratio"] for record in ours)), number(aim),
+                     number(worst["ratio"]), number(worst_aim), f"`{worst['input']}`" if len(ours) > 1 else ""])
+    ratios = {which: counts[("read", which, "quxml")] / count for (kind, which, library), count in counts.items()
+              if (kind, library) == ("read", "libxml2")}
+    if ratios:
+        worst = max(ratios, key=ratios.get)
+        rows.insert(1, ["The same in instructions", "libxml2", number(geometric_mean(ratios.values())),
+                        number(INSTRUCTIONS_AIM), number(ratios[worst]), "", f"`{worst}`"])
+    return rows
+
+
+def paths_rows(records):
+    rows = {}
+    for record in records:
+        if record["work"] == "find":
+            row = rows.setdefault(record["input"], [f"`{record['input']}`", number(record["ours"] / 1e6)])
+            row.append(number(record["ratio"]))
+    return list(rows.values())
+
+
+def inputs_rows(records):
+    """Reading, writing, copying and destroying beside libxml2, input by input."""
+    rows = {}
+    for work in ("read", "write_compact", "write_formatted", "copy", "destroy"):
+        for record in records:
+            if (record["work"], record["rival"]) == (work, "libxml2"):
+                rows.setdefault(record["input"], [record["input"]]).append(number(record["ratio"]))
+    return [row for row in rows.values() if len(row) == 6]
+
+
+def growth_rows(times, counts):
+    rows = []
+    for operation, aim in GROWTH.items():
+        by_size = {int(size): count for (kind, name, size), count in counts.items()
+                   if (kind, name) == ("growth", operation)}
+        rows.append([f"`{operation}`"] + [number(times[operation][size] / 1e3) for size in SIZES] +
+                    [number(exponent(times[operation])), number(exponent(by_size)), number(aim)])
+    return rows
+
+
+def tables(measured):
+    records, counts = measured["side_by_side"], measured["counts"]
+    text = ""
+    rows = comparison_rows(records, counts)
+    if rows:
+        text += table(["Work", "beside", "ratio", "aim", "worst", "aim", "of input"], rows)
+    small = [record["ours"] / 1e3 for record in records if record["work"] == "find_in_small"]
+    if small:
+        text += f"One query on 2 KB takes {small[0]:.2f} µs; the aim is {SMALL_QUERY_AIM} µs.\n\n"
+    rows = inputs_rows(records)
+    if rows:
+        text += table(["Input, beside libxml2", "read", "write compact", "write formatted", "copy", "destroy"], rows)
+    rows = paths_rows(records)
+    if rows:
+        text += table(["Path", "ms", "beside libxml2", "beside pugixml"], rows)
+    if measured["operations"]:
+        rows = growth_rows(least_times(measured["operations"]), counts)
+        text += table(["Operation, ms", "n = 1,000", "4,000", "16,000", "exponent", "of instructions", "aim"], rows)
+    if measured["memory"]:
+        rows = [[what, number(value), number(MEMORY_AIMS[what], 0)] for what, value in measured["memory"].items()]
+        text += table(["Heap, 64 bits", "measured", "aim"], rows)
+    return text
+
+
+def save(figure, file):
+    figure.tight_layout()
+    figure.savefig(file, metadata={"Date": None})
+    pyplot.close(figure)
+
+
+def plot_comparisons(rows, file):
+    """Bars to the left of 1 are where the library is faster."""
+    figure, axes = pyplot.subplots(figsize=(8, 0.24 * len(rows) + 1))
+    names = [f"{title.replace('`', '')}, {rival}" for title, rival, *_ in rows]
+    ratios = [float(row[2]) for row in rows]
+    axes.barh(names, [ratio - 1 for ratio in ratios], left=1,
+              color=["#3a7d44" if ratio <= 1 else "#b5651d" for ratio in ratios])
+    aims = [(float(row[3]), name) for row, name in zip(rows, names) if row[3]]
+    axes.plot([aim for aim, _ in aims], [name for _, name in aims], "k|", label="aim")
+    axes.set_xscale("log")
+    axes.set_xticks(TICKS, [str(tick) for tick in TICKS])
+    axes.minorticks_off()
+    axes.axvline(1, color="black", linewidth=0.8)
+    axes.invert_yaxis()
+    axes.set_xlabel("time of quxml / time of the other")
+    axes.legend()
+    save(figure, file)
+
+
+def plot_growth(times, file):
+    figure, axes = pyplot.subplots(figsize=(8, 5))
+    for operation, color in zip(GROWTH, matplotlib.colormaps["tab20"].colors):
+        per_child = [times[operation][size] * 1e3 / size for size in SIZES]
+        axes.plot(SIZES, per_child, marker="o", color=color, label=operation)
+    axes.set_xscale("log")
+    axes.set_yscale("log")
+    axes.set_xticks(SIZES, [f"{size:,}" for size in SIZES])
+    axes.minorticks_off()
+    axes.set_xlabel("n")
+    axes.set_ylabel("ns for each of n")
+    axes.legend(fontsize="x-small", loc="center left", bbox_to_anchor=(1, 0.5))
+    save(figure, file)
+
+
+def plot_all(measured, place):
+    place.mkdir(parents=True, exist_ok=True)
+    matplotlib.rcParams.update({"svg.fonttype": "none", "svg.hashsalt": "quxml", "font.size": 9})
+    rows = comparison_rows(measured["side_by_side"], measured["counts"])
+    if rows:
+        plot_comparisons(rows, place / "comparisons.svg")
+    if measured["operations"]:
+        plot_growth(least_times(measured["operations"]), place / "growth.svg")
+
+
+def describe(found):
+    packages = ", ".join(found["packages"])
+    return f"Measured on {found['processor']}, {found['cores']} cores; {found['compiler']}; {packages}.\n\n"
+
+
+def main(source, place, docs=None):
+    source, place = pathlib.Path(source), pathlib.Path(place)
+    measured = {name: read_json(source / f"{name}.json") for name in ("side_by_side", "operations", "memory")}
+    measured["counts"] = read_counts(source / "instructions.txt")
+    measured["machine"] = machine()
+    text = describe(measured["machine"]) + tables(measured)
+    print(text, end="")
+    (place / "results.md").write_text(text)
+    plot_all(measured, place / "plots")
+    if docs:
+        page = pathlib.Path(docs) / "performance.md"
+        before, _, rest = page.read_text().partition(BEGIN)
+        page.write_text(before + BEGIN + "\n" + text + END + rest.partition(END)[2])
+        plot_all(measured, pathlib.Path(docs) / "plots")
+    measured["counts"] = {" ".join(what): count for what, count in measured["counts"].items()}
+    (place / "results.json").write_text(json.dumps(measured, indent=1))
+
+
+main(*sys.argv[1:])
