@@ -65,7 +65,7 @@ std::vector<MeasuredOperation> sorted_additions() {
 void run(benchmark::State& state, const MeasuredOperation& operation) {
     using Clock = std::chrono::steady_clock;
     const auto size = static_cast<std::size_t>(state.range(0));
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         const std::function<void()> work = operation.prepare(size);
         const Clock::time_point start = Clock::now();
         work();

@@ -27,7 +27,7 @@ std::string elements_in(const typename Library::Document& document) {
     return std::to_string(Library::count_elements(document)) + " elements";
 }
 
-/// A contestant that works on a tree of the text, or on more than one; made of functions of the tree.
+/// A tree that the functions of a run share.
 template <class Library>
 using Tree = std::shared_ptr<typename Library::Document>;
 
