@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstring>
 #include <string>
+#include <string_view>
 
 namespace quxml {
 
@@ -21,23 +22,10 @@ public:
         buffer[size++] = c;
     }
 
-    void append(const char* piece, std::size_t length) {
-        if (length > buffer.size() - size) {
-            flush();
-            if (length > buffer.size()) {
-                out.append(piece, length);
-                return;
-            }
-        }
-        std::memcpy(buffer.data() + size, piece, length);
-        size += length;
-    }
-
-    void append(const std::string& piece) { append(piece.data(), piece.size()); }
-
-    template <std::size_t Size>
-    void append(const char (&literal)[Size]) {
-        append(literal, Size - 1);
+    /// Appends the pieces one after another, and looks only once whether they fit.
+    template <typename... Pieces>
+    void append(const Pieces&... pieces) {
+        append_views(std::string_view(pieces)...);
     }
 
     /// Appends what has been gathered. To be called at the end, and before anybody else appends to the
@@ -54,6 +42,24 @@ public:
     }
 
 private:
+    template <typename... Views>
+    void append_views(Views... pieces) {
+        const std::size_t length = (pieces.size() + ...);
+        if (length > buffer.size() - size) {
+            flush();
+            if (length > buffer.size()) {
+                (out.append(pieces), ...);
+                return;
+            }
+        }
+        (copy(pieces), ...);
+    }
+
+    void copy(std::string_view piece) {
+        std::memcpy(buffer.data() + size, piece.data(), piece.size());
+        size += piece.size();
+    }
+
     std::string& out;
     std::size_t size = 0;
     std::array<char, 1024> buffer;

@@ -5,6 +5,7 @@
 // and n >= 0 for formatted text at nesting level n, which has an element a line and two spaces a level.
 
 #include <cstddef>
+#include <string_view>
 
 #include "TextBuffer.h"
 
@@ -20,8 +21,12 @@ inline int get_child_depth(int depth) {
 }
 
 inline void append_indentation(TextBuffer& out, int depth) {
-    for (int level = 0; level < depth; ++level)
-        out.append("  ");
+    constexpr std::string_view blanks = "                                                                ";
+    constexpr int levels = blanks.size() / 2;
+    for (; depth > levels; depth -= levels)
+        out.append(blanks);
+    if (depth > 0)
+        out.append(blanks.substr(0, 2 * static_cast<std::size_t>(depth)));
 }
 
 inline void append_line_end(TextBuffer& out, int depth) {

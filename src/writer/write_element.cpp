@@ -36,18 +36,13 @@ bool has_lines_between_tags(const Element& element) {
 
 // Deliberate: names and values are written as they are, whatever they hold.
 void append_attribute(TextBuffer& out, const Attribute& attribute) {
-    out.append(' ');
-    out.append(NodeAccess::name(attribute));
-    out.append("=\"");
-    out.append(NodeAccess::value(attribute));
-    out.append('"');
+    out.append(" ", NodeAccess::name(attribute), "=\"", NodeAccess::value(attribute), "\"");
 }
 
 /// "<", the name and the attributes.
 void append_tag_start(TextBuffer& out, const Element& element, int depth) {
     append_indentation(out, depth);
-    out.append('<');
-    out.append(NodeAccess::name(element));
+    out.append("<", NodeAccess::name(element));
     for (const Attribute* attribute : NodeAccess::attributes(element))
         append_attribute(out, *attribute);
 }
@@ -61,16 +56,14 @@ void append_shorthand_tag(TextBuffer& out, const Element& element, int depth) {
 void append_opening_tag(TextBuffer& out, const Element& element, int depth) {
     append_tag_start(out, element, depth);
     out.append('>');
-    if (has_lines_between_tags(element))
+    if (is_formatted(depth) && has_lines_between_tags(element))
         append_line_end(out, depth);
 }
 
 void append_closing_tag(TextBuffer& out, const Element& element, int depth) {
-    if (has_lines_between_tags(element))
+    if (is_formatted(depth) && has_lines_between_tags(element))
         append_indentation(out, depth);
-    out.append("</");
-    out.append(NodeAccess::name(element));
-    out.append('>');
+    out.append("</", NodeAccess::name(element), ">");
     append_line_end(out, depth);
 }
 
