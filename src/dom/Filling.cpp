@@ -1,7 +1,7 @@
 #include "Filling.h"
 
 #include <memory>
-#include <utility>
+#include <string>
 
 #include "NodeAccess.h"
 #include "ordering.h"
@@ -15,29 +15,29 @@ Filling::~Filling() {
     settle();
 }
 
-Element* Filling::add_element(std::string name) {
-    return add_element(std::move(name), NodeAccess::keep_sorted(parent));
+Element* Filling::add_element(std::string_view name) {
+    return add_element(name, NodeAccess::keep_sorted(parent));
 }
 
-Element* Filling::add_element(std::string name, bool keep_sorted) {
+Element* Filling::add_element(std::string_view name, bool keep_sorted) {
     auto child = std::make_unique<Element>(std::string(), &parent, keep_sorted);
-    NodeAccess::name(*child).swap(name);
-    NodeList entry(1, child.get());
-    link(entry, NodeAccess::name(*child));
+    NodeAccess::name(*child) = name;
+    link(child.get());
     return child.release();
 }
 
 /// Nodes without a name stand in front of all others, in an order of their own, whatever the order behind
 /// them: a new one is linked at its place.
-void Filling::link(NodeList& entry, const std::string& name) {
+void Filling::link(Element* child) {
+    const std::string& name = NodeAccess::name(*child);
     if (!is_appending || name.empty()) {
-        link_new_node(parent, entry);
+        link_new_node(parent, child);
         return;
     }
     const NodeList& children = NodeAccess::children(parent);
     if (!children.empty() && name < NodeAccess::name(*children.back()))
         is_in_order = false;
-    NodeAccess::link_last(parent, entry);
+    NodeAccess::link_last(parent, child);
 }
 
 void Filling::settle() noexcept {
@@ -52,28 +52,26 @@ void Filling::settle() noexcept {
     is_appending = false;
 }
 
-void AttributeFilling::set_attribute(std::string name, std::string value) {
+void AttributeFilling::set_attribute(std::string_view name, std::string_view value) {
     if (Attribute* present = find(name)) {
-        NodeAccess::value(*present).swap(value);
+        NodeAccess::value(*present) = value;
         return;
     }
     auto attribute = std::make_unique<Attribute>(std::string(), std::string(), &element);
-    NodeAccess::name(*attribute).swap(name);
-    NodeAccess::value(*attribute).swap(value);
-    AttributeList entry(1, attribute.get());
+    NodeAccess::name(*attribute) = name;
+    NodeAccess::value(*attribute) = value;
+    NodeAccess::attributes(element).push_back(attribute.get());
+    Attribute* added = attribute.release();
     if (!index.empty())
-        index.emplace(NodeAccess::name(*attribute), attribute.get());
-    AttributeList& attributes = NodeAccess::attributes(element);
-    attributes.splice(attributes.end(), entry);
-    attribute.release();
+        index.emplace(NodeAccess::name(*added), added);
 }
 
 /// The attribute of this name, or null.
-Attribute* AttributeFilling::find(const std::string& name) {
+Attribute* AttributeFilling::find(std::string_view name) {
     constexpr std::size_t few = 16;
     const AttributeList& attributes = NodeAccess::attributes(element);
     if (attributes.size() <= few)
-        return element.get_attribute(name);
+        return const_cast<Attribute*>(find_attribute(element, name));
     if (index.empty()) {
         for (Attribute* attribute : attributes)
             index.emplace(NodeAccess::name(*attribute), attribute);

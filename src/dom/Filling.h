@@ -2,7 +2,6 @@
 #define QUXML_DOM_FILLING_H
 
 #include <map>
-#include <string>
 #include <string_view>
 
 #include "quxml/Attribute.h"
@@ -28,17 +27,17 @@ public:
     Filling& operator=(const Filling&) = delete;
 
     /// Adds an element that inherits `keep_sorted`, as `Node::add_child` does.
-    Element* add_element(std::string name);
+    Element* add_element(std::string_view name);
 
     /// Adds an element with a `keep_sorted` of its own.
-    Element* add_element(std::string name, bool keep_sorted);
+    Element* add_element(std::string_view name, bool keep_sorted);
 
     /// Puts the children in their order now. From here on each new one is linked at its sorted place, so that
     /// anybody may look at the element and add to it.
     void settle() noexcept;
 
 private:
-    void link(NodeList& entry, const std::string& name);
+    void link(Element* child);
 
     Element& parent;
     bool is_appending;  // kept sorted, and new elements are appended out of order
@@ -51,10 +50,10 @@ class AttributeFilling {
 public:
     explicit AttributeFilling(Element& new_element) : element(new_element) {}
 
-    void set_attribute(std::string name, std::string value);
+    void set_attribute(std::string_view name, std::string_view value);
 
 private:
-    Attribute* find(const std::string& name);
+    Attribute* find(std::string_view name);
 
     Element& element;
     std::map<std::string_view, Attribute*> index;  // of every attribute; empty as long as there are few
