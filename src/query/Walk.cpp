@@ -1,7 +1,8 @@
 // The walk of a query. What a recursive walk would keep on the stack stands in a list of tasks: a task may
 // add further ones, for the children of its node, and they are done before everything that was in the list
 // before them. So nodes are visited in the order of a depth-first walk, and predicates are judged in that
-// order.
+// order. One task stands for all the siblings that remain to be searched: an entry for each of them would make
+// a search take twice as long.
 
 #include "Walk.h"
 
@@ -24,53 +25,53 @@ void Walk::start_at(Node* node) {
 }
 
 void Walk::follow_from(Node* node) {
-    run({node, 0, false});
+    follow(node, 0);
+    run();
 }
 
 void Walk::search_from(Node* node) {
-    run({node, 0, true});
+    search(node, 0);
+    run();
 }
 
-void Walk::run(Task first) {
-    tasks.push_back(first);
+void Walk::run() {
     while (!tasks.empty()) {
-        const Task task = tasks.back();
-        tasks.pop_back();
-        if (task.is_search) {
-            search(task);
-        } else {
-            follow(task);
+        Task& task = tasks.back();
+        const std::size_t step = task.step;
+        if (Node* node = task.node) {
+            tasks.pop_back();
+            follow(node, step);
+            continue;
         }
+        Node* node = *task.next;
+        if (++task.next == task.end)
+            tasks.pop_back();
+        search(node, step);
     }
 }
 
-void Walk::follow(const Task& task) {
-    if (is_last(task.step)) {
-        results.insert(results.end(), task.node);
-    } else if (steps[task.step].is_empty()) {
-        tasks.push_back({task.node, task.step + 1, true});
+void Walk::follow(Node* node, std::size_t step) {
+    if (is_last(step)) {
+        results.insert(results.end(), node);
+    } else if (steps[step].is_empty()) {
+        search(node, step + 1);
     } else {
-        steps[task.step + 1].select_children(task.node, comparator, selected);
-        add_tasks(selected, task.step + 1, false);
+        steps[step + 1].select_children(node, comparator, selected);
+        for (auto next = selected.rbegin(); next != selected.rend(); ++next)
+            tasks.push_back({step + 1, *next, {}, {}});
     }
 }
 
-void Walk::search(const Task& task) {
-    Step& step = steps[task.step];
-    if (step.accepts(task.node, comparator)) {
-        follow(task);
+void Walk::search(Node* node, std::size_t step) {
+    if (steps[step].accepts(node, comparator)) {
+        follow(node, step);
         // Deliberate: a match ends the search of its branch, except for a final "*".
-        if (!is_last(task.step) || !step.is_star())
+        if (!is_last(step) || !steps[step].is_star())
             return;
     }
-    add_tasks(NodeAccess::children(*task.node), task.step, true);
-}
-
-/// Adds one task for each node, the one for the first node to be done first.
-template <typename Nodes>
-void Walk::add_tasks(const Nodes& nodes, std::size_t step, bool is_search) {
-    for (auto node = nodes.rbegin(); node != nodes.rend(); ++node)
-        tasks.push_back({*node, step, is_search});
+    const NodeList& children = NodeAccess::children(*node);
+    if (!children.empty())
+        tasks.push_back({step, nullptr, children.begin(), children.end()});
 }
 
 }  // namespace quxml

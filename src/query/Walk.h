@@ -28,19 +28,18 @@ public:
     void search_from(Node* node);
 
 private:
-    /// What remains to be done at a node: to follow the steps behind `step`, which the node satisfies, or to
-    /// search it and everything below it for `step`.
+    /// What remains to be done: to follow the steps behind `step` from a node that satisfies it or, without a node,
+    /// to search siblings, one at least, and everything below them for `step`.
     struct Task {
-        Node* node;
         std::size_t step;
-        bool is_search;
+        Node* node;
+        NodeList::const_iterator next;
+        NodeList::const_iterator end;
     };
 
-    void run(Task first);
-    void follow(const Task& task);
-    void search(const Task& task);
-    template <typename Nodes>
-    void add_tasks(const Nodes& nodes, std::size_t step, bool is_search);
+    void run();
+    void follow(Node* node, std::size_t step);
+    void search(Node* node, std::size_t step);
     bool is_last(std::size_t step) const { return step + 1 == steps.size(); }
 
     const StringComparator& comparator;

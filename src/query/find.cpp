@@ -1,5 +1,6 @@
 // The two searches of a node. They differ in what a name test means, and in nothing else.
 
+#include <functional>
 #include <utility>
 
 #include "names.h"
@@ -9,14 +10,16 @@
 namespace quxml {
 
 NodeSet Node::find_exact_match(const std::string& path) {
-    XPathHelper helper{EqualsIgnoringCase()};
+    const EqualsIgnoringCase comparator;
+    XPathHelper helper{std::cref(comparator)};
     helper.run(this, path);
     return std::move(helper.results);
 }
 
 // Deliberate: a prefix of the name, not a substring.
 NodeSet Node::find_substring_match(const std::string& path) {
-    XPathHelper helper{BeginsIgnoringCase()};
+    const BeginsIgnoringCase comparator;
+    XPathHelper helper{std::cref(comparator)};
     helper.run(this, path);
     return std::move(helper.results);
 }
