@@ -1,8 +1,8 @@
 // The tree: linking, unlinking and destroying nodes.
 //
 // Children stand in a list, and a second time in the sibling links, which every operation here keeps in step.
-// What can fail, the allocation of the list's entry, is done before anything is changed, so a failure leaves
-// the tree as it was.
+// What can fail, the allocation of the list's entry, is done before any link is changed, so a failure leaves the
+// tree as it was.
 //
 // Destruction does not recurse. A node that is destroyed takes its children from its list one by one and
 // destroys each. A child that is destroyed this way does not destroy its own children: it moves them to the
@@ -83,22 +83,21 @@ Node* Node::get_child(const std::string& child_name) const {
     return nullptr;
 }
 
-void NodeAccess::link_last(Node& parent, NodeList& entry) noexcept {
-    Node* node = entry.front();
-    if (!parent.children.empty()) {
-        Node* last = parent.children.back();
+void NodeAccess::link_last(Node& parent, Node* node) {
+    Node* last = parent.children.empty() ? nullptr : parent.children.back();
+    parent.children.push_back(node);
+    if (last != nullptr) {
         node->previous_sibling = last;
         last->next_sibling = node;
     }
-    parent.children.splice(parent.children.end(), entry);
 }
 
-void NodeAccess::link_before(Node& parent, NodeList& entry, NodeList::iterator position) noexcept {
+void NodeAccess::link_before(Node& parent, Node* node, NodeList::iterator position) {
     if (position == parent.children.end()) {
-        link_last(parent, entry);
+        link_last(parent, node);
         return;
     }
-    Node* node = entry.front();
+    parent.children.insert(position, node);
     Node* next = *position;
     if (Node* previous = next->previous_sibling) {
         previous->next_sibling = node;
@@ -106,7 +105,6 @@ void NodeAccess::link_before(Node& parent, NodeList& entry, NodeList::iterator p
     }
     next->previous_sibling = node;
     node->next_sibling = next;
-    parent.children.splice(position, entry);
 }
 
 void NodeAccess::relink_children(Node& parent) noexcept {
@@ -130,9 +128,8 @@ Element* Node::add_child(const std::string& child_name) {
 Element* Node::add_child(const std::string& child_name, const std::string& item) {
     auto child = std::make_unique<Element>(child_name, static_cast<Element*>(this), keep_sorted);
     child->set_attribute("item", item);
-    NodeList entry(1, child.get());
     try {
-        link_new_node(*this, entry);
+        link_new_node(*this, child.get());
     } catch (const std::out_of_range&) {
         // Deliberate: a child whose place can not be told is not freed.
         static_cast<void>(child.release());
@@ -146,13 +143,11 @@ Element* Node::add_child(const std::string& child_name, int item) {
 }
 
 void Node::add_new_node(Node* node) {
-    NodeList entry(1, node);
-    link_new_node(*this, entry);
+    link_new_node(*this, node);
 }
 
 void Node::insert_node(Node* node, NodeList::iterator position) {
-    NodeList entry(1, node);
-    NodeAccess::link_before(*this, entry, position);
+    NodeAccess::link_before(*this, node, position);
 }
 
 namespace {

@@ -27,11 +27,13 @@ struct NodeAccess {
     static AttributeList& attributes(Element& element) { return element.attributes; }
     static const std::string& content(const TextNode& text) { return text.content; }
 
-    /// Links the only entry of `entry` as the last child. Never fails: the entry has been allocated before.
-    static void link_last(Node& parent, NodeList& entry) noexcept;
+    /// Links `node` as the last child.
+    /// \throws std::bad_alloc nothing has changed.
+    static void link_last(Node& parent, Node* node);
 
-    /// Links the only entry of `entry` before `position`, see `Node::insert_node`. Never fails.
-    static void link_before(Node& parent, NodeList& entry, NodeList::iterator position) noexcept;
+    /// Links `node` before `position`, see `Node::insert_node`.
+    /// \throws std::bad_alloc nothing has changed.
+    static void link_before(Node& parent, Node* node, NodeList::iterator position);
 
     /// Makes the sibling links follow the list of children again.
     static void relink_children(Node& parent) noexcept;

@@ -66,7 +66,8 @@ public:
 private:
     void open_element(const Element& source, Element& new_element) {
         copy_attributes(source, new_element);
-        open.emplace_back(source, new_element);
+        if (!NodeAccess::children(source).empty())
+            open.emplace_back(source, new_element);
     }
 
     void close_element() {

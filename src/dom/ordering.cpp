@@ -9,6 +9,8 @@
 #include "ordering.h"
 
 #include <algorithm>
+#include <list>
+#include <new>
 #include <optional>
 #include <string>
 #include <vector>
@@ -23,15 +25,17 @@ namespace {
 /// What the order looks at in one node, each thing read when it is first needed and then kept.
 class SortKey {
 public:
-    explicit SortKey(const Node& node) : name(&NodeAccess::name(node)), element(as_element(&node)) {}
+    explicit SortKey(Node* keyed_node) : node(keyed_node) {}
+
+    Node* get_node() const { return node; }
 
     bool is_before(SortKey& other) {
-        const int order = name->compare(*other.name);
+        const int order = NodeAccess::name(*node).compare(NodeAccess::name(*other.node));
         if (order != 0)
             return order < 0;
-        if (element == nullptr || other.element == nullptr)
+        if (as_element(node) == nullptr || as_element(other.node) == nullptr)
             return false;
-        return get_item() == nullptr || other.get_item() == nullptr || is_item_before(other);
+        return other.get_item() == nullptr || get_item() == nullptr || is_item_before(other);
     }
 
 private:
@@ -46,7 +50,7 @@ private:
     /// Null if the item is absent or empty, which is the same to the order.
     const std::string* get_item() {
         if (!has_item) {
-            const Attribute* attribute = find_attribute(*element, "item");
+            const Attribute* attribute = find_attribute(*as_element(node), "item");
             if (attribute != nullptr && !NodeAccess::value(*attribute).empty())
                 item = &NodeAccess::value(*attribute);
             has_item = true;
@@ -62,8 +66,7 @@ private:
         return number;
     }
 
-    const std::string* name;
-    const Element* element;
+    Node* node;
     const std::string* item = nullptr;
     std::optional<int> number;
     bool has_item = false;
@@ -73,26 +76,52 @@ private:
 }  // namespace
 
 bool is_sorted_before(Node* a, Node* b) {
-    SortKey key(*a);
-    SortKey other(*b);
+    SortKey key(a);
+    SortKey other(b);
     return key.is_before(other);
 }
 
-void link_new_node(Node& parent, NodeList& entry) {
+void link_new_node(Node& parent, Node* node) {
     if (!NodeAccess::keep_sorted(parent)) {
-        NodeAccess::link_last(parent, entry);
+        NodeAccess::link_last(parent, node);
         return;
     }
-    SortKey key(*entry.front());
+    SortKey key(node);
     NodeList& children = NodeAccess::children(parent);
-    const auto is_passed = [&key](const Node* child) { return SortKey(*child).is_before(key); };
-    NodeAccess::link_before(parent, entry, std::find_if_not(children.begin(), children.end(), is_passed));
+    const auto is_passed = [&key](Node* child) { return SortKey(child).is_before(key); };
+    NodeAccess::link_before(parent, node, std::find_if_not(children.begin(), children.end(), is_passed));
 }
+
+namespace {
+
+/// The keys of the nodes, or none if there is no memory for them.
+std::list<SortKey> read_keys(const NodeList& nodes) noexcept {
+    try {
+        return std::list<SortKey>(nodes.begin(), nodes.end());
+    } catch (const std::bad_alloc&) {
+        return {};
+    }
+}
+
+/// Sorts keys rather than nodes, so that no item is looked up and read more than once. Without memory for that
+/// the nodes themselves are sorted: the same sort, and the same result.
+void sort_nodes(NodeList& nodes) {
+    std::list<SortKey> keys = read_keys(nodes);
+    if (keys.empty()) {
+        nodes.sort(is_sorted_before);
+        return;
+    }
+    keys.sort([](SortKey& a, SortKey& b) { return a.is_before(b); });
+    std::transform(keys.begin(), keys.end(), nodes.begin(),
+                   [](const SortKey& key) { return key.get_node(); });
+}
+
+}  // namespace
 
 void Node::sort_children() {
     if (children.size() < 2)
         return;
-    children.sort(is_sorted_before);
+    sort_nodes(children);
     NodeAccess::relink_children(*this);
 }
 
