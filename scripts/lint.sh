@@ -1,5 +1,6 @@
 # Checks the formatting, then runs clang-tidy and shellcheck; no finding is let through.
-need_to_build_with libcli11-dev libgtest-dev clang clang-format-14 clang-tidy-14 shellcheck
+need_to_build_with libcli11-dev libgtest-dev libbenchmark-dev libpugixml-dev libtinyxml2-dev clang clang-format-14 \
+    clang-tidy-14 shellcheck
 configure clang
 cpp_files | quietly xargs clang-format-14 --dry-run --Werror
 cpp_files | grep '\.cpp$' | quietly xargs --max-procs="$(nproc)" --max-args=1 clang-tidy-14 --quiet -p build/clang

@@ -2,8 +2,8 @@
 """Breaks the library in many small ways, one at a time, and checks that the unit tests notice.
 
 Each mutant is one small change in one line of src/: an operator, a constant, a condition, a removed statement. The
-source file is compiled with it, linked with the other objects into a shared library, and the test program is run
-against that, the quick tests first, all of them if those pass. A mutant that fails a test, crashes or does not end is
+source file is compiled with it, linked with the other objects into a shared library, and the tests are run against
+that, the quick ones first, those of costs last. A mutant that fails a test, crashes or does not end is
 killed; one that does not compile does not count. Mutants that no test can notice, because they change nothing that can
 be seen, are listed with the reason in scripts/equivalent_mutants.txt; every other survivor is a gap in the tests.
 
@@ -29,7 +29,9 @@ FLAGS = ["-std=c++17", "-O1", "-fPIC", "-w", f"-I{ROOT}/include", f"-I{ROOT}/src
 # Tests that take long, such as those of very deep trees, run only on mutants that pass all others.
 SLOW = ("*Deep*:*deep*:*Stack*:*Levels*:*Thousand*:*Million*:*Random*:*Every*:*All*:*Large*:*Huge*:*Thread*:*Linear*:"
         "*Quadratic*")
-SELECTIONS = (f"--gtest_filter=-{SLOW}", f"--gtest_filter={SLOW}")
+# Which program runs which tests, in this order.
+STAGES = (("quxml_tests", f"--gtest_filter=-{SLOW}"), ("quxml_tests", f"--gtest_filter={SLOW}"),
+          ("quxml_complexity_tests", "--gtest_filter=*"))
 
 # What is replaced by what. Strings, characters, comments and preprocessor lines are left alone.
 OPERATORS = [
@@ -162,13 +164,23 @@ def link(objects, target):
     return run(["g++", "-shared", *map(str, objects), "-o", str(target), "-lxml2"]).returncode == 0
 
 
-def is_noticed(program, folder, limits):
+def build_program(name, folder, sources):
+    """Builds a test program that is linked with the library in `folder`."""
+    objects = compile_all(sources, BUILD / "objects")
+    linked = run(["g++", *map(str, objects.values()), "-o", str(BUILD / name), f"-L{folder}", "-lquxml", "-lgtest",
+                  "-lgtest_main", "-lxml2", "-lpthread"])
+    if linked.returncode != 0:
+        sys.exit(linked.stderr.decode())
+
+
+def is_noticed(folder, limits):
     """Runs the tests against the library in `folder`; whether any fails, crashes or does not end in time."""
-    return any(not passes(program, folder, selection, limit) for selection, limit in zip(SELECTIONS, limits))
+    return any(not passes(folder, stage, limit) for stage, limit in zip(STAGES, limits))
 
 
-def passes(program, folder, selection, seconds):
-    command = [str(program), selection, "--gtest_fail_fast", "--gtest_brief=1"]
+def passes(folder, stage, seconds):
+    program, selection = stage
+    command = [str(BUILD / program), selection, "--gtest_fail_fast", "--gtest_brief=1"]
     limited = ["bash", "-c", f"ulimit -v 8000000; exec {shlex.join(command)}"]
     environment = dict(os.environ, LD_LIBRARY_PATH=str(folder))
     try:
@@ -177,18 +189,18 @@ def passes(program, folder, selection, seconds):
         return False
 
 
-def time_limits(program, folder):
-    """How long each selection of tests may take: several times what it takes without a mutant."""
+def time_limits(folder):
+    """How long each stage may take: several times what it takes without a mutant."""
     limits = []
-    for selection in SELECTIONS:
+    for stage in STAGES:
         begin = time.monotonic()
-        if not passes(program, folder, selection, 600):
+        if not passes(folder, stage, 600):
             sys.exit("the tests fail without any mutant")
         limits.append(5 + 5 * (time.monotonic() - begin))
     return limits
 
 
-def judge(mutant, sources, objects, program, limits):
+def judge(mutant, sources, objects, limits):
     """Returns 'killed', 'survived' or 'invalid'."""
     folder = BUILD / f"mutant-{os.getpid()}-{id(mutant)}"
     tree = folder / "src"
@@ -208,7 +220,7 @@ def judge(mutant, sources, objects, program, limits):
                 return "invalid"
         if not link(own.values(), folder / "libquxml.so"):
             return "invalid"
-        return "killed" if is_noticed(program, folder, limits) else "survived"
+        return "killed" if is_noticed(folder, limits) else "survived"
     finally:
         shutil.rmtree(folder, ignore_errors=True)
 
@@ -236,26 +248,23 @@ def main():
         return 0
 
     objects = compile_all(sources, BUILD / "objects")
-    tests = [t for folder in ("dom", "query", "reader", "writer", "support")
-             for t in sorted((ROOT / "tests" / folder).glob("*.cpp"))]
-    test_objects = compile_all(tests, BUILD / "objects")
     healthy = BUILD / "healthy"
     healthy.mkdir(exist_ok=True)
-    program = BUILD / "quxml_tests"
     if not link(objects.values(), healthy / "libquxml.so"):
         sys.exit("the library does not link")
-    linked = run(["g++", *map(str, test_objects.values()), "-o", str(program), f"-L{healthy}", "-lquxml", "-lgtest",
-                  "-lgtest_main", "-lxml2", "-lpthread"])
-    if linked.returncode != 0:
-        sys.exit(linked.stderr.decode())
-    limits = time_limits(program, healthy)
-    print(f"{len(mutants)} mutants; tests that take longer than {limits[0]:.0f} s and {limits[1]:.0f} s have noticed",
+    tests = ROOT / "tests"
+    build_program("quxml_tests", healthy, [t for folder in ("dom", "query", "reader", "writer", "support")
+                                           for t in sorted((tests / folder).glob("*.cpp"))])
+    build_program("quxml_complexity_tests", healthy, [tests / "robustness" / name for name in
+                                                      ("complexity_test.cpp", "measured_operations.cpp")])
+    limits = time_limits(healthy)
+    print(f"{len(mutants)} mutants; a stage of the tests may take " + ", ".join(f"{limit:.0f} s" for limit in limits),
           flush=True)
 
     counts = {"killed": 0, "survived": 0, "invalid": 0}
     survivors = []
     with concurrent.futures.ThreadPoolExecutor(arguments.jobs) as pool:
-        jobs = {pool.submit(judge, m, sources, objects, program, limits): m for m in mutants}
+        jobs = {pool.submit(judge, m, sources, objects, limits): m for m in mutants}
         for done, job in enumerate(concurrent.futures.as_completed(jobs), 1):
             result = job.result()
             counts[result] += 1
