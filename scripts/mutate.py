@@ -3,9 +3,10 @@
 
 Each mutant is one small change in one line of src/: an operator, a constant, a condition, a removed statement. The
 source file is compiled with it, linked with the other objects into a shared library, and the tests are run against
-that, the quick ones first, those of costs last. A mutant that fails a test, crashes or does not end is
-killed; one that does not compile does not count. Mutants that no test can notice, because they change nothing that can
-be seen, are listed with the reason in scripts/equivalent_mutants.txt; every other survivor is a gap in the tests.
+that, the quick ones first, those of failing memory, hostile text and costs last. A mutant that fails a test, crashes or
+does not end is killed; one that does not compile does not count. Mutants that no test can notice, because they change
+nothing that can be seen, are listed with the reason in scripts/equivalent_mutants.txt; every other survivor is a gap
+in the tests.
 
 Ends with the figures and exits with 1 if fewer than 95 of 100 are killed or a survivor is not listed.
 """
@@ -31,7 +32,14 @@ SLOW = ("*Deep*:*deep*:*Stack*:*Levels*:*Thousand*:*Million*:*Random*:*Every*:*A
         "*Quadratic*")
 # Which program runs which tests, in this order.
 STAGES = (("quxml_tests", f"--gtest_filter=-{SLOW}"), ("quxml_tests", f"--gtest_filter={SLOW}"),
-          ("quxml_complexity_tests", "--gtest_filter=*"))
+          ("quxml_robustness_tests", "--gtest_filter=*"), ("quxml_complexity_tests", "--gtest_filter=*"))
+
+ROBUSTNESS_TESTS = {
+    "quxml_robustness_tests": ("robustness/counting_heap.cpp", "robustness/hostile_input_test.cpp",
+                               "robustness/memory_failure_test.cpp", "robustness/reading_memory_test.cpp",
+                               "support/check_links.cpp", "support/tree_text.cpp"),
+    "quxml_complexity_tests": ("robustness/complexity_test.cpp", "robustness/measured_operations.cpp"),
+}
 
 # What is replaced by what. Strings, characters, comments and preprocessor lines are left alone.
 OPERATORS = [
@@ -255,8 +263,8 @@ def main():
     tests = ROOT / "tests"
     build_program("quxml_tests", healthy, [t for folder in ("dom", "query", "reader", "writer", "support")
                                            for t in sorted((tests / folder).glob("*.cpp"))])
-    build_program("quxml_complexity_tests", healthy, [tests / "robustness" / name for name in
-                                                      ("complexity_test.cpp", "measured_operations.cpp")])
+    for name, files in ROBUSTNESS_TESTS.items():
+        build_program(name, healthy, [tests / file for file in files])
     limits = time_limits(healthy)
     print(f"{len(mutants)} mutants; a stage of the tests may take " + ", ".join(f"{limit:.0f} s" for limit in limits),
           flush=True)

@@ -239,10 +239,13 @@ TEST(IsSortedBefore, LeavesErrnoAsItIs) {
     errno = EDOM;
     EXPECT_THROW_MESSAGE(is_sorted_before(&first, &second), std::out_of_range, "stoi");
     EXPECT_EQ(errno, EDOM);
-    first.set_attribute("item", "2");
-    errno = ERANGE;
-    EXPECT_FALSE(is_sorted_before(&first, &second));
-    EXPECT_EQ(errno, ERANGE);
+    for (const char* const item : {"2", "+2", "2 and more"}) {
+        first.set_attribute("item", item);
+        errno = ERANGE;
+        EXPECT_FALSE(is_sorted_before(&first, &second)) << item;
+        EXPECT_TRUE(is_sorted_before(&second, &first)) << item;
+        EXPECT_EQ(errno, ERANGE) << item;
+    }
     errno = 0;
 }
 
@@ -498,6 +501,13 @@ TEST(SortChildrenRecursively, SortsEveryLevel) {
     root->sort_children_recursively();
     EXPECT_EQ(to_line(root), "r{\"u\" a{c d{g h}} b{\"t\" c{e f} d}}");
     EXPECT_TRUE(links_agree(root));
+}
+
+TEST(SortChildrenRecursively, SortsEachNodeOnce) {
+    Document document(false);
+    Element* root = build(document, "r{x(n=p){y(n=s) y(n=t)} x(n=q) x(n=r)}");
+    root->sort_children_recursively();
+    EXPECT_EQ(to_line(root), "r{x(n=r) x(n=q) x(n=p){y(n=t) y(n=s)}}");
 }
 
 TEST(SortChildrenRecursively, BeginsAtTheNodeItIsCalledOn) {

@@ -114,6 +114,11 @@ TEST_F(Handlers, FindSelectsNothingFromNull) {
         EXPECT_EQ(helper.find(nullptr, path), NodeSet()) << path;
 }
 
+TEST_F(Handlers, FindFromNullReturnsWhatWasFoundBefore) {
+    const NodeSet found = helper.find(root, "r/a");
+    EXPECT_EQ(helper.find(nullptr, "a"), found);
+}
+
 TEST_F(Handlers, ANewHelperHoldsNothing) {
     EXPECT_EQ(held(), "");
 }

@@ -406,6 +406,16 @@ TEST(LastError, OfAnEarlierUseOfLibxml2DoesNotMatter) {
     EXPECT_EQ(xmlGetLastError(), nullptr);
 }
 
+#if LIBXML_VERSION < 21200
+TEST(LastError, OfAnEarlierUseThatFoundNoMemoryDoesNotMatter) {
+    const quxml_test::SilentLibxml2 silence;
+    quxml_test::parse_with_libxml2("<a>");
+    ASSERT_NE(xmlGetLastError(), nullptr);
+    xmlGetLastError()->code = XML_ERR_NO_MEMORY;
+    EXPECT_EQ(outcome("<a/>"), "a");
+}
+#endif
+
 TEST(LastError, OfOneTextIsNotReportedForTheNext) {
     const std::string first = expected_error("<a></b>");
     const std::string second = expected_error("<c>\n");
