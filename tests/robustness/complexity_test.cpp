@@ -1,7 +1,7 @@
-// No operation's work grows faster than its documentation says, by processor time at n and 16n. `./dev complexity` counts
-// instructions instead, of larger trees, which takes minutes and has no noise; here the limits leave much room for other
-// work on the machine, and for caches that a small tree fits into and a large one does not. What is linear takes 16 times
-// as long, what is quadratic 256 times, and so on.
+// No operation's work grows faster than its documentation says, by processor time at n and 16n. `./dev
+// complexity` counts instructions instead, of larger trees, which takes minutes and has no noise; here the
+// limits leave much room for other work on the machine, and for caches that a small tree fits into and a
+// large one does not. What is linear takes 16 times as long, what is quadratic 256 times, and so on.
 
 #include <gtest/gtest.h>
 

@@ -14,7 +14,6 @@ namespace {
 
 CountingHeap heap_of_cpp;
 CountingHeap heap_of_xml;
-std::size_t peak_of_both = 0;
 
 bool is_failing(CountingHeap& heap) noexcept {
     ++heap.allocations;
@@ -30,7 +29,6 @@ void* count_in(CountingHeap& heap, void* block, std::size_t size) noexcept {
     ++heap.blocks;
     heap.bytes += malloc_usable_size(block);
     heap.peak = std::max(heap.peak, heap.bytes);
-    peak_of_both = std::max(peak_of_both, heap_of_cpp.bytes + heap_of_xml.bytes);
     if (size == heap.watched_size)
         heap.watched_block = block;
     return block;
@@ -91,10 +89,6 @@ CountingHeap& cpp_heap() noexcept {
 
 CountingHeap& xml_heap() noexcept {
     return heap_of_xml;
-}
-
-std::size_t& common_peak() noexcept {
-    return peak_of_both;
 }
 
 }  // namespace quxml_test

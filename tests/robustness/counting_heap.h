@@ -30,9 +30,6 @@ CountingHeap& cpp_heap() noexcept;
 /// Behind libxml2's `xmlMalloc`, `xmlRealloc`, `xmlFree` and `xmlMemStrdup`.
 CountingHeap& xml_heap() noexcept;
 
-/// The most bytes that both have handed out at once, since it was last set.
-std::size_t& common_peak() noexcept;
-
 /// As long as it lives, one allocation fails, or all from that one on.
 class FailingAllocation {
 public:

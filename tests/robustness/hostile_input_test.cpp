@@ -157,8 +157,8 @@ void end_if_refused(const std::string& text) {
     std::exit(1);
 }
 
-// Once 10,000 references have been counted libxml2 2.9.14 gives up, and then reads the next one again and again, unless
-// it is told to stop.
+// Once 10,000 references have been counted libxml2 2.9.14 gives up, and then reads the next one again and
+// again, unless it is told to stop.
 TEST_F(HostileInput, EntityBombOfParameterEntitiesIsRefused) {
     EXPECT_NE(read_within(parameter_entity_bomb("", 3), mebibyte).document, nullptr);
     for (const char* innermost : {"", "bomb"}) {
@@ -204,6 +204,17 @@ TEST_F(HostileInput, QuadraticBlowUpInContentTakesLittle) {
     const std::string dtd = "<!DOCTYPE a [<!ENTITY e '" + std::string(100000, 'x') + "'>]>";
     read_within(dtd + "<a>" + repeat("&e;", 1000) + "</a>", 8 * mebibyte);
     read_within(dtd + "<a>" + repeat("<b>&e;</b>", 1000) + "</a>", 8 * mebibyte);
+}
+
+// libxml2 expands the whole value of an attribute of type ID when it takes it out of its table of identifiers.
+TEST_F(HostileInput, QuadraticBlowUpInIdentifiersTakesLittle) {
+    const std::string dtd = "<!DOCTYPE a [<!ENTITY e '" + std::string(100000, 'x') + "'>]>";
+    std::string text = dtd + "<a>";
+    for (int i = 0; i < 2000; ++i)
+        text += "<b xml:id='k" + std::to_string(i) + repeat("&e;", 10) + "'/>";
+    const Reading reading = read_within(text + "</a>", 16 * mebibyte);
+    ASSERT_NE(reading.document, nullptr);
+    EXPECT_EQ(reading.document->get_root_node()->get_children().size(), 2000U);
 }
 
 struct Outside {

@@ -22,8 +22,8 @@ struct MeasuredOperation {
     Growth growth;
     std::size_t size;  // the largest that is measured; a half and a quarter of it are measured too
 
-    /// Does what is not measured and returns what is, to be called once. What that destroys is measured too, what it
-    /// leaves is not.
+    /// Does what is not measured and returns what is, to be called once. What that destroys is measured too,
+    /// what it leaves is not.
     std::function<std::function<void()>(std::size_t size)> prepare;
 };
 
@@ -32,8 +32,8 @@ void PrintTo(const MeasuredOperation& operation, std::ostream* out);
 
 const std::vector<MeasuredOperation>& measured_operations();
 
-/// By how much the work at 4n may exceed the work at n: 4 log(4n) / log(n) is less than 5 for every n that is measured,
-/// and what is quadratic takes 16 times as much.
+/// By how much the work at 4n may exceed the work at n: 4 log(4n) / log(n) is less than 5 for every n that is
+/// measured, and what is quadratic takes 16 times as much.
 constexpr double linear_limit = 6;
 constexpr double quadratic_limit = 18;
 

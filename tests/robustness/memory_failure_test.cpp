@@ -553,8 +553,8 @@ INSTANTIATE_TEST_SUITE_P(Sweeps, MemoryFailure, ::testing::ValuesIn(all_sweeps()
            (sweep.param.keeps_failing ? "Lasting" : "Single");
 });
 
-// A program that replaces the allocators proves nothing if something else, such as valgrind, has put its own in their
-// place.
+// A program that replaces the allocators proves nothing if something else, such as valgrind, has put its own
+// in their place.
 TEST(MemoryFailureSetUp, BothAllocatorsAreTheCountingOnes) {
     const std::size_t cpp_blocks = cpp_heap().blocks;
     const std::size_t xml_blocks = xml_heap().blocks;
@@ -802,9 +802,10 @@ TEST_P(ReadingMemoryFailure, IsBadAlloc) {
 
 INSTANTIATE_TEST_SUITE_P(Texts, ReadingMemoryFailure, ::testing::ValuesIn(all_reading_sweeps()), name_of);
 
-// Left out are the two texts with which libxml2 2.9.14 itself uses freed memory when it runs out of it: it frees the
-// input of a parameter entity twice if there is no room for it on the stack of its inputs, and goes on with a list of
-// attributes that has been moved if it grows, beyond 11 attributes, and there is no room for what grows along with it.
+// Left out are the two texts with which libxml2 2.9.14 itself uses freed memory when it runs out of it: it
+// frees the input of a parameter entity twice if there is no room for it on the stack of its inputs, and goes
+// on with a list of attributes that has been moved if it grows, beyond 11 attributes, and there is no room
+// for what grows along with it.
 std::vector<ReadingSweep> all_libxml2_sweeps() {
     std::vector<ReadingSweep> sweeps = all_reading_sweeps();
     const auto is_unsafe = [](const ReadingSweep& sweep) { return !sweep.reading.is_safe_in_libxml2; };
@@ -827,8 +828,9 @@ std::string without_prefixes(std::string line) {
     return line;
 }
 
-// Deliberate: the one failure that libxml2 2.9 gives no sign of. A name whose prefix is not bound is looked up as a
-// whole in libxml2's dictionary, and if that has no memory to grow, libxml2 goes on with the name without the prefix.
+// Deliberate: the one failure that libxml2 2.9 gives no sign of. A name whose prefix is not bound is looked
+// up as a whole in libxml2's dictionary, and if that has no memory to grow, libxml2 goes on with the name
+// without the prefix.
 TEST(Libxml2MemoryFailureUnseen, MayLoseAnUnboundPrefixAndNothingElse) {
     const std::string text =
         "<a><b p:x='1'>text</b><p:c/><p:b y='2'>more</p:b><c p:y='3' "

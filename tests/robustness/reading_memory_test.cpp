@@ -1,12 +1,8 @@
-// The memory of reading: libxml2's tree is freed while the new one grows, all of it, and a large document is never there
-// twice.
+// The memory of reading: all of libxml2's tree is freed, whatever is in it and whatever happens.
 
 #include <gtest/gtest.h>
-#include <libxml/parser.h>
 
-#include <algorithm>
 #include <cstddef>
-#include <memory>
 #include <new>
 #include <string>
 
@@ -17,10 +13,7 @@ namespace quxml_test {
 
 namespace {
 
-using quxml::Document;
 using quxml::from_string;
-
-constexpr std::size_t batch = 8192;  // so many nodes of libxml2 are freed at a time
 
 /// Elements in groups of ten, each with an attribute and a text.
 std::string text_of(std::size_t elements) {
@@ -31,30 +24,6 @@ std::string text_of(std::size_t elements) {
         text += i % 10 == 9 || i + 1 == elements ? "</g>" : "";
     }
     return text + "</r>";
-}
-
-std::size_t bytes_in_use() {
-    return cpp_heap().bytes + xml_heap().bytes;
-}
-
-/// The most that is in use while `work` runs, beyond what was before.
-template <class Work>
-std::size_t peak_of(Work work) {
-    const std::size_t before = bytes_in_use();
-    common_peak() = before;
-    work();
-    return common_peak() - before;
-}
-
-TEST(ReadingMemory, HoldsALargeDocumentOnceAndNotTwice) {
-    const std::string text = text_of(10 * batch);
-    const std::size_t peak_of_libxml2 = peak_of(
-        [&] { xmlFreeDoc(xmlReadMemory(text.data(), static_cast<int>(text.size()), "", nullptr, 0)); });
-    const std::size_t before = cpp_heap().bytes;
-    std::shared_ptr<Document> document;
-    const std::size_t peak = peak_of([&] { document = from_string(text, false); });
-    const std::size_t tree = cpp_heap().bytes - before;
-    EXPECT_LT(peak, std::max(peak_of_libxml2, tree) + std::min(peak_of_libxml2, tree) / 4);
 }
 
 void expect_no_leak(const std::string& text) {
@@ -68,8 +37,7 @@ void expect_no_leak(const std::string& text) {
 
 TEST(ReadingMemory, IsAllFreedWhateverTheNumberOfNodes) {
     from_string("<r/>", false);  // libxml2 keeps what it sets up for the first text
-    for (const std::size_t elements :
-         {std::size_t{1}, batch / 2, batch - 2, batch - 1, batch, batch + 1, 2 * batch}) {
+    for (const std::size_t elements : {1U, 2U, 100U, 10000U}) {
         SCOPED_TRACE(elements);
         expect_no_leak(text_of(elements));
     }
@@ -96,8 +64,8 @@ TEST(ReadingMemory, IsAllFreedWhateverTheKindOfNodes) {
 
 TEST(ReadingMemory, IsAllFreedWhenTheNewTreeFindsNoMemoryHalfway) {
     from_string("<r/>", false);
-    const std::string text = text_of(2 * batch);
-    for (const std::size_t number : {std::size_t{2}, batch, 3 * batch, 6 * batch, 9 * batch}) {
+    const std::string text = text_of(10000);
+    for (const std::size_t number : {2U, 100U, 10000U, 50000U}) {
         SCOPED_TRACE(number);
         const std::size_t cpp_blocks = cpp_heap().blocks;
         const std::size_t xml_blocks = xml_heap().blocks;

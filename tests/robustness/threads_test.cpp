@@ -1,5 +1,5 @@
-// Covers independent documents on several threads at once: each thread reads, changes, sorts, copies, queries and writes
-// its own. The thread sanitizer watches this test in `./dev sanitize`.
+// Covers independent documents on several threads at once: each thread reads, changes, sorts, copies, queries
+// and writes its own. The thread sanitizer watches this test in `./dev sanitize`.
 
 #include <gtest/gtest.h>
 
