@@ -16,8 +16,8 @@ struct Corpus {
 /// Real files of Debian packages, then generated texts.
 std::vector<Corpus> corpora();
 
-/// The same texts with nothing in them that the libraries keep, drop or write differently: no comments, no mixed
-/// content, no blank text, no declared namespaces, and dots for what an attribute's value must escape.
+/// The same texts with nothing in them that the libraries keep, drop or write differently: no comments, no
+/// mixed content, no blank text, no declared namespaces, and dots for what an attribute's value must escape.
 std::vector<Corpus> canonical_corpora();
 
 /// About 2 KB, the configuration of a small device.

@@ -18,8 +18,8 @@ struct Run {
 /// \throws std::runtime_error the child failed.
 std::string in_child(const std::function<std::string()>& job);
 
-/// Nanoseconds of processor time that one run takes. The first run is not timed; then runs are, until they have taken
-/// the least time that is asked for.
+/// Nanoseconds of processor time that one run takes. The first run is not timed; then runs are, until they
+/// have taken the least time that is asked for.
 double time_per_run(const Run& run, double least_nanoseconds);
 
 }  // namespace bench

@@ -1,8 +1,8 @@
 #ifndef QUXML_BENCH_LIBRARIES_H
 #define QUXML_BENCH_LIBRARIES_H
 
-// The libraries that are measured, each behind the same few functions: what an application would write to do the work
-// with that library. A library lacks the functions that nothing asks of it.
+// The libraries that are measured, each behind the same few functions: what an application would write to do
+// the work with that library. A library lacks the functions that nothing asks of it.
 
 #include <libxml/tree.h>
 #include <quxml/quxml.h>

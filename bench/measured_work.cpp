@@ -6,8 +6,8 @@
     work();
 }
 
-/// Takes the place of the C library's function: libxml2 seeds its dictionaries with the time of day, and how they grow
-/// then would change, by chance, what is counted.
+/// Takes the place of the C library's function: libxml2 seeds its dictionaries with the time of day, and how
+/// they grow then would change, by chance, what is counted.
 extern "C" std::time_t time(std::time_t* out) noexcept {
     if (out != nullptr)
         *out = 1;

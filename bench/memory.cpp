@@ -1,4 +1,5 @@
-// Prints, as JSON, what the library takes from the heap: the bytes of a node, and the allocations of some operations.
+// Prints, as JSON, what the library takes from the heap: the bytes of a node, and the allocations of some
+// operations.
 
 #include <libxml/xmlmemory.h>
 #include <quxml/quxml.h>

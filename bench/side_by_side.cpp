@@ -1,4 +1,5 @@
-// Measures the library beside others: for each work and input, the libraries take turns, each in a forked child.
+// Measures the library beside others: for each work and input, the libraries take turns, each in a forked
+// child.
 
 #include <libxml/parser.h>
 
@@ -78,7 +79,8 @@ std::vector<std::vector<double>> measure(const Work& work, const Input& input, c
     return times;
 }
 
-/// Prints, as JSON, the times of two contestants and the ratios of those that were measured one after the other.
+/// Prints, as JSON, the times of two contestants and the ratios of those that were measured one after the
+/// other.
 void print_record(const Work& work, const Input& input, const Contestant& rival,
                   const std::vector<double>& ours, const std::vector<double>& theirs) {
     std::vector<double> ratios;

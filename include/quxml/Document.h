@@ -76,13 +76,14 @@ private:
 /// with any sibling (so the white space between elements), text of white space only that begins with a line
 /// feed, CDATA sections, comments, processing instructions, references to entities of a DTD, namespace
 /// declarations and the prefixes they declare; of two attributes that differ only in their prefix, the last
-/// value stays. Entities of a DTD are not substituted and nothing outside `text` is ever loaded. Names and texts
-/// are converted to UTF-8.
+/// value stays. Entities of a DTD are not substituted and nothing outside `text` is ever loaded. Names and
+/// texts are converted to UTF-8.
 ///
 /// libxml2's generic error handler for the calling thread is replaced by a silent one, and stays replaced;
 /// the record of its last error is reset.
 /// \param text at most `INT_MAX` bytes, in an encoding that it declares itself or UTF-8.
-/// \param keep_sorted for the new document: children are then sorted by name. Deliberate: namesakes stay in the
+/// \param keep_sorted for the new document: children are then sorted by name. Deliberate: namesakes stay in
+///     the
 ///     order of the text, whatever their items, because an element is linked before it gets its attributes;
 ///     `Node::sort_children_recursively` orders them by item.
 /// \return the document; shared ownership, never null.

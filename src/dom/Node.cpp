@@ -1,8 +1,8 @@
 // The tree: linking, unlinking and destroying nodes.
 //
 // Children stand in a list, and a second time in the sibling links, which every operation here keeps in step.
-// What can fail, the allocation of the list's entry, is done before any link is changed, so a failure leaves the
-// tree as it was.
+// What can fail, the allocation of the list's entry, is done before any sibling link is changed, so a failure
+// leaves the tree as it was.
 //
 // Destruction does not recurse. A node that is destroyed takes its children from its list one by one and
 // destroys each. A child that is destroyed this way does not destroy its own children: it moves them to the

@@ -10,8 +10,8 @@ namespace quxml {
 
 namespace {
 
-/// The number if the text is a few digits and nothing else, as most are: reading these by hand takes a tenth of the
-/// time.
+/// The number if the text is a few digits and nothing else, as most are: reading these by hand takes a tenth
+/// of the time.
 std::optional<int> read_few_digits(const std::string& text) {
     constexpr std::size_t few = 9;
     if (text.empty() || text.size() > few)

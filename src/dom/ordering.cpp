@@ -103,8 +103,8 @@ std::list<SortKey> read_keys(const NodeList& nodes) noexcept {
     }
 }
 
-/// Sorts keys rather than nodes, so that no item is looked up and read more than once. Without memory for that
-/// the nodes themselves are sorted: the same sort, and the same result.
+/// Sorts keys rather than nodes, so that no item is looked up and read more than once. Without memory for
+/// that the nodes themselves are sorted: the same sort, and the same result.
 void sort_nodes(NodeList& nodes) {
     std::list<SortKey> keys = read_keys(nodes);
     if (keys.empty()) {

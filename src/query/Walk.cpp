@@ -1,11 +1,14 @@
-// The walk of a query. What a recursive walk would keep on the stack stands in a list of tasks: a task may
-// add further ones, for the children of its node, and they are done before everything that was in the list
-// before them. So nodes are visited in the order of a depth-first walk, and predicates are judged in that
-// order. One task stands for all the siblings that remain to be searched: an entry for each of them would make
-// a search take twice as long.
+// The walk of a query. What a recursive walk would keep on the stack stands in two lists: nodes that remain
+// to be visited, and tasks, each of which says what is to be done with the last nodes of the first list. A
+// node that is visited may add a task for its children, and that is done before everything that was there
+// before. So nodes are visited in the order of a depth-first walk, and predicates are judged in that order.
+//
+// The children of a node are noted when it is visited: a comparator that moves nodes or adds some does not
+// disturb the walk.
 
 #include "Walk.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "dom/NodeAccess.h"
@@ -36,17 +39,16 @@ void Walk::search_from(Node* node) {
 
 void Walk::run() {
     while (!tasks.empty()) {
-        Task& task = tasks.back();
-        const std::size_t step = task.step;
-        if (Node* node = task.node) {
+        const Task task = tasks.back();
+        Node* node = nodes.back();
+        nodes.pop_back();
+        if (nodes.size() == task.begin)
             tasks.pop_back();
-            follow(node, step);
-            continue;
+        if (task.is_search) {
+            search(node, task.step);
+        } else {
+            follow(node, task.step);
         }
-        Node* node = *task.next;
-        if (++task.next == task.end)
-            tasks.pop_back();
-        search(node, step);
     }
 }
 
@@ -57,8 +59,7 @@ void Walk::follow(Node* node, std::size_t step) {
         search(node, step + 1);
     } else {
         steps[step + 1].select_children(node, comparator, selected);
-        for (auto next = selected.rbegin(); next != selected.rend(); ++next)
-            tasks.push_back({step + 1, *next, {}, {}});
+        add_task(selected, step + 1, false);
     }
 }
 
@@ -69,9 +70,16 @@ void Walk::search(Node* node, std::size_t step) {
         if (!is_last(step) || !steps[step].is_star())
             return;
     }
-    const NodeList& children = NodeAccess::children(*node);
-    if (!children.empty())
-        tasks.push_back({step, nullptr, children.begin(), children.end()});
+    add_task(NodeAccess::children(*node), step, true);
+}
+
+template <typename Nodes>
+void Walk::add_task(const Nodes& added, std::size_t step, bool is_search) {
+    if (added.empty())
+        return;
+    tasks.push_back({step, is_search, nodes.size()});
+    nodes.resize(nodes.size() + added.size());
+    std::copy(added.begin(), added.end(), nodes.rbegin());
 }
 
 }  // namespace quxml

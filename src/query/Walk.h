@@ -28,24 +28,29 @@ public:
     void search_from(Node* node);
 
 private:
-    /// What remains to be done: to follow the steps behind `step` from a node that satisfies it or, without a node,
-    /// to search siblings, one at least, and everything below them for `step`.
+    /// What remains to be done with the nodes from `begin` on, one at least: to follow the steps behind
+    /// `step`, which they satisfy, or to search them and everything below them for `step`.
     struct Task {
         std::size_t step;
-        Node* node;
-        NodeList::const_iterator next;
-        NodeList::const_iterator end;
+        bool is_search;
+        std::size_t begin;
     };
 
     void run();
     void follow(Node* node, std::size_t step);
     void search(Node* node, std::size_t step);
+
+    /// Adds one task for all of these nodes, the first of which is visited first.
+    template <typename Nodes>
+    void add_task(const Nodes& added, std::size_t step, bool is_search);
+
     bool is_last(std::size_t step) const { return step + 1 == steps.size(); }
 
     const StringComparator& comparator;
     std::vector<Step> steps;
     NodeSet& results;
-    std::vector<Task> tasks;  // the next one at the back
+    std::vector<Task> tasks;   // the next one at the back
+    std::vector<Node*> nodes;  // likewise
     Candidates selected;
 };
 

@@ -62,19 +62,22 @@ constexpr Word repeat(unsigned char byte) {
     return ~Word{0} / 0xFF * byte;
 }
 
-/// Whether any byte of the word is this one: only a zero, less one, gains the highest bit without having had it.
+/// Whether any byte of the word is this one: only a zero, less one, gains the highest bit without having had
+/// it.
 constexpr bool has_byte(Word word, char byte) {
     const Word difference = word ^ repeat(static_cast<unsigned char>(byte));
     return ((difference - repeat(1)) & ~difference & repeat(0x80)) != 0;
 }
 
-/// Whether `escape_character` changes any byte of the word. `"` and `&` differ in one bit, and so do `<` and `>`.
+/// Whether `escape_character` changes any byte of the word. `"` and `&` differ in one bit, and so do `<` and
+/// `>`.
 constexpr bool needs_escape(Word word) {
     return has_byte(word | repeat('"' ^ '&'), '&') || has_byte(word | repeat('<' ^ '>'), '>') ||
            has_byte(word, '\'');
 }
 
-/// The first byte that has to be escaped, or the end. Looking at single bytes would double the time of writing text.
+/// The first byte that has to be escaped, or the end. Looking at single bytes would double the time of
+/// writing text.
 const char* find_escaped(const char* c, const char* end) {
     for (Word word = 0; static_cast<std::size_t>(end - c) >= sizeof word; c += sizeof word) {
         std::memcpy(&word, c, sizeof word);

@@ -12,8 +12,8 @@ struct Verdict {
     std::vector<std::string> findings;  // empty if all is as it must be
 };
 
-/// Reads a text, plain and sorted, and compares the outcome with libxml2's: the tree, or the error. Checks the links,
-/// writes and queries what was read.
+/// Reads a text, plain and sorted, and compares the outcome with libxml2's: the tree, or the error. Checks
+/// the links, writes and queries what was read.
 Verdict check_text(const std::string& text);
 
 }  // namespace quxml_conformance

@@ -1,5 +1,5 @@
-// Reads every file of the W3C's XML conformance suite and compares with libxml2. Prints what was found and a table of
-// counts; fails on any finding, and if the suite is not whole.
+// Reads every file of the W3C's XML conformance suite and compares with libxml2. Prints what was found and a
+// table of counts; fails on any finding, and if the suite is not whole.
 
 #include <cstdlib>
 #include <exception>

@@ -71,8 +71,8 @@ void add_tests(Catalog& catalog, const xmlNode* first, const path& folder) {
     }
 }
 
-/// A contributor's catalog need not have a single root, so it is read as an entity. Its files are named from its own
-/// folder; the main catalog names another one for some.
+/// A contributor's catalog need not have a single root, so it is read as an entity. Its files are named from
+/// its own folder; the main catalog names another one for some.
 void add_tests_of(Catalog& catalog, const path& folder, const std::string& name) {
     const std::string text = "<!DOCTYPE c [<!ENTITY tests SYSTEM '" + name + "'>]><c>&tests;</c>";
     const XmlTree tree = parse(text, folder / "xmlconf.xml", XML_PARSE_NOENT);

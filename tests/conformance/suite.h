@@ -18,7 +18,8 @@ struct Suite {
     std::size_t tests;             // described in the catalogs; some files serve several
 };
 
-/// Reads the catalogs of the suite and lists its files. Loads external entities: the catalogs are made of them.
+/// Reads the catalogs of the suite and lists its files. Loads external entities: the catalogs are made of
+/// them.
 /// \param folder the one with the main catalog, `xmlconf.xml`.
 /// \throws std::exception if a catalog can not be read, or a file named in one is missing.
 Suite read_suite(const std::string& folder);

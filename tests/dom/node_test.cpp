@@ -656,6 +656,14 @@ TEST(RemoveChild, ByAParentOfOneDestroysAForeignNodeAndRelinksNothing) {
     owner.children.pop_front();
 }
 
+TEST(RemoveChild, ByAParentOfOneDestroysANodeWithoutSiblingsAndKeepsItsOwnChild) {
+    Document document(false);
+    Element* root = build(document, "r{x}");
+    root->remove_child(new Element("free", nullptr, false));
+    EXPECT_EQ(to_line(root), "r{x}");
+    EXPECT_TRUE(links_agree(root));
+}
+
 TEST(RemoveChild, OfADeepTreeNeedsNoDeepStack) {
     Document document(false);
     build_chain(document, "n", deep);

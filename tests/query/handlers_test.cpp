@@ -114,6 +114,30 @@ TEST_F(Handlers, FindSelectsNothingFromNull) {
         EXPECT_EQ(helper.find(nullptr, path), NodeSet()) << path;
 }
 
+TEST_F(Handlers, FindTakesAChildThatIsNullAsAnyNode) {
+    quxml::Document document(false);
+    Element* parent = document.create_root_node("p");
+    parent->add_new_node(nullptr);
+    for (const char* const path : {"p/", "p/*", "p/*[last()]"})
+        EXPECT_EQ(parent->find_exact_match(path), NodeSet{nullptr}) << path;
+}
+
+TEST_F(Handlers, FindIsNotDisturbedByAComparatorThatMovesTheChildren) {
+    quxml::Document document(false);
+    Element* parent = document.create_root_node("r");
+    for (const char* const name : {"x", "c", "b", "a"})
+        parent->add_child(name);
+    std::string calls;
+    const XPathHelper moving([&](const std::string& name, const std::string& /*name_test*/) {
+        calls += name;
+        if (name == "x")
+            parent->sort_children();
+        return false;
+    });
+    moving.find(parent, "//q");
+    EXPECT_EQ(calls, "rxcba");
+}
+
 TEST_F(Handlers, FindFromNullReturnsWhatWasFoundBefore) {
     const NodeSet found = helper.find(root, "r/a");
     EXPECT_EQ(helper.find(nullptr, "a"), found);

@@ -1,5 +1,5 @@
-// Covers reading: what of a text becomes a tree and what is dropped, encodings, sorted reading, limits, and the way
-// back from written text.
+// Covers reading: what of a text becomes a tree and what is dropped, encodings, sorted reading, limits, and
+// the way back from written text.
 
 #include "quxml/Document.h"
 
@@ -537,8 +537,8 @@ TEST(Depth, Of257LevelsIsReadAndOf258RefusedWithLibxml2Version2914) {
 
 // ---- There and back ----
 
-/// Grows trees that survive writing and reading: no text beside other children, no empty text, no white space that
-/// begins with a line feed, and no "&", "<" or double quote in attribute values.
+/// Grows trees that survive writing and reading: no text beside other children, no empty text, no white space
+/// that begins with a line feed, and no "&", "<" or double quote in attribute values.
 class TreeMaker {
 public:
     explicit TreeMaker(unsigned seed) : random(seed) {}

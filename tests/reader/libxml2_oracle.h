@@ -1,8 +1,8 @@
 #ifndef QUXML_TESTS_READER_LIBXML2_ORACLE_H
 #define QUXML_TESTS_READER_LIBXML2_ORACLE_H
 
-// What reading a text must give, worked out from libxml2 itself: from its tree by a conversion of its own, as simple as
-// can be, or from the record of its last error.
+// What reading a text must give, worked out from libxml2 itself: from its tree by a conversion of its own, as
+// simple as can be, or from the record of its last error.
 
 #include <gtest/gtest.h>
 #include <libxml/parser.h>
@@ -158,7 +158,8 @@ private:
         return children;
     }
 
-    /// Elements arrive without an item, so each goes behind those with a smaller name and behind its namesakes.
+    /// Elements arrive without an item, so each goes behind those with a smaller name and behind its
+    /// namesakes.
     void add(std::vector<Child>& children, Child child) const {
         auto place = keep_sorted ? children.begin() : children.end();
         while (place != children.end() && place->name <= child.name)

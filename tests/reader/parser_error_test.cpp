@@ -1,5 +1,5 @@
-// Covers what happens to text that can not be read: the exception and its message, the silence on standard error, and
-// the state in which libxml2 is left.
+// Covers what happens to text that can not be read: the exception and its message, the silence on standard
+// error, and the state in which libxml2 is left.
 
 #include "quxml/DomParserError.h"
 

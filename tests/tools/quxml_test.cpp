@@ -9,7 +9,8 @@
 #include <sstream>
 #include <string>
 
-// Drives the real program through a shell, in a folder of its own for each test. What a test runs is what a user types.
+// Drives the real program through a shell, in a folder of its own for each test. What a test runs is what a
+// user types.
 
 namespace {
 
@@ -51,7 +52,8 @@ protected:
 
     std::string written(const std::string& file) const { return read(folder / file); }
 
-    // Runs a shell command in which `quxml` is the program; standard input is empty unless the command says otherwise.
+    // Runs a shell command in which `quxml` is the program; standard input is empty unless the command says
+    // otherwise.
     Result run(const std::string& command) const {
         const std::string script = "cd '" + folder.string() + "'\nquxml() { '" QUXML_TOOL "' \"$@\"; }\n{\n" +
                                    command + "\n} </dev/null >out.txt 2>err.txt\n";

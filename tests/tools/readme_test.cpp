@@ -8,7 +8,8 @@
 #include <string>
 #include <vector>
 
-// Keeps README.md true: its programs and their outputs are those of examples/, and its shell sessions are run again.
+// Keeps README.md true: its programs and their outputs are those of examples/, and its shell sessions are run
+// again.
 
 namespace {
 

@@ -1,5 +1,6 @@
-// Covers how elements, attributes and documents become XML text: both layouts, the white space of the formatted one,
-// the calls that nodes of derived classes get, and trees too deep or too wide for a careless writer.
+// Covers how elements, attributes and documents become XML text: both layouts, the white space of the
+// formatted one, the calls that nodes of derived classes get, and trees too deep or too wide for a careless
+// writer.
 
 #include "quxml/Element.h"
 
@@ -795,8 +796,8 @@ const WideRow wide_rows[] = {
 INSTANTIATE_TEST_SUITE_P(Layout, WideElement, ::testing::ValuesIn(wide_rows),
                          [](const ::testing::TestParamInfo<WideRow>& info) { return info.param.name; });
 
-// ---- Golden files ----
-// Each tests/data/NAME.xml is read and written in both layouts. QUXML_UPDATE_GOLDEN=1 rewrites the expected texts.
+// ---- Golden files ---- Each tests/data/NAME.xml is read and written in both layouts. QUXML_UPDATE_GOLDEN=1
+// rewrites the expected texts.
 
 std::string golden_path(const std::string& file) {
     return std::string(QUXML_TEST_DATA) + "/" + file;
