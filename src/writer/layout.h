@@ -5,7 +5,6 @@
 // and n >= 0 for formatted text at nesting level n, which has an element a line and two spaces a level.
 
 #include <cstddef>
-#include <string_view>
 
 #include "TextBuffer.h"
 
@@ -20,13 +19,14 @@ inline int get_child_depth(int depth) {
     return is_formatted(depth) ? depth + 1 : -1;
 }
 
+/// Pieces of a length known beforehand: to copy a few bytes, of a number that differs from line to line,
+/// takes longer than writing the whole rest of a short line.
 inline void append_indentation(TextBuffer& out, int depth) {
-    constexpr std::string_view blanks = "                                                                ";
-    constexpr int levels = blanks.size() / 2;
-    for (; depth > levels; depth -= levels)
-        out.append(blanks);
-    if (depth > 0)
-        out.append(blanks.substr(0, 2 * static_cast<std::size_t>(depth)));
+    constexpr int many_levels = 8;
+    for (; depth >= many_levels; depth -= many_levels)
+        out.append("                ");
+    for (; depth > 0; --depth)
+        out.append("  ");
 }
 
 inline void append_line_end(TextBuffer& out, int depth) {
