@@ -20,6 +20,7 @@ from matplotlib import pyplot
 
 TICKS = (0.2, 0.5, 1, 2, 5, 10, 20)
 SIZES = (1000, 4000, 16000)
+PLOTS = "![Time beside others](plots/comparisons.svg)\n\n![Growth](plots/growth.svg)\n"
 BEGIN, END = "<!-- figures: made by ./dev bench --write -->\n", "<!-- end of figures -->\n"
 
 # What is compared, with whom, the ratio that is aimed at, and the one that no single input should exceed.
@@ -277,7 +278,7 @@ def main(source, place, docs=None):
     measured = {name: read_json(source / f"{name}.json") for name in ("side_by_side", "operations", "memory")}
     measured["counts"] = read_counts(source / "instructions.txt")
     measured["machine"] = machine()
-    text = describe(measured["machine"]) + tables(measured)
+    text = describe(measured["machine"]) + tables(measured) + "\n" + PLOTS
     print(text, end="")
     (place / "results.md").write_text(text)
     plot_all(measured, place / "plots")
