@@ -9,6 +9,7 @@
 #include "Walk.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "dom/NodeAccess.h"
@@ -56,7 +57,7 @@ void Walk::follow(Node* node, std::size_t step) {
     if (is_last(step)) {
         results.insert(results.end(), node);
     } else if (steps[step].is_empty()) {
-        search(node, step + 1);
+        add_task(std::array<Node*, 1>{node}, step + 1, true);
     } else {
         steps[step + 1].select_children(node, comparator, selected);
         add_task(selected, step + 1, false);

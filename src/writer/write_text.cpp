@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <climits>
 #include <cstddef>
 #include <cstring>
 #include <string_view>
@@ -59,7 +60,7 @@ using Word = std::size_t;
 
 /// A word of equal bytes.
 constexpr Word repeat(unsigned char byte) {
-    return ~Word{0} / 0xFF * byte;
+    return ~Word{0} / UCHAR_MAX * byte;
 }
 
 /// Whether any byte of the word is this one: only a zero, less one, gains the highest bit without having had
