@@ -31,7 +31,8 @@ public:
     /// Appends what has been gathered. To be called at the end, and before anybody else appends to the
     /// string; what was not flushed when an exception leaves has not been written.
     void flush() {
-        out.append(buffer.data(), size);
+        if (size != 0)
+            out.append(buffer.data(), size);
         size = 0;
     }
 

@@ -521,8 +521,8 @@ TEST(SortingWithoutMemory, GivesTheSameOrder) {
     Document without_memory(false);
     for (Document* document : {&with_memory, &without_memory}) {
         Element* root = document->create_root_node("r");
-        for (const char* const item : {"3", "10", "x", "", "2", "2"})
-            root->add_child("a", item)->set_attribute("n", item);
+        for (const char* const number : {"3", "10", "x", "", "2", "2"})
+            root->add_child("a", number)->set_attribute("n", number);
         root->add_child("a");
         root->add_child("a")->set_attribute("n", "last");
     }
