@@ -63,11 +63,16 @@ constexpr Word repeat(unsigned char byte) {
     return ~Word{0} / UCHAR_MAX * byte;
 }
 
-/// Whether any byte of the word is this one: only a zero, less one, gains the highest bit without having had
-/// it.
+/// All bits of each byte but the highest, and the highest.
+constexpr Word low_bits = repeat(SCHAR_MAX);
+constexpr Word high_bits = ~low_bits;
+
+/// Whether any byte of the word is this one. Where it is, the difference is zero, and only a zero has no high
+/// bit after its low bits have been added to all low bits.
 constexpr bool has_byte(Word word, char byte) {
     const Word difference = word ^ repeat(static_cast<unsigned char>(byte));
-    return ((difference - repeat(1)) & ~difference & repeat(0x80)) != 0;
+    const Word sum = (difference & low_bits) + low_bits;
+    return ((sum | difference) & high_bits) != high_bits;
 }
 
 /// Whether `escape_character` changes any byte of the word. `"` and `&` differ in one bit, and so do `<` and
