@@ -54,24 +54,24 @@ std::string nested() {
     chain += "end";
     for (int level = 0; level < depth; ++level)
         chain += "</level>";
-    std::string text = "<root>";
+    std::string text = "<list>";
     for (int i = 0; i < chains; ++i)
         text += chain;
-    return text + "</root>";
+    return text + "</list>";
 }
 
 /// 5,000 elements with 20 attributes each.
 std::string many_attributes() {
     constexpr int elements = 5000;
     constexpr int attributes_of_each = 20;
-    std::string text = "<root>";
+    std::string text = "<list>";
     for (int i = 0; i < elements; ++i) {
         text += "<point";
         for (int j = 0; j < attributes_of_each; ++j)
             text += attribute(("coordinate" + std::to_string(j)).c_str(), std::to_string(i * j));
         text += "/>";
     }
-    return text + "</root>";
+    return text + "</list>";
 }
 
 /// 5,000 paragraphs of about a kilobyte each.
@@ -83,10 +83,10 @@ std::string long_texts() {
         paragraph +=
             "Warm &amp; dry, 5 &lt; 7: \xC3\xBC"
             "ber allem ruht der Wind. ";
-    std::string text = "<root>";
+    std::string text = "<list>";
     for (int i = 0; i < paragraphs; ++i)
         text += field("p", std::to_string(i) + paragraph);
-    return text + "</root>";
+    return text + "</list>";
 }
 
 std::string without_special_characters(std::string value) {
@@ -168,7 +168,7 @@ std::string groups() {
     constexpr int group_count = 1000;
     constexpr int entries = 25;
     constexpr int kinds = 10;
-    std::string text = "<root>";
+    std::string text = "<list>";
     for (int group = 0; group < group_count; ++group) {
         text += "<group" + attribute("id", "g" + std::to_string(group)) + ">";
         for (int i = 1; i <= entries; ++i) {
@@ -180,26 +180,26 @@ std::string groups() {
         }
         text += "</group>";
     }
-    return text + "</root>";
+    return text + "</list>";
 }
 
 std::string siblings() {
     constexpr unsigned count = 100000;
-    std::string text = "<root>";
+    std::string text = "<list>";
     for (const unsigned item : shuffled_numbers(count))
         text += "<entry" + attribute("item", std::to_string(item)) + "/>";
-    return text + "</root>";
+    return text + "</list>";
 }
 
 std::string different_siblings(std::size_t n) {
-    std::string text = "<root>";
+    std::string text = "<list>";
     for (std::size_t i = 1; i < n; ++i)
         text += "<name" + std::to_string(i) + "/>";
-    return text + "<last/></root>";
+    return text + "<last/></list>";
 }
 
 std::string attributes(std::size_t n) {
-    std::string text = "<root";
+    std::string text = "<list";
     for (std::size_t i = 1; i < n; ++i)
         text += attribute(("a" + std::to_string(i)).c_str(), "1");
     return text + attribute("last", "1") + "/>";

@@ -51,7 +51,7 @@ Libxml2::Document Libxml2::copy(const Document& document) {
 
 Libxml2::Document Libxml2::build(std::size_t count, bool filled) {
     Document document(xmlNewDoc(xml_text("1.0")));
-    xmlNode* root = xmlNewNode(nullptr, xml_text("root"));
+    xmlNode* root = xmlNewNode(nullptr, xml_text("list"));
     xmlDocSetRootElement(document.get(), root);
     for (std::size_t i = 0; i < count; ++i) {
         xmlNode* child = xmlNewChild(root, nullptr, xml_text("entry"), xml_text(filled ? "text" : nullptr));

@@ -51,7 +51,7 @@ void repeat(const std::function<void(int)>& step) {
 
 void print_bytes() {
     Document document(false);
-    Element* root = document.create_root_node("root");
+    Element* root = document.create_root_node("list");
     print("bytes of an element", bytes_per_unit([&] { repeat([&](int) { root->add_child("entry"); }); }));
     // The names are made here and short enough to lie inside the strings of the tree.
     print("bytes of an attribute", bytes_per_unit([&] {
@@ -62,7 +62,7 @@ void print_bytes() {
 
 void print_allocations() {
     Document document(false);
-    Element* root = document.create_root_node("root");
+    Element* root = document.create_root_node("list");
     repeat([&](int) { root->add_child("entry"); });
     print("allocations of a copy, per node", allocations_per_unit([&] {
               Document copy(false);
@@ -70,8 +70,8 @@ void print_allocations() {
           }));
     print("allocations of //entry, per result",
           allocations_per_unit([&] { root->find_exact_match("//entry"); }));
-    print("allocations of root/entry, per result",
-          allocations_per_unit([&] { root->find_exact_match("root/entry"); }));
+    print("allocations of list/entry, per result",
+          allocations_per_unit([&] { root->find_exact_match("list/entry"); }));
     print("allocations of //none, per node", allocations_per_unit([&] { root->find_exact_match("//none"); }),
           "");
 }

@@ -33,7 +33,7 @@ using Order = std::size_t (*)(std::size_t i, std::size_t n);
 MeasuredOperation measure_sorted_additions(const char* name, Order order, bool by_item) {
     return {name, Growth::quadratic, large, [order, by_item](std::size_t n) -> std::function<void()> {
                 const auto document = std::make_shared<quxml::Document>(true);
-                quxml::Element* root = document->create_root_node("root");
+                quxml::Element* root = document->create_root_node("list");
                 if (by_item)
                     return [document, root, order, n] {
                         for (std::size_t i = 0; i < n; ++i)

@@ -54,7 +54,7 @@ Pugixml::Document Pugixml::copy(const Document& document) {
 
 Pugixml::Document Pugixml::build(std::size_t count, bool filled) {
     auto document = std::make_unique<pugi::xml_document>();
-    pugi::xml_node root = document->append_child("root");
+    pugi::xml_node root = document->append_child("list");
     for (std::size_t i = 0; i < count; ++i) {
         pugi::xml_node child = root.append_child("entry");
         if (filled) {

@@ -24,7 +24,7 @@ Quxml::Document Quxml::copy(const Document& document) {
 
 Quxml::Document Quxml::build(std::size_t count, bool filled) {
     auto document = std::make_shared<quxml::Document>(false);
-    quxml::Element* root = document->create_root_node("root");
+    quxml::Element* root = document->create_root_node("list");
     for (std::size_t i = 0; i < count; ++i) {
         quxml::Element* child = root->add_child("entry");
         if (filled) {

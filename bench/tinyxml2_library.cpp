@@ -39,7 +39,7 @@ Tinyxml2::Document Tinyxml2::copy(const Document& document) {
 
 Tinyxml2::Document Tinyxml2::build(std::size_t count, bool filled) {
     auto document = std::make_unique<tinyxml2::XMLDocument>();
-    tinyxml2::XMLElement* root = document->NewElement("root");
+    tinyxml2::XMLElement* root = document->NewElement("list");
     document->InsertEndChild(root);
     for (std::size_t i = 0; i < count; ++i) {
         tinyxml2::XMLElement* child = root->InsertNewChildElement("entry");

@@ -172,25 +172,25 @@ std::vector<Input> queries() {
     return {
         query(groups, "//name", "//name"),
         query(groups, "//entry", "//entry"),
-        query(groups, "/root//value", "/root//value"),
-        query(groups, "root/group/entry", "/root/group/entry"),
-        query(groups, "root/group/entry/name", "/root/group/entry/name"),
-        query(groups, "root/*/entry", "/root/*/entry"),
-        query(groups, "root/group/", "/root/group/node()"),
+        query(groups, "/list//value", "/list//value"),
+        query(groups, "list/group/entry", "/list/group/entry"),
+        query(groups, "list/group/entry/name", "/list/group/entry/name"),
+        query(groups, "list/*/entry", "/list/*/entry"),
+        query(groups, "list/group/", "/list/group/node()"),
         query(groups, "//*", "//node()"),
         query(groups, "//entry[@id]", "//entry[@id]"),
         query(groups, "//entry[@id =e777]", "//entry[@id='e777']"),
-        query(groups, "root/group/entry[@id]", "/root/group/entry[@id]"),
-        query(groups, "root/group/entry[@kind='k3']", "/root/group/entry[@kind='k3']"),
-        query(groups, "root/group/entry[name='name 777']", "/root/group/entry[name='name 777']"),
-        query(groups, "root/group/entry[2]", "/root/group/entry[@item='2']"),
-        query(groups, "root/group/entry[position()=3]", "/root/group/entry[position()=3]"),
-        query(groups, "root/group/entry[last()]", "/root/group/entry[last()]"),
-        query(siblings, "root/entry[position()=50000]", "/root/entry[position()=50000]"),
-        query(siblings, "root/entry[last()]", "/root/entry[last()]"),
+        query(groups, "list/group/entry[@id]", "/list/group/entry[@id]"),
+        query(groups, "list/group/entry[@kind='k3']", "/list/group/entry[@kind='k3']"),
+        query(groups, "list/group/entry[name='name 777']", "/list/group/entry[name='name 777']"),
+        query(groups, "list/group/entry[2]", "/list/group/entry[@item='2']"),
+        query(groups, "list/group/entry[position()=3]", "/list/group/entry[position()=3]"),
+        query(groups, "list/group/entry[last()]", "/list/group/entry[last()]"),
+        query(siblings, "list/entry[position()=50000]", "/list/entry[position()=50000]"),
+        query(siblings, "list/entry[last()]", "/list/entry[last()]"),
         query(groups, "//none", "//none"),
-        query(groups, "root/group/none", "/root/group/none"),
-        query(groups, "root/group/entry[@none]", "/root/group/entry[@none]"),
+        query(groups, "list/group/none", "/list/group/none"),
+        query(groups, "list/group/entry[@none]", "/list/group/entry[@none]"),
     };
 }
 
@@ -216,7 +216,7 @@ std::vector<Work> works() {
     const std::vector<Input> canonicals = inputs_of(canonical_corpora());
     const Input no_text{std::to_string(many_elements), [] { return std::string(); }, {}};
     const Input numbered{"items", siblings, {}};
-    const Input row{"siblings", row_of_siblings, {"root/last", "/root/last"}};
+    const Input row{"siblings", row_of_siblings, {"list/last", "/list/last"}};
     const Input wide{"attributes", row_of_attributes, {}};
     return {
         {"read", originals, {reads<Quxml>(), reads<Libxml2>(), reads<Pugixml>(), reads<Tinyxml2>()}},

@@ -10,8 +10,8 @@ namespace quxml {
 ///     `int`.
 bool is_sorted_before(Node* a, Node* b);
 
-/// Links `node` at the place of a new child: last or, if `parent` is kept sorted, before
-/// the first child that does not sort before it.
+/// Links `node` at the place of a new child: last or, if `parent` is kept sorted, before the first child that
+/// does not sort before it.
 /// \throws std::out_of_range as `is_sorted_before`; nothing has been linked.
 /// \throws std::bad_alloc nothing has been linked.
 void link_new_node(Node& parent, Node* node);
