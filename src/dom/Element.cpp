@@ -43,10 +43,8 @@ Attribute* Element::set_attribute(const std::string& attribute_name, const std::
 }
 
 void Element::remove_attribute(const std::string& attribute_name) {
-    const Attribute* attribute = find_attribute(*this, attribute_name);
-    if (attribute == nullptr)
-        return;
-    attributes.remove(const_cast<Attribute*>(attribute));
+    Attribute* attribute = get_attribute(attribute_name);
+    attributes.remove(attribute);
     delete attribute;
 }
 

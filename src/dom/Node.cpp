@@ -115,8 +115,7 @@ void NodeAccess::relink_children(Node& parent) noexcept {
             previous->next_sibling = child;
         previous = child;
     }
-    if (previous != nullptr)
-        previous->next_sibling = nullptr;
+    parent.children.back()->next_sibling = nullptr;
 }
 
 Element* Node::add_child(const std::string& child_name) {
@@ -194,16 +193,17 @@ void Node::set_child_first(Node* child) {
     if (child->previous_sibling == nullptr)
         return;
     auto entry = find_entry(children, child);
+    Node* first = children.empty() ? nullptr : children.front();
     // Deliberate: membership is not checked; a node from elsewhere is put at the front all the same.
     if (entry == children.end())
         entry = children.insert(entry, child);
-    Node* first = children.front();
     child->previous_sibling->next_sibling = child->next_sibling;
     if (child->next_sibling != nullptr)
         child->next_sibling->previous_sibling = child->previous_sibling;
     child->previous_sibling = nullptr;
     child->next_sibling = first;
-    first->previous_sibling = child;
+    if (first != nullptr)
+        first->previous_sibling = child;
     children.splice(children.begin(), children, entry);
 }
 

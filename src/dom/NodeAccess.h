@@ -35,7 +35,7 @@ struct NodeAccess {
     /// \throws std::bad_alloc nothing has changed.
     static void link_before(Node& parent, Node* node, NodeList::iterator position);
 
-    /// Makes the sibling links follow the list of children again.
+    /// Makes the sibling links follow the list of children, of which there is one at least, again.
     static void relink_children(Node& parent) noexcept;
 };
 

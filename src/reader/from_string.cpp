@@ -149,7 +149,7 @@ bool is_white_space(std::string_view text) {
 /// is not trimmed.
 void convert_text(Element& element, const xmlNode& node) {
     const std::string_view text = view_from_xml(node.content);
-    if (!text.empty() && text.front() == '\n' && is_white_space(text))
+    if (text.substr(0, 1) == "\n" && is_white_space(text))
         return;
     element.add_child_text(std::string(text));
 }

@@ -622,6 +622,20 @@ TEST(RemoveChild, RemovesEveryEntryOfANodeThatWasLinkedTwice) {
     EXPECT_TRUE(links_agree(&parent));
 }
 
+TEST(RemoveChild, RemovesEveryEntryOfANodeThatStandsAtAnEndAsWell) {
+    for (const bool is_at_front : {true, false}) {
+        Log log;
+        OpenElement parent("p");
+        parent.add_child("a");
+        LoggedElement* twice = add_logged(log, parent, "twice");
+        parent.add_child("b");
+        parent.children.insert(is_at_front ? parent.children.begin() : parent.children.end(), twice);
+        parent.remove_child(twice);
+        EXPECT_EQ(log.size(), 1U);
+        EXPECT_EQ(to_line(&parent), "p{a b}");
+    }
+}
+
 TEST(RemoveChild, TakesAForeignNodeOutOfItsOwnSiblingsThoughItsParentStillListsItWhichIsWanted) {
     Log log;
     OpenElement owner("owner");
@@ -741,6 +755,21 @@ TEST(SetChildFirst, TakesAForeignNodeToTheFrontThoughItsParentStillListsItWhichI
     EXPECT_EQ(root->get_child("x")->get_previous_sibling(), foreign);
     EXPECT_EQ(foreign->get_parent(), &owner);
     EXPECT_EQ(to_line(&owner), "owner{a foreign b}");
+    owner.children.erase(owner.at(1));
+    EXPECT_TRUE(links_agree(&owner));
+}
+
+TEST(SetChildFirst, MakesAForeignNodeTheOnlyChildOfAParentWithoutChildrenWhichIsWanted) {
+    OpenElement owner("owner");
+    for (const char* name : {"a", "foreign", "b"})
+        owner.add_child(name);
+    Node* foreign = owner.get_child("foreign");
+    Document document(false);
+    Element* root = build(document, "r");
+    root->set_child_first(foreign);
+    EXPECT_EQ(to_line(root), "r{foreign}");
+    EXPECT_EQ(foreign->get_previous_sibling(), nullptr);
+    EXPECT_EQ(foreign->get_next_sibling(), nullptr);
     owner.children.erase(owner.at(1));
     EXPECT_TRUE(links_agree(&owner));
 }

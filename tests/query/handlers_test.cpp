@@ -120,6 +120,8 @@ TEST_F(Handlers, FindTakesAChildThatIsNullAsAnyNode) {
     parent->add_new_node(nullptr);
     for (const char* const path : {"p/", "p/*", "p/*[last()]"})
         EXPECT_EQ(parent->find_exact_match(path), NodeSet{nullptr}) << path;
+    for (const char* const path : {"p/*[1]", "p/*[@a=b]", "p/*[a=b]", "p/*[a]", "p/*['']"})
+        EXPECT_EQ(parent->find_exact_match(path), NodeSet()) << path;
 }
 
 TEST_F(Handlers, FindIsNotDisturbedByAComparatorThatMovesTheChildren) {

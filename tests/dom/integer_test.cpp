@@ -1,0 +1,53 @@
+// Covers the reading of integers, which items and positions are.
+
+#include "dom/integer.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <stdexcept>
+
+#include "support/expect_throw.h"
+
+namespace {
+
+using quxml::read_integer;
+
+struct Row {
+    const char* text;
+    std::optional<int> number;
+};
+
+TEST(ReadInteger, ReadsTheNumberThatATextBeginsWith) {
+    const Row rows[] = {
+        {"0", 0},
+        {"007", 7},
+        {"999999999", 999999999},
+        {"1000000000", 1000000000},
+        {"2147483647", 2147483647},
+        {"-2147483648", -2147483647 - 1},
+        {"+5", 5},
+        {" \t\n12", 12},
+        {"12ab", 12},
+        {"1 2", 1},
+        {"9:", 9},
+        {"9/", 9},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(read_integer(row.text), row.number) << row.text;
+}
+
+TEST(ReadInteger, ReadsNoNumberFromOtherTexts) {
+    for (const char* const text : {"", " ", "-", "+", "- 1", "--1", "a1", "/", ":"})
+        EXPECT_EQ(read_integer(text), std::nullopt) << text;
+}
+
+TEST(ReadInteger, RefusesNumbersBeyondInt) {
+    for (const char* const text :
+         {"2147483648", "-2147483649", "9223372036854775807", "99999999999999999999", "2147483648x"}) {
+        SCOPED_TRACE(text);
+        EXPECT_THROW_MESSAGE(read_integer(text), std::out_of_range, "stoi");
+    }
+}
+
+}  // namespace
