@@ -21,7 +21,7 @@ Element* Filling::add_element(std::string_view name) {
 
 Element* Filling::add_element(std::string_view name, bool keep_sorted) {
     auto child = std::make_unique<Element>(std::string(), &parent, keep_sorted);
-    NodeAccess::name(*child) = name;
+    NodeAccess::name(*child) = std::string(name);
     link(child.get());
     return child.release();
 }
@@ -58,8 +58,8 @@ void AttributeFilling::set_attribute(std::string_view name, std::string_view val
         return;
     }
     auto attribute = std::make_unique<Attribute>(std::string(), std::string(), &element);
-    NodeAccess::name(*attribute) = name;
-    NodeAccess::value(*attribute) = value;
+    NodeAccess::name(*attribute) = std::string(name);
+    NodeAccess::value(*attribute) = std::string(value);
     NodeAccess::attributes(element).push_back(attribute.get());
     Attribute* added = attribute.release();
     if (!index.empty())

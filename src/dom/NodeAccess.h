@@ -68,6 +68,15 @@ inline const TextNode* as_text(const Node* node) {
 /// The element's attribute of exactly this name, or null.
 const Attribute* find_attribute(const Element& element, std::string_view name) noexcept;
 
+/// The element's item, which is the value of its attribute "item", or null.
+inline const std::string* find_item(const Element& element) noexcept {
+    for (const Attribute* attribute : NodeAccess::attributes(element)) {
+        if (std::string_view(NodeAccess::name(*attribute)) == "item")
+            return &NodeAccess::value(*attribute);
+    }
+    return nullptr;
+}
+
 /// The first child that is text, or null.
 const TextNode* first_text(const Node& node) noexcept;
 

@@ -18,9 +18,10 @@ std::optional<int> read_few_digits(const std::string& text) {
         return std::nullopt;
     int number = 0;
     for (const char c : text) {
-        if (c < '0' || c > '9')
+        const int digit = c - '0';
+        if (digit < 0 || digit > 9)
             return std::nullopt;
-        number = number * 10 + (c - '0');
+        number = number * 10 + digit;
     }
     return number;
 }

@@ -78,7 +78,8 @@ template <typename Nodes>
 void Walk::add_task(const Nodes& added, std::size_t step, bool is_search) {
     if (added.empty())
         return;
-    tasks.push_back({step, is_search, nodes.size()});
+    if (tasks.empty() || tasks.back().step != step || tasks.back().is_search != is_search)
+        tasks.push_back({step, is_search, nodes.size()});
     nodes.resize(nodes.size() + added.size());
     std::copy(added.begin(), added.end(), nodes.rbegin());
 }

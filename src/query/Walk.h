@@ -40,7 +40,8 @@ private:
     void follow(Node* node, std::size_t step);
     void search(Node* node, std::size_t step);
 
-    /// Adds one task for all of these nodes, the first of which is visited first.
+    /// Adds nodes to be done before all others, the first of them first. They join the next task if that is
+    /// the same.
     template <typename Nodes>
     void add_task(const Nodes& added, std::size_t step, bool is_search);
 

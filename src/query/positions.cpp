@@ -90,8 +90,8 @@ void keep_item(const std::string& number, Candidates& nodes) {
         const Element* element = node == nullptr ? nullptr : as_element(node);
         if (element == nullptr)
             return false;
-        const Attribute* item = find_attribute(*element, "item");
-        return item == nullptr ? begins_run(*element) : NodeAccess::value(*item) == number;
+        const std::string* item = find_item(*element);
+        return item == nullptr ? begins_run(*element) : *item == number;
     };
     keep_if(nodes, is_kept);
 }

@@ -87,8 +87,8 @@ ElementTest::ElementTest(const std::string& predicate) : kind(item_equals), valu
 bool ElementTest::accepts(const Element& element) const {
     if (kind == item_equals) {
         // Deliberate: an element without an item counts as item "1".
-        const Attribute* item = find_attribute(element, "item");
-        return item == nullptr ? value == "1" : NodeAccess::value(*item) == value;
+        const std::string* item = find_item(element);
+        return item == nullptr ? value == "1" : *item == value;
     }
     const Attribute* attribute = find_attribute(element, name);
     return attribute != nullptr && (kind == has_attribute || NodeAccess::value(*attribute) == value);

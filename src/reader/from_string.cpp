@@ -85,7 +85,7 @@ class EntityLoopGuard {};
 std::string_view view_from_xml(const xmlChar* s) {
     if (s == nullptr)
         return {};
-    return {reinterpret_cast<const char*>(s), static_cast<std::size_t>(xmlStrlen(s))};
+    return reinterpret_cast<const char*>(s);
 }
 
 /// Describes libxml2's last error in one line, and resets it.
