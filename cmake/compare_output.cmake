@@ -1,4 +1,4 @@
-# Runs `program` and fails unless it ends well and prints exactly what stands in the file `expected`.
+# Runs `program`, a file or a command, and fails unless it ends well and prints exactly what stands in the file `expected`.
 execute_process(COMMAND ${program} OUTPUT_VARIABLE printed RESULT_VARIABLE result)
 if(NOT result EQUAL 0)
   message(FATAL_ERROR "${program} ended with ${result}, having printed:\n${printed}")

@@ -462,7 +462,8 @@ TEST_F(Input, exits_with_5_and_never_with_3_when_memory_runs_out) {
         return run("ulimit -v " + std::to_string(kilobytes) + "; quxml format books.xml");
     };
     if (run("ulimit -v 60000; quxml --version").code != 0)
-        GTEST_SKIP() << "the program itself does not start within 60 MB: built with a sanitizer";
+        GTEST_SKIP() << "the program itself does not start within 60 MB: built with a sanitizer, or run in "
+                        "an emulator";
     int refused = 0;
     for (int kilobytes = 60000; kilobytes <= 180000; kilobytes += 10000) {
         const Result result = run_within(kilobytes);

@@ -1,0 +1,41 @@
+# Builds for ARCH (i386, armhf, armel, mipsel, powerpc; or all) and runs the tests, in qemu; arguments go to CTest.
+. scripts/support/sysroot.sh
+need_to_build_with libcli11-dev libgtest-dev
+
+# The test suite must be the same everywhere, down to the names.
+check_that_all_tests_are_there() {
+    build dev
+    diff <(list_tests dev) <(list_tests "$1") || fail "the tests for $1 are not those of this machine"
+}
+
+list_tests() {
+    ctest --preset "$1" --show-only | sed -n 's/^ *Test *#[0-9]*: //p' | sort
+}
+
+# Puts the counts of a whole run into the table of the documentation.
+write_counts() {
+    local results=build/$1/results.xml total failures skips
+    total=$(count tests "$results") failures=$(count failures "$results") skips=$(count skipped "$results")
+    sed -i -E "s/^(\| \`$1\` \|[^|]*\|).*/\1 $total | $((total - failures - skips)) | $failures | $skips |/" \
+        docs/architectures.md
+}
+
+cross() {
+    local status=0
+    need_to_cross_build "$1"
+    build "$1"
+    run_tests "$@" || status=$?
+    if [ $# -eq 1 ]; then
+        write_counts "$1"
+        check_that_all_tests_are_there "$1"
+    fi
+    return "$status"
+}
+
+if [ "${1-}" = all ]; then
+    for arch in "${architectures[@]}"; do
+        cross "$arch" "${@:2}"
+    done
+else
+    cross "${1-}" "${@:2}"
+fi

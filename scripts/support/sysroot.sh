@@ -1,0 +1,102 @@
+# Functions for verbs that build for 32-bit machines. A sysroot, build/sysroot/ARCH, has Debian's packages of that
+# architecture unpacked and not installed, so the package manager of this machine never learns of another architecture.
+architectures=(i386 armhf armel mipsel powerpc)
+sysroots=$PWD/build/sysroot
+
+# Prints what the names of an architecture's compiler begin with.
+triplet_of() {
+    case $1 in
+        i386) echo i686-linux-gnu ;;
+        armhf) echo arm-linux-gnueabihf ;;
+        armel) echo arm-linux-gnueabi ;;
+        mipsel | powerpc) echo "$1-linux-gnu" ;;
+        *) fail "no such architecture: ${1:-none given} (known: ${architectures[*]})" ;;
+    esac
+}
+
+# Sees to what a build for an architecture needs: the compiler, and a sysroot, which is made anew for other packages.
+need_to_cross_build() {
+    local triplet make=unpack_sysroot packages=(libxml2-dev libboost-dev libgtest-dev libcli11-dev)
+    triplet=$(triplet_of "$1")
+    need_to_build_with "g++-12-$triplet" qemu-user
+    [ "$1" != powerpc ] || make=build_sysroot packages=(dpkg-dev googletest libboost-dev libcli11-dev)
+    [ "$(cat "$sysroots/$1/packages" 2>/dev/null)" != "${packages[*]}" ] || return 0
+    rm -rf "${sysroots:?}/$1"
+    mkdir -p "$sysroots/$1"
+    "$make" "$1" "${packages[@]}"
+    echo "${packages[*]}" >"$sysroots/$1/packages"
+}
+
+# Runs apt-get for an architecture with all its state in a folder of ours, as if nothing were installed; it uses this
+# machine's sources of packages.
+apt_get_for() {
+    local state=$sysroots/apt/$1
+    mkdir -p "$state/lists/partial" "$state/cache/archives/partial"
+    touch "$state/status"
+    apt-get -o APT::Architecture="$1" -o APT::Architectures="$1" -o APT::Sandbox::User="$(id -un)" \
+        -o Dir::State="$state" -o Dir::State::status="$state/status" -o Dir::Cache="$state/cache" "${@:2}"
+}
+
+# An index that cannot be had leaves older versions of some packages, or none, and then their download fails.
+update_indexes() {
+    quietly apt_get_for "$@" update || echo "Some indexes of $1 cannot be had; going on with the others."
+}
+
+unpack_sysroot() {
+    local package archives=$sysroots/apt/$1/cache/archives
+    update_indexes "$1"
+    rm -f "$archives"/*.deb
+    quietly apt_get_for "$1" install --download-only --yes --no-install-recommends "${@:2}"
+    echo "Unpacking $(find "$archives" -name '*.deb' | wc --lines) packages into build/sysroot/$1"
+    for package in "$archives"/*.deb; do
+        dpkg -x "$package" "$sysroots/$1"
+    done
+}
+
+# For an architecture that Debian has compilers for and no packages: libxml2 and GoogleTest are built from their sources,
+# and the packages of this machine lend what is nothing but headers.
+build_sysroot() {
+    local sysroot=$sysroots/$1
+    need "${@:2}"
+    mkdir -p "$sysroot/usr/include" "$sysroot/usr/share/cmake"
+    ln -s "/usr/$(triplet_of "$1")/lib" "$sysroot/lib"
+    ln -s /usr/include/boost /usr/include/CLI "$sysroot/usr/include"
+    ln -s /usr/share/cmake/CLI11 "$sysroot/usr/share/cmake"
+    fetch_source "$1" libxml2
+    build_for_sysroot "$1" /usr/src/googletest -DBUILD_GMOCK=OFF
+    build_for_sysroot "$1" "$sysroots"/source/libxml2-* -DLIBXML2_WITH_ICU=OFF -DLIBXML2_WITH_LZMA=OFF \
+        -DLIBXML2_WITH_ZLIB=OFF -DLIBXML2_WITH_PYTHON=OFF -DLIBXML2_WITH_PROGRAMS=OFF -DLIBXML2_WITH_TESTS=OFF
+}
+
+# Unpacks the source of a Debian package, with Debian's patches, below build/sysroot/source.
+fetch_source() {
+    local place=$sysroots/source
+    local sources=(-o Dir::Etc::sourcelist=/dev/null -o Dir::Etc::sourceparts="$place/apt")
+    rm -rf "$place"
+    mkdir -p "$place/apt"
+    name_sources "$place/apt"
+    update_indexes "$1" "${sources[@]}"
+    quietly in_folder "$place" apt_get_for "$1" "${sources[@]}" source "$2"
+}
+
+# Copies this machine's lists of where packages come from, changed to where the packages' sources come from.
+name_sources() {
+    local list
+    for list in /etc/apt/sources.list /etc/apt/sources.list.d/*.{list,sources}; do
+        [ ! -e "$list" ] || sed -e 's/^Types:.*/Types: deb-src/' -e 's/^deb /deb-src /' "$list" >"$1/${list##*/}"
+    done
+}
+
+in_folder() (
+    cd "$1" || exit
+    "${@:2}"
+)
+
+# Builds what has a CMakeLists.txt and installs it in the sysroot.
+build_for_sysroot() {
+    local build
+    build=$sysroots/source/build/$(basename "$2")
+    quietly cmake -S "$2" -B "$build" -G Ninja --toolchain "$PWD/cmake/toolchains/$1.cmake" -DCMAKE_BUILD_TYPE=Release \
+        -DCMAKE_INSTALL_PREFIX="$sysroots/$1/usr" "${@:3}"
+    quietly cmake --build "$build" --target install
+}
