@@ -18,10 +18,9 @@ std::optional<int> read_few_digits(const std::string& text) {
         return std::nullopt;
     int number = 0;
     for (const char c : text) {
-        const int digit = c - '0';
-        if (digit < 0 || digit > 9)
+        if (c < '0' || c > '9')
             return std::nullopt;
-        number = number * 10 + digit;
+        number = number * 10 + (c - '0');
     }
     return number;
 }

@@ -14,7 +14,7 @@ namespace {
 using quxml::read_integer;
 
 struct Row {
-    const char* text;
+    const char* text = nullptr;
     std::optional<int> number;
 };
 
