@@ -22,10 +22,13 @@ check_growth() {
     }'
 }
 
-exceeded=0
+exceeded=0 count=0
+operations=$("$probe")
 printf '%-28s %7s %9s %6s %6s %6s\n' operation 4n per-unit 2n/n 4n/n limit
 while read -r operation size limit; do
     [ $# -eq 0 ] || [[ " $* " == *" $operation "* ]] || continue
+    count=$((count + 1))
     check_growth "$operation" "$size" "$limit" || exceeded=1
-done < <("$probe")
+done <<<"$operations"
+[ "$count" -gt 0 ] || fail "complexity: no such operation: $*"
 [ "$exceeded" -eq 0 ] || fail "an operation grows faster than stated"

@@ -22,6 +22,9 @@ memcheck() {
 }
 
 asked=$*
+for name in $asked; do
+    [[ " asan asan-clang integer debug-library tsan valgrind " == *" $name "* ]] || fail "sanitize: no such check: $name"
+done
 for preset in asan asan-clang integer debug-library; do
     is_asked_for "$preset" || continue
     [ "$preset" != debug-library ] || build_googletest

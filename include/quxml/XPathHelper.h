@@ -13,7 +13,9 @@ namespace quxml {
 
 class Element;
 
-/// Decides name tests; always called as comparator(name of the node, name test). True: the node passes.
+/// Decides name tests; always called as comparator(name of the node, name test). True: the node passes. It may
+/// add and move nodes of the tree that is searched, but not remove or rename any. How often it is called for a
+/// node is not promised.
 using StringComparator = std::function<bool(const std::string&, const std::string&)>;
 
 /// The path-query engine. Most callers want `Node::find_exact_match` or `Node::find_substring_match`, which

@@ -338,6 +338,17 @@ TEST_P(HostileInputSize, IsAcceptedWhereLibxml2AcceptsIt) {
 INSTANTIATE_TEST_SUITE_P(Sizes, HostileInputSize, ::testing::ValuesIn(all_sizes()),
                          [](const auto& size) { return std::string(size.param.name); });
 
+TEST_F(HostileInput, TextThatIsPiecedTogetherBeyondTheLimitIsReadWholeOrRefused) {
+    const std::size_t pieces = text_limit / 10 + 1;
+    std::string text = "<a>";
+    for (std::size_t i = 0; i < pieces; ++i)
+        text += "xxxxxxxxx&amp;";
+    const Reading reading = read_within(text + "</a>", 8 * text.size());
+    if (reading.document != nullptr) {
+        EXPECT_EQ(reading.document->get_root_node()->get_child_text()->get_content().size(), 10 * pieces);
+    }
+}
+
 const std::string invalid_utf8[] = {
     "\x80",                      // a continuation byte alone
     "\xbf\xbf",                  // two of them

@@ -170,6 +170,20 @@ public:
     NodeList::iterator end() { return children.end(); }
 };
 
+/// An element of a user's own, which copies itself and all its children.
+class Folder : public Element {
+public:
+    using Element::Element;
+    Node* get_deep_copy_of_node(bool /*deep*/, Element* new_parent) const override {
+        auto made = std::make_unique<Folder>(name, new_parent, keep_sorted);
+        new_parent->add_new_node(made.get());
+        Folder* copy = made.release();
+        for (const Node* child : get_children())
+            copy->import_node(child, true);
+        return copy;
+    }
+};
+
 template <typename Link>
 void link_new_child(Element& parent, Link link) {
     auto child = std::make_unique<Element>(book, &parent, false);
@@ -184,6 +198,26 @@ void insert_into_shelf(Trees& trees, bool at_end) {
     for (int i = 0; i < 2; ++i)
         link_new_child(shelf,
                        [&](Node* child) { shelf.insert_node(child, at_end ? shelf.end() : shelf.begin()); });
+}
+
+/// Copies elements that are kept sorted, with a node of a derived class among them.
+void import_folder(Trees& trees) {
+    Element top(fresh, nullptr, true);
+    top.add_child(title)->add_child(note);
+    auto made = std::make_unique<Folder>(book, &top, true);
+    top.add_new_node(made.get());
+    made.release()->add_child(value)->add_child_text(value);
+    top.add_child(catalog);
+    trees.root().import_node(&top, true);
+}
+
+/// Copies an element with so many attributes that they are looked up in an index.
+void import_many_attributes(Trees& trees) {
+    constexpr int many = 40;
+    Element wide(fresh, nullptr, false);
+    for (int i = 0; i < many; ++i)
+        wide.set_attribute(key + std::to_string(i), value);
+    trees.root().import_node(&wide, true);
 }
 
 XPathHelper exact_helper() {
@@ -273,6 +307,8 @@ const std::vector<Operation>& operations_that_change() {
          [](Trees& t) { t.root().sort_children_recursively(); }},
         {"ImportElementDeep", Promise::usable, 30,
          [](Trees& t) { t.root().import_node(t.source.get_root_node(), true); }},
+        {"ImportDerivedElement", Promise::usable, 30, import_folder},
+        {"ImportManyAttributes", Promise::usable, 160, import_many_attributes},
         {"ImportElementShallow", Promise::unchanged, 3,
          [](Trees& t) { t.root().import_node(t.source.get_root_node(), false); }},
         {"ImportAttributeNew", Promise::unchanged, 4,
