@@ -13,8 +13,6 @@ namespace tool {
 
 namespace {
 
-constexpr std::size_t block_size = 65536;
-
 struct FileCloser {
     // A file that was only read has nothing to lose when closing fails. Standard input is left open.
     void operator()(std::FILE* file) const {
@@ -60,7 +58,7 @@ std::string name_of(const std::string& file) {
 std::string read_text(const std::string& file) {
     const OpenFile opened = open(file);
     std::string text;
-    std::array<char, block_size> block{};
+    std::array<char, 65536> block{};
     while (const std::size_t count = std::fread(block.data(), 1, block.size(), opened.get()))
         text.append(block.data(), count);
     if (std::ferror(opened.get()) != 0)

@@ -1,0 +1,16 @@
+# What lets other projects find the installed library: by `find_package(quxml)` and by `pkg-config quxml`. No file names the
+# folder it is installed in, so the installed tree can be moved.
+include(CMakePackageConfigHelpers)
+
+set(config_folder ${CMAKE_INSTALL_LIBDIR}/cmake/quxml)
+configure_file(cmake/quxmlConfig.cmake.in quxmlConfig.cmake @ONLY)
+write_basic_package_version_file(quxmlConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/quxmlConfig.cmake ${PROJECT_BINARY_DIR}/quxmlConfigVersion.cmake
+  DESTINATION ${config_folder})
+install(EXPORT quxmlTargets NAMESPACE quxml:: DESTINATION ${config_folder})
+
+file(RELATIVE_PATH include_from_pc ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_FULL_INCLUDEDIR})
+configure_file(cmake/quxml.pc.in quxml.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/quxml.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
