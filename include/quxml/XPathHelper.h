@@ -152,7 +152,7 @@ private:
     friend class Node;
 
     /// Runs a query and adds its nodes to the results; false if the path is empty or all white space.
-    bool run(Node* node, std::string path) const;
+    QUXML_HIDDEN bool run(Node* node, std::string path) const;
 
     mutable NodeSet results;
     StringComparator comparator;
