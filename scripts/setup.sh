@@ -1,3 +1,3 @@
 # Installs what the verbs run and test need, and configures the everyday build.
-need_to_build_with libcli11-dev libgtest-dev xkb-data
+need_to_build_with libcli11-dev libgtest-dev pkgconf liblzma-dev zlib1g-dev xkb-data
 configure dev

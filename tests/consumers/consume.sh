@@ -1,0 +1,118 @@
+# bash consume.sh SETTINGS KIND NAME: the test NAME, one of the functions below, for KIND, static or shared.
+# shellcheck shell=bash disable=SC2154
+set -euo pipefail
+export LC_ALL=C
+# shellcheck source=/dev/null
+. "$1"
+kind=$2
+
+here=$sources/tests/consumers
+work=$builds/$kind
+prefix=$work/moved
+shared=OFF
+libraries=lib
+if [ "$kind" = shared ]; then
+    shared=ON
+    libraries=lib${architecture:+/$architecture} # as distributions have it
+fi
+
+# Configures and builds the project in folder $1, from nothing, in folder $2.
+build() {
+    rm -rf "$2"
+    "$cmake" -S "$1" -B "$2" -G "$generator" ${toolchain:+"-DCMAKE_TOOLCHAIN_FILE=$toolchain"} \
+        -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_CXX_FLAGS="$compiler_flags" -DBUILD_SHARED_LIBS=$shared \
+        -DCMAKE_UNITY_BUILD=ON "${@:3}" # files are compiled together because it takes a third of the time
+    "$cmake" --build "$2" --parallel 1  # CTest runs several tests at once
+}
+
+# The same for the project in consumer/, which comes by the library by the route $1.
+build_consumer() {
+    build "$here/consumer" "$work/$1" -Droute="$1" "${@:2}"
+}
+
+build_consumer_of_sources() {
+    build_consumer "$1" -Dsources="$sources"
+}
+
+# Nobody needs libxml2's headers to link the shared library.
+build_consumer_of_installed() {
+    build_consumer "$1" -DCMAKE_PREFIX_PATH="$prefix" ${toolchain:+"-DCMAKE_FIND_ROOT_PATH=$prefix"} \
+        -DCMAKE_DISABLE_FIND_PACKAGE_LibXml2=$shared
+}
+
+# Runs a program of consumer/, whose output stands in a file beside its source.
+check() {
+    run "$@" | diff "$here/consumer/$(basename "$1").out" -
+}
+
+# Everything installed is used in another place than it was installed in.
+install() {
+    build "$sources" "$work/build" -DCMAKE_BUILD_TYPE=Release -DQUXML_BUILD_TESTS=OFF -DQUXML_BUILD_EXAMPLES=OFF \
+        -DCMAKE_INSTALL_PREFIX="$work/installed" -DCMAKE_INSTALL_LIBDIR="$libraries"
+    rm -rf "$work/installed" "$prefix"
+    "$cmake" --install "$work/build"
+    mv "$work/installed" "$prefix"
+}
+
+add_subdirectory() {
+    build_consumer_of_sources add_subdirectory
+    check "$work/add_subdirectory/main"
+}
+
+fetch_content() {
+    build_consumer_of_sources fetch_content
+    check "$work/fetch_content/main"
+}
+
+find_package() {
+    build_consumer_of_installed find_package
+    check "$work/find_package/main"
+}
+
+pkg_config() {
+    local static=()
+    [ "$kind" = shared ] || static=(--static)
+    export PKG_CONFIG_PATH=$prefix/$libraries/pkgconfig
+    [ -z "$sysroot" ] || export PKG_CONFIG_LIBDIR=$sysroot/usr/lib/$architecture/pkgconfig:$sysroot/usr/lib/pkgconfig
+    eval "local flags=($("$pkg_config" "${static[@]}" --cflags --libs quxml))"
+    eval "local own_flags=(${sysroot:+--sysroot='$sysroot'} $compiler_flags)"
+    "$compiler" "${own_flags[@]}" -std=c++11 "$here/consumer/main.cpp" -o "$work/main" "${flags[@]}" \
+        -Wl,-rpath,"$prefix/$libraries"
+    check "$work/main"
+}
+
+program() {
+    run "$prefix/bin/quxml" format "$sources/tests/data/catalog.xml" | diff "$sources/tests/data/catalog.formatted" -
+}
+
+installed_files() {
+    find "$prefix" ! -type d -printf '%P\n' |
+        sed -e "s|^$libraries/|LIB/|" -e "s|$version\$|VERSION|" -e "s|\.$soversion\$|.SOVERSION|" |
+        sort | diff "$here/installed_files.$kind.txt" -
+}
+
+# The installed files name no folder of the machine that they were built on.
+paths() {
+    local status=0
+    grep -rF -e "$sources" -e "$builds" ${sysroot:+-e "$sysroot"} "$prefix" || status=$?
+    [ "$status" -eq 1 ] # nothing was found, and nothing went wrong
+}
+
+soname() {
+    "$readelf" --dynamic "$prefix/$libraries/libquxml.so" | grep -F "Library soname: [libquxml.so.1]"
+}
+
+# The shared library exports the interface and nothing else. Compilers differ in how many constructors and destructors they
+# make of one, which all bear the same name.
+symbols() {
+    "$nm" --dynamic --defined-only --demangle "$prefix/$libraries/libquxml.so" |
+        sed 's/^[0-9a-f]* . //' | sort --unique | diff "$here/symbols.$bits.txt" -
+}
+
+# What is thrown in a program is caught by type in an object that it has loaded, and the other way round.
+exceptions() {
+    build_consumer_of_installed plugin
+    check "$work/plugin/host" "$work/plugin/plugin.so"
+}
+
+"$3"
