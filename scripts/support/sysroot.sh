@@ -16,7 +16,7 @@ triplet_of() {
 
 # Sees to what a build for an architecture needs: the compiler, and a sysroot, which is made anew for other packages.
 need_to_cross_build() {
-    local triplet make=unpack_sysroot packages=(libxml2-dev libboost-dev libgtest-dev libcli11-dev)
+    local triplet make=unpack_sysroot packages=(libxml2-dev libboost-dev libgtest-dev libcli11-dev liblzma-dev zlib1g-dev)
     triplet=$(triplet_of "$1")
     need_to_build_with "g++-12-$triplet" qemu-user
     [ "$1" != powerpc ] || make=build_sysroot packages=(dpkg-dev googletest libboost-dev libcli11-dev)
