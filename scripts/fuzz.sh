@@ -1,8 +1,10 @@
 # Fuzzes every target for SECONDS (60) with sanitizers; `SECONDS 32`: those that read no text, as 32-bit x86.
+seconds=${1-60} bits=${2-64}
+[[ $seconds =~ ^[1-9][0-9]*$ ]] || fail "fuzz: not a number of seconds: $seconds"
+[[ $bits == 32 || $bits == 64 ]] || fail "fuzz: neither 32 nor 64: $bits"
 need_to_build_with libgtest-dev clang libclang-rt-dev
-seconds=${1-60}
 preset=fuzz targets=(reader round_trip query tree subpath)
-if [ "${2-}" = 32 ]; then
+if [ "$bits" = 32 ]; then
     need lib32gcc-12-dev lib32stdc++-12-dev libc6-dev-i386
     preset=fuzz32 targets=(query tree subpath)
 fi
