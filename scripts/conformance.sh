@@ -1,4 +1,5 @@
 # Reads every file of the W3C's XML conformance suite and compares with libxml2, without and with sanitizers.
+refuse_arguments "$@"
 need_to_build_with libgtest-dev
 command -v npm >/dev/null || need npm
 place=build/conformance

@@ -1,3 +1,4 @@
 # Applies the formatting that lint checks.
+refuse_arguments "$@"
 need clang-format-14
 cpp_files | show xargs clang-format-14 -i

@@ -1,4 +1,5 @@
 # Checks the formatting, then runs clang-tidy and shellcheck; no finding is let through.
+refuse_arguments "$@"
 need_to_build_with libcli11-dev libgtest-dev libbenchmark-dev libpugixml-dev libtinyxml2-dev clang clang-format-14 \
     clang-tidy-14 shellcheck
 configure clang

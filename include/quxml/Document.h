@@ -57,7 +57,7 @@ public:
     Element* create_root_node_by_import(const Element* source, bool deep);
 
     /// The whole document as compact text: `<?xml version="1.0"?>` and the root on one line, without a line
-    /// end. Not to be called before `main`.
+    /// end.
     std::string write_to_string() const;
 
     /// The whole document as formatted text: an element a line, two spaces a level, every line ended by a
@@ -76,11 +76,13 @@ private:
 /// with any sibling (so the white space between elements), text of white space only that begins with a line
 /// feed, CDATA sections, comments, processing instructions, references to entities of a DTD, namespace
 /// declarations and the prefixes they declare; of two attributes that differ only in their prefix, the last
-/// value stays. Entities of a DTD are not substituted and nothing outside `text` is ever loaded. Names and
-/// texts are converted to UTF-8.
+/// value stays. Entities of a DTD are not substituted in text. An attribute's value ends at the first reference
+/// to one; a value that begins with one becomes that entity's text. Nothing outside `text` is ever loaded.
+/// Names and texts are converted to UTF-8.
 ///
-/// libxml2's generic error handler for the calling thread is replaced by a silent one, and stays replaced;
-/// the record of its last error is reset.
+/// libxml2's generic error handler for the calling thread is replaced by a silent one, and stays replaced; a
+/// structured one of the program's own is still called. The record of libxml2's last error is reset. Reading
+/// takes up to 64 KiB of stack, most of it in libxml2.
 /// \param text at most `INT_MAX` bytes, in an encoding that it declares itself or UTF-8.
 /// \param keep_sorted for the new document: children are then sorted by name. Deliberate: namesakes stay in
 ///     the

@@ -1,5 +1,8 @@
 // The entry points of the writer: a document as compact or as formatted text.
 
+#include <string>
+#include <string_view>
+
 #include "quxml/Document.h"
 #include "quxml/Element.h"
 
@@ -7,12 +10,12 @@ namespace quxml {
 
 namespace {
 
-const std::string xml_declaration = "<?xml version=\"1.0\"?>";
+constexpr std::string_view xml_declaration = "<?xml version=\"1.0\"?>";
 
 }  // namespace
 
 std::string Document::write_to_string() const {
-    std::string out = xml_declaration;
+    std::string out(xml_declaration);
     if (root != nullptr)
         root->write_to_string(out, -1);
     return out;
@@ -22,7 +25,7 @@ std::string Document::write_to_string() const {
 std::string Document::write_to_string_formatted(bool include_declaration) const {
     std::string out;
     if (include_declaration)
-        out = xml_declaration + '\n';
+        out.append(xml_declaration).append(1, '\n');
     if (root != nullptr)
         root->write_to_string(out, 0);
     return out;

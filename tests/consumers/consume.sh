@@ -98,6 +98,13 @@ paths() {
     [ "$status" -eq 1 ] # nothing was found, and nothing went wrong
 }
 
+# Nothing of the library runs before a program or after it, so static objects of the program can use it.
+static_objects() {
+    local status=0
+    "$nm" "$prefix/$libraries/libquxml.a" | grep _GLOBAL__sub_I || status=$?
+    [ "$status" -eq 1 ] # none was found, and nothing went wrong
+}
+
 soname() {
     "$readelf" --dynamic "$prefix/$libraries/libquxml.so" | grep -F "Library soname: [libquxml.so.1]"
 }
