@@ -86,7 +86,7 @@ MEMORY_AIMS = {
     "bytes of a text": 176,
     "allocations of a copy, per node": 2,
     "allocations of //entry, per result": 1,
-    "allocations of root/entry, per result": 1,
+    "allocations of list/entry, per result": 1,
     "allocations of //none, per node": 0,
 }
 
