@@ -14,17 +14,6 @@ void throw_error() {
     throw quxml::DomParserError("of the host");
 }
 
-bool catches(void (*function)()) {
-    try {
-        function();
-    } catch (const quxml::DomParserError&) {
-        return true;
-    } catch (const std::exception&) {
-        return false;
-    }
-    return false;
-}
-
 void print(const char* claim, bool holds) {
     std::cout << claim << (holds ? ": yes" : ": no") << '\n';
 }
