@@ -81,12 +81,11 @@ private:
 /// Names and texts are converted to UTF-8.
 ///
 /// libxml2's generic error handler for the calling thread is replaced by a silent one, and stays replaced; a
-/// structured one of the program's own is still called. The record of libxml2's last error is reset. Reading
-/// takes up to 64 KiB of stack, most of it in libxml2.
+/// structured one of the program's own is still called. The record of libxml2's last error is reset. Read on a
+/// stack of 64 KiB or more: a DTD can make libxml2 use more than 16.
 /// \param text at most `INT_MAX` bytes, in an encoding that it declares itself or UTF-8.
 /// \param keep_sorted for the new document: children are then sorted by name. Deliberate: namesakes stay in
-///     the
-///     order of the text, whatever their items, because an element is linked before it gets its attributes;
+///     the order of the text, whatever their items, because an element is linked before it gets its attributes;
 ///     `Node::sort_children_recursively` orders them by item.
 /// \return the document; shared ownership, never null.
 /// \throws DomParserError if libxml2 can not read the text: it is not well-formed, its encoding is not known,
