@@ -45,7 +45,7 @@ void Walk::run() {
         nodes.pop_back();
         if (nodes.size() == task.begin)
             tasks.pop_back();
-        if (task.is_search) {
+        if (is_searched(task.step)) {
             search(node, task.step);
         } else {
             follow(node, task.step);
@@ -57,10 +57,10 @@ void Walk::follow(Node* node, std::size_t step) {
     if (is_last(step)) {
         results.insert(results.end(), node);
     } else if (steps[step].is_empty()) {
-        add_task(std::array<Node*, 1>{node}, step + 1, true);
+        add_task(std::array<Node*, 1>{node}, step + 1);
     } else {
         steps[step + 1].select_children(node, comparator, selected);
-        add_task(selected, step + 1, false);
+        add_task(selected, step + 1);
     }
 }
 
@@ -71,15 +71,15 @@ void Walk::search(Node* node, std::size_t step) {
         if (!is_last(step) || !steps[step].is_star())
             return;
     }
-    add_task(NodeAccess::children(*node), step, true);
+    add_task(NodeAccess::children(*node), step);
 }
 
 template <typename Nodes>
-void Walk::add_task(const Nodes& added, std::size_t step, bool is_search) {
+void Walk::add_task(const Nodes& added, std::size_t step) {
     if (added.empty())
         return;
-    if (tasks.empty() || tasks.back().step != step || tasks.back().is_search != is_search)
-        tasks.push_back({step, is_search, nodes.size()});
+    if (tasks.empty() || tasks.back().step != step)
+        tasks.push_back({step, nodes.size()});
     nodes.resize(nodes.size() + added.size());
     std::copy(added.begin(), added.end(), nodes.rbegin());
 }

@@ -28,11 +28,11 @@ public:
     void search_from(Node* node);
 
 private:
-    /// What remains to be done with the nodes from `begin` on, one at least: to follow the steps behind
-    /// `step`, which they satisfy, or to search them and everything below them for `step`.
+    /// What remains to be done with the nodes from `begin` on, one at least: to search them and everything
+    /// below them for `step` if that is a step to search for, else to follow the steps behind it, which they
+    /// satisfy.
     struct Task {
         std::size_t step;
-        bool is_search;
         std::size_t begin;
     };
 
@@ -43,7 +43,10 @@ private:
     /// Adds nodes to be done before all others, the first of them first. They join the next task if that is
     /// the same.
     template <typename Nodes>
-    void add_task(const Nodes& added, std::size_t step, bool is_search);
+    void add_task(const Nodes& added, std::size_t step);
+
+    /// Whether nodes that satisfy the step are searched for at every depth, rather than among children.
+    bool is_searched(std::size_t step) const { return step == 0 || steps[step - 1].is_empty(); }
 
     bool is_last(std::size_t step) const { return step + 1 == steps.size(); }
 
