@@ -1,0 +1,47 @@
+# Builds for ARCHs (all if none is named) and fails where docs/sizes.md is exceeded by 2 %; --write renews it.
+. scripts/support/sysroot.sh
+need_to_build_with libxml2-dev
+
+command="check"
+if [ "${1-}" = --write ]; then
+    command="write"
+    shift
+fi
+
+# Fails if a library or program has grown, but goes on to the others before.
+size() {
+    local arch=$1 flags failures=0 toolchain=()
+    if [ "$arch" != amd64 ]; then
+        need_to_cross_build "$arch"
+        toolchain=(--toolchain "$PWD/cmake/toolchains/$arch.cmake")
+    fi
+    for flags in -Os -O2; do
+        bash tests/size/size.sh "$command" "$arch" "$flags" "build/size/$arch$flags" -G Ninja "${toolchain[@]}" ||
+            failures=1
+    done
+    return "$failures"
+}
+
+# Puts the sizes of two other libraries, in Debian's packages of an architecture, into their line of the table.
+write_neighbours() {
+    local place=$PWD/build/size/neighbours/$1 package sizes
+    rm -rf "$place"
+    mkdir -p "$place"
+    update_indexes "$1"
+    quietly in_folder "$place" apt_get_for "$1" download libtinyxml2-9 libpugixml1v5
+    for package in "$place"/*.deb; do
+        dpkg -x "$package" "$place"
+    done
+    sizes=$(find "$place" -type f '(' -name 'libtinyxml2.so*' -printf '1 %s\n' -o -name 'libpugixml.so*' -printf '2 %s\n' ')' |
+        sort | sed 's/^. \(.*\)/ \1 |/' | tr --delete '\n')
+    sed -i -E "s/^(\| \`$1\` \|)( [0-9]+ \|){2}\$/\1$sizes/" docs/sizes.md
+}
+
+[ $# -gt 0 ] || set -- amd64 "${architectures[@]}"
+results=0
+for arch in "$@"; do
+    size "$arch" || results=1
+    # There are no packages for powerpc.
+    [ "$command" = check ] || [ "$arch" = powerpc ] || write_neighbours "$arch"
+done
+[ "$results" -eq 0 ] || fail "something has grown by more than 2 %"
