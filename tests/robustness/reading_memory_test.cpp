@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <fstream>
+#include <iterator>
 #include <new>
 #include <string>
 
@@ -89,6 +91,20 @@ TEST(ReadingMemory, IsAllFreedWhenTheNewTreeFindsNoMemoryHalfway) {
         EXPECT_EQ(xml_heap().blocks, xml_blocks);
     }
 }
+
+#ifndef _GLIBCXX_DEBUG
+// docs/devices.md has the figures. The file has 55 elements, 37 attributes and 38 texts, with two blocks each but for
+// the root, and the document and its five strings of more than 15 bytes have one more each.
+TEST(ReadingMemory, OfASmallConfigurationIsKnown) {
+    std::ifstream file(QUXML_TEST_DATA "/../../examples/device.xml");
+    const std::string text{std::istreambuf_iterator<char>(file), {}};
+    ASSERT_EQ(text.size(), 2005U);
+    const CountingHeap before = cpp_heap();
+    const auto document = from_string(text, false);
+    EXPECT_EQ(cpp_heap().blocks - before.blocks, 265U);
+    EXPECT_LE(cpp_heap().bytes - before.bytes, sizeof(void*) == 8 ? 22000U : 15000U);
+}
+#endif
 
 }  // namespace
 
