@@ -1,5 +1,7 @@
 // What a node takes from the heap: the fields that its class is documented to have, an entry in a list of its
-// parent, and nothing else.
+// parent, and nothing else. The lists of a standard library that checks them are larger.
+
+#ifndef _GLIBCXX_DEBUG
 
 #include <gtest/gtest.h>
 
@@ -48,10 +50,6 @@ Taken taken_by_each(const std::function<void(Element&, int)>& add) {
     return {(after.allocations - before.allocations) / count, (after.bytes + beside - before.bytes) / count};
 }
 
-#ifdef _GLIBCXX_DEBUG
-TEST(NodeMemory, DISABLED_CheckedListsAreLarger) {}
-#else
-
 TEST(NodeMemory, ObjectsHoldTheirFieldsAndNothingElse) {
     EXPECT_EQ(sizeof(Node), is_64_bit ? 96U : 56U);
     EXPECT_EQ(sizeof(Element), is_64_bit ? 120U : 68U);
@@ -85,6 +83,6 @@ TEST(NodeMemory, ATextTakesItsObjectAndAnEntry) {
         sizeof(TextNode));
 }
 
-#endif
-
 }  // namespace
+
+#endif
