@@ -13,4 +13,16 @@ file(RELATIVE_PATH include_from_pc ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAK
 configure_file(cmake/quxml.pc.in quxml.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/quxml.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
+# What shows trees in gdb: for everybody to `source`, and where gdb, if it is installed in the same folder, looks for what
+# belongs to the shared library. The name of that folder is known when the files are installed.
+install(FILES tools/gdb/quxml_gdb.py DESTINATION ${CMAKE_INSTALL_DATADIR}/quxml)
+if(BUILD_SHARED_LIBS)
+  set(library_folder ${CMAKE_INSTALL_LIBDIR})
+  if(NOT IS_ABSOLUTE ${CMAKE_INSTALL_LIBDIR})
+    set(library_folder "\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}")
+  endif()
+  install(FILES tools/gdb/quxml_gdb.py
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/gdb/auto-load/${library_folder}" RENAME libquxml.so.${PROJECT_VERSION}-gdb.py)
+endif()
+
 install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})

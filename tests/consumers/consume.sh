@@ -87,8 +87,20 @@ program() {
 
 installed_files() {
     find "$prefix" ! -type d -printf '%P\n' |
-        sed -e "s|^$libraries/|LIB/|" -e "s|$version\$|VERSION|" -e "s|\.$soversion\$|.SOVERSION|" |
+        sed -e "s|$work/installed|/PREFIX|; s|^$libraries/|LIB/|; s|/PREFIX/$libraries/|/PREFIX/LIB/|" \
+            -e "s|$version\(-gdb.py\)\?\$|VERSION\1|; s|\.$soversion\$|.SOVERSION|" |
         sort | diff "$here/installed_files.$kind.txt" -
+}
+
+# gdb loads what belongs to the library by itself, from a folder that nobody has moved.
+gdb_auto_load() {
+    local unmoved=$work/unmoved
+    [ -n "$gdb" ] || exit 77
+    rm -rf "$unmoved"
+    "$cmake" --install "$work/build" --prefix "$unmoved"
+    "$gdb" -nx -batch -iex "set auto-load scripts-directory $unmoved/share/gdb/auto-load" \
+        -iex "set auto-load safe-path $unmoved/share/gdb/auto-load" "$unmoved/$libraries/libquxml.so" \
+        -ex "help quxml-tree" | grep -F "quxml-tree NODE [DEPTH]"
 }
 
 # The installed files name no folder of the machine that they were built on.

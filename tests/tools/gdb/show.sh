@@ -1,0 +1,96 @@
+# bash show.sh GDB PROGRAM MODE WORK [EMULATOR...]: compares what gdb shows of PROGRAM with show.out. MODE is `live`, `core` for
+# a core file that gdb makes, or `paths` for running the program with the paths that were shown. EMULATOR is what starts the
+# program where the machine can not. Ends with 77 where gdb can not look at programs.
+# shellcheck shell=bash
+set -euo pipefail
+export LC_ALL=C.UTF-8
+gdb=$1 program=$2 mode=$3 work=$4
+emulator=("${@:5}")
+here=$(cd "$(dirname "$0")" && pwd)
+
+skip() {
+    echo "skipped: $*"
+    exit 77
+}
+
+# Runs gdb without anybody's settings.
+run_gdb() {
+    "$gdb" -nx -batch -iex "set auto-load no" -iex "set debuginfod enabled off" "$@"
+}
+
+# Brings the program to where it aborts, then goes on with the arguments.
+run_gdb_on_program() {
+    local stop=(-ex "handle SIGABRT stop nopass")
+    case ${emulator[0]-} in
+        '') run_gdb "$program" "${stop[@]}" -ex run "$@" ;;
+        *qemu*)
+            serve
+            run_gdb "$program" "${stop[@]}" -ex "target remote $work/socket" -ex continue "$@"
+            ;;
+        *) # a loader, beside which gdb has to be told of the program
+            run_gdb "${emulator[0]}" "${stop[@]}" -ex "add-symbol-file $program" \
+                -ex "set args ${emulator[*]:1} $program" -ex run "$@"
+            ;;
+    esac
+}
+
+# Starts the program in qemu, which waits for gdb.
+serve() {
+    rm -f "$work/socket"
+    "${emulator[@]}" -g "$work/socket" "$program" &
+    local count=0
+    until [ -S "$work/socket" ]; do
+        [ $((count += 1)) -le 100 ] || exit 1
+        sleep 0.1
+    done
+}
+
+show=(-ex "source $here/../../../tools/gdb/quxml_gdb.py" -ex "echo <shown>\n" -ex "source $here/show.gdb")
+
+only_what_was_shown() {
+    sed '1,/^<shown>$/d; s/0x[0-9a-f]\{5,\}/0xADDRESS/g'
+}
+
+live() {
+    run_gdb_on_program "${show[@]}" | only_what_was_shown | diff "$here/show.out" -
+}
+
+core() {
+    make_core
+    run_gdb "$program" "$work/program.core" "${show[@]}" | only_what_was_shown | diff "$here/show.out" -
+    rm "$work/program.core"
+}
+
+make_core() {
+    case ${emulator[0]-} in
+        *qemu*) let_qemu_make_core ;;
+        *) run_gdb_on_program -ex "generate-core-file $work/program.core" ;;
+    esac
+}
+
+# qemu writes a core of the program that it runs, in the program's own format, and may be followed by one of itself.
+let_qemu_make_core() {
+    rm -rf "$work/qemu"
+    mkdir "$work/qemu"
+    (
+        cd "$work/qemu"
+        ulimit -c unlimited
+        "${emulator[@]}" "$program" || true
+    )
+    mv "$work"/qemu/qemu_*.core "$work/program.core"
+    rm -rf "$work/qemu"
+}
+
+paths() {
+    local paths
+    mapfile -t paths < <(grep '^/' "$here/show.out" | grep -v @)
+    "${emulator[@]}" "$program" "${paths[@]}" | diff --text "$here/paths.out" -
+}
+
+mkdir -p "$work"
+[ -n "$gdb" ] || [ "$mode" = paths ] || skip "gdb was not found (Debian: gdb, or gdb-multiarch for another architecture)"
+if [ "$mode" != paths ]; then
+    run_gdb -ex "python print('python')" | grep -q python || skip "this gdb was built without Python"
+    run_gdb -ex run --args true 2>&1 | grep -q "exited normally" || skip "gdb may not look at programs here"
+fi
+"$mode"
