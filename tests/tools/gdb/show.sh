@@ -1,6 +1,6 @@
 # bash show.sh GDB PROGRAM MODE WORK [EMULATOR...]: compares what gdb shows of PROGRAM with show.out. MODE is `live`, `core` for
-# a core file that gdb makes, or `paths` for running the program with the paths that were shown. EMULATOR is what starts the
-# program where the machine can not. Ends with 77 where gdb can not look at programs.
+# a core file that gdb makes, `paths` for running the program with the paths that were shown, or `manual` for the sessions in
+# docs/debugging.md. EMULATOR is what starts the program where the machine can not. Ends with 77 where gdb can not look at programs.
 # shellcheck shell=bash
 set -euo pipefail
 export LC_ALL=C.UTF-8
@@ -45,7 +45,8 @@ serve() {
     done
 }
 
-show=(-ex "source $here/../../../tools/gdb/quxml_gdb.py" -ex "echo <shown>\n" -ex "source $here/show.gdb")
+source_script=(-ex "source $here/../../../tools/gdb/quxml_gdb.py" -ex "echo <shown>\n")
+show=("${source_script[@]}" -ex "source $here/show.gdb")
 
 only_what_was_shown() {
     sed '1,/^<shown>$/d; s/0x[0-9a-f]\{5,\}/0xADDRESS/g'
@@ -79,6 +80,18 @@ let_qemu_make_core() {
     )
     mv "$work"/qemu/qemu_*.core "$work/program.core"
     rm -rf "$work/qemu"
+}
+
+# The blocks of the manual that are sessions with gdb, addresses left out.
+sessions() {
+    # shellcheck disable=SC2016
+    sed -n '/^```gdb$/,/^```$/ { /^```/d; s/0x[0-9a-f]\{5,\}/0xADDRESS/g; p }' "$here/../../../docs/debugging.md"
+}
+
+manual() {
+    sessions | sed -n "s/^(gdb) \(.*\)/echo (gdb) \1\\\\n\n\1/p" >"$work/session.gdb"
+    run_gdb_on_program -ex "frame function abort_with_variables" "${source_script[@]}" -ex "source $work/session.gdb" |
+        only_what_was_shown | diff <(sessions) -
 }
 
 paths() {

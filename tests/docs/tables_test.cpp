@@ -1,0 +1,283 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <map>
+#include <memory>
+#include <new>
+#include <stdexcept>
+#include <string>
+#include <typeinfo>
+#include <vector>
+
+#include "markdown.h"
+#include "quxml/quxml.h"
+
+// Runs the tables of the documentation that have a comment above them, such as `<!-- queries on examples/catalog.xml -->`:
+// each row says what to do and what comes of it.
+
+namespace {
+
+using quxml_test::Cell;
+using quxml_test::Page;
+using quxml_test::Table;
+
+using Row = std::vector<Cell>;
+using Names = std::vector<std::string>;
+
+std::shared_ptr<quxml::Document> read(const std::string& file) {
+    return quxml::from_string(quxml_test::read_file(file), false);
+}
+
+std::string write(const quxml::Node& node) {
+    std::string out;
+    node.write_to_string(out, -1);
+    return out;
+}
+
+// What a table calls a node: an element with an id by that, one with elements below it by its opening tag, any other node by
+// its text.
+std::string name_of(const quxml::Node& node) {
+    const auto* element = dynamic_cast<const quxml::Element*>(&node);
+    if (element == nullptr)
+        return write(node);
+    if (element->get_attribute("id") != nullptr)
+        return element->get_attribute_value("id");
+    const quxml::NodeList children = element->get_children();
+    if (std::all_of(children.begin(), children.end(), [](const quxml::Node* child) {
+            return dynamic_cast<const quxml::TextNode*>(child) != nullptr;
+        }))
+        return write(node);
+    std::string tag;
+    element->write_opening_tag(tag, -1);
+    return tag;
+}
+
+void add_names_in_document_order(quxml::Node& node, const quxml::NodeSet& found, Names& names) {
+    if (found.count(&node) == 1)
+        names.push_back(name_of(node));
+    for (quxml::Node* child : node.get_children())
+        add_names_in_document_order(*child, found, names);
+}
+
+std::string type_of(const std::exception& error) {
+    if (typeid(error) == typeid(std::invalid_argument))
+        return "std::invalid_argument";
+    if (typeid(error) == typeid(std::out_of_range))
+        return "std::out_of_range";
+    if (typeid(error) == typeid(std::bad_function_call))
+        return "std::bad_function_call";
+    return typeid(error) == typeid(quxml::DomParserError) ? "quxml::DomParserError" : typeid(error).name();
+}
+
+using Search = quxml::NodeSet (quxml::Node::*)(const std::string&);
+
+// The names of the nodes that a path selects, or the type and the message of an exception.
+Names select(quxml::Node& root, const std::string& path, Search search) {
+    try {
+        Names names;
+        add_names_in_document_order(root, (root.*search)(path), names);
+        return names;
+    } catch (const std::exception& error) {
+        return {type_of(error), error.what()};
+    }
+}
+
+void expect_words_for_nothing(const Cell& cell) {
+    if (cell.code.empty()) {
+        EXPECT_EQ(cell.text.rfind("nothing", 0), 0U) << cell.text;
+    }
+}
+
+// | Path | Selects | ...
+void check_queries(const Table& table, const std::string& file, Search search) {
+    const auto document = read(file);
+    for (const Row& row : table.rows) {
+        ASSERT_FALSE(row[0].code.empty());
+        for (const std::string& path : row[0].code)
+            EXPECT_EQ(select(*document->get_root_node(), path, search), row[1].code) << path;
+        expect_words_for_nothing(row[1]);
+    }
+}
+
+// | Predicate | what it selects behind catalog/book | and behind //book |
+void check_predicates(const Table& table, const std::string& file) {
+    const auto document = read(file);
+    quxml::Node& root = *document->get_root_node();
+    for (const Row& row : table.rows) {
+        const std::string predicate = row[0].code.at(0);
+        EXPECT_EQ(select(root, "catalog/book" + predicate, &quxml::Node::find_exact_match), row[1].code)
+            << predicate;
+        EXPECT_EQ(select(root, "//book" + predicate, &quxml::Node::find_exact_match), row[2].code)
+            << predicate;
+        expect_words_for_nothing(row[1]);
+        expect_words_for_nothing(row[2]);
+    }
+}
+
+std::string with_line_feeds(std::string text) {
+    for (std::size_t at = 0; (at = text.find("\\n", at)) != std::string::npos;)
+        text.replace(at, 2, "\n");
+    return text;
+}
+
+// | Text | Tree, written compactly |
+void check_reading(const Table& table) {
+    for (const Row& row : table.rows) {
+        const auto document = quxml::from_string(with_line_feeds(row[0].code.at(0)), false);
+        EXPECT_EQ(write(*document->get_root_node()), with_line_feeds(row[1].code.at(0))) << row[0].text;
+    }
+}
+
+// | Text | Message |
+void check_refused(const Table& table) {
+    for (const Row& row : table.rows) {
+        try {
+            quxml::from_string(with_line_feeds(row[0].code.at(0)), false);
+            ADD_FAILURE() << row[0].text;
+        } catch (const quxml::DomParserError& error) {
+            EXPECT_EQ(error.what(), row[1].code.at(0));
+        }
+    }
+}
+
+// | Node, as a path | Argument | Result | ...
+void check_subpaths(const Table& table, const std::string& file) {
+    const auto document = read(file);
+    for (const Row& row : table.rows) {
+        const quxml::NodeSet found = document->get_root_node()->find_exact_match(row[0].code.at(0));
+        ASSERT_EQ(found.size(), 1U) << row[0].text;
+        const std::string result = (*found.begin())->get_subpath_for(row[1].code.at(0));
+        EXPECT_EQ(result, row[2].code.empty() ? "" : row[2].code[0]) << row[1].text;
+    }
+}
+
+// What stands in a text before or behind a piece of it, in words.
+std::string name_gap(const std::string& gap) {
+    if (gap.empty())
+        return "nothing";
+    return gap == "\n" ? "a line end" : std::to_string(gap.size()) + " blanks";
+}
+
+// | Piece of the text | Before it | Behind it | ...
+void check_white_space(const Table& table, const std::string& file) {
+    const std::string text = quxml_test::read_file(file);
+    for (const Row& row : table.rows) {
+        const std::string piece = row[0].code.at(0);
+        const std::size_t at = text.find(piece);
+        ASSERT_NE(at, std::string::npos) << piece;
+        const std::size_t before = text.find_last_not_of(' ', at - 1) + 1;
+        EXPECT_EQ(row[1].text, name_gap(text.substr(before, at - before))) << piece;
+        EXPECT_EQ(row[2].text, name_gap(text[at + piece.size()] == '\n' ? "\n" : "")) << piece;
+    }
+}
+
+// What leads to each row of docs/errors.md; null for what a test elsewhere brings about, since it takes too much memory.
+const std::vector<std::function<void(quxml::Element&)>> failures = {
+    [](quxml::Element&) { quxml::from_string("", false); },
+    nullptr,
+    [](quxml::Element&) { quxml::from_string("<a></b>", false); },
+    [](quxml::Element& empty) { empty.remove_child(nullptr); },
+    [](quxml::Element& empty) { empty.remove_child(&empty); },
+    [](quxml::Element& empty) { empty.find_exact_match("a/b[@c=d=e]"); },
+    [](quxml::Element& empty) { empty.find_exact_match("a/b[c=d=e]"); },
+    [](quxml::Element& empty) { empty.find_exact_match("a/b[position()<=2]"); },
+    [](quxml::Element& empty) { empty.find_exact_match("a/b[99999999999]"); },
+    [](quxml::Element& empty) {
+        empty.add_child("b", "99999999999");
+        empty.add_child("b", "1");
+        empty.sort_children();
+    },
+    [](quxml::Element& empty) { quxml::XPathHelper(quxml::StringComparator()).find(&empty, "a"); },
+    nullptr,
+};
+
+// | Message | Type | ...
+void check_errors(const Table& table) {
+    ASSERT_EQ(table.rows.size(), failures.size());
+    for (std::size_t i = 0; i < failures.size(); ++i) {
+        if (!failures[i])
+            continue;
+        quxml::Document document(false);
+        try {
+            failures[i](*document.create_root_node("a"));
+            ADD_FAILURE() << "nothing is thrown: " << table.rows[i][0].text;
+        } catch (const std::exception& error) {
+            EXPECT_EQ(error.what(), table.rows[i][0].code.at(0));
+            EXPECT_EQ(type_of(error), table.rows[i][1].code.at(0));
+        }
+    }
+}
+
+std::string word(const std::string& marker, const std::string& expression) {
+    const std::vector<std::string> found = quxml_test::find_all(marker, expression);
+    return found.empty() ? "" : found[0];
+}
+
+// Runs a table; false if its comment does not say how.
+bool check(const Table& table) {
+    const std::string file = word(table.marker, " on (.*)");
+    const std::string kind = word(table.marker, "^(.*?)(?: on .*)?$");
+    const std::map<std::string, std::function<void()>> checks = {
+        {"queries", [&] { check_queries(table, file, &quxml::Node::find_exact_match); }},
+        {"prefix queries", [&] { check_queries(table, file, &quxml::Node::find_substring_match); }},
+        {"predicates", [&] { check_predicates(table, file); }},
+        {"reading", [&] { check_reading(table); }},
+        {"refused", [&] { check_refused(table); }},
+        {"sub-paths", [&] { check_subpaths(table, file); }},
+        {"white space", [&] { check_white_space(table, file); }},
+        {"errors", [&] { check_errors(table); }},
+    };
+    const auto found = checks.find(kind);
+    if (found == checks.end())
+        return false;
+    found->second();
+    return true;
+}
+
+TEST(Tables, say_what_the_library_does) {
+    std::size_t rows = 0;
+    for (const Page& page : quxml_test::read_pages()) {
+        SCOPED_TRACE(page.name);
+        for (const Table& table : page.tables) {
+            if (check(table))
+                rows += table.rows.size();
+            else
+                EXPECT_EQ(table.marker, "") << "nobody knows how to check this table";
+        }
+    }
+    EXPECT_GE(rows, 100U);
+}
+
+// The operations that the headers declare, by their names.
+Names read_operations() {
+    Names operations;
+    for (const std::string header : {"Document", "Node", "Element", "Attribute", "TextNode", "XPathHelper"}) {
+        const std::string file = quxml_test::read_file("include/quxml/" + header + ".h");
+        const std::string text = file.substr(0, file.find("\nprivate:"));
+        for (const std::string& name :
+             quxml_test::find_all(text, R"(\n +(?:virtual )?[A-Za-z:_<> ,]+[&*]? ([a-z_]+)\()"))
+            operations.push_back(name);
+    }
+    std::sort(operations.begin(), operations.end());
+    operations.erase(std::unique(operations.begin(), operations.end()), operations.end());
+    return operations;
+}
+
+void expect_to_name_every_operation(const std::string& page) {
+    const Names operations = read_operations();
+    ASSERT_GT(operations.size(), 50U);
+    const std::string text = quxml_test::read_file(page);
+    for (const std::string& operation : operations)
+        EXPECT_FALSE(quxml_test::find_all(text, "[`:](" + operation + ")[`(]").empty()) << operation;
+}
+
+TEST(Tables, tell_the_cost_of_every_operation) {
+    expect_to_name_every_operation("docs/complexity.md");
+}
+
+TEST(Tables, tell_the_exceptions_of_every_operation) {
+    expect_to_name_every_operation("docs/exceptions.md");
+}
+
+}  // namespace
