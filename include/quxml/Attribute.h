@@ -16,6 +16,8 @@ namespace quxml {
 class QUXML_EXPORT Attribute : public Node {
 public:
     /// An attribute that is not linked into `parent`: `Element::set_attribute` creates and links.
+    /// \param name copied.
+    /// \param value copied.
     /// \param parent borrowed; may be null.
     Attribute(const std::string& name, const std::string& value, Element* parent);
 
@@ -24,7 +26,8 @@ public:
     /// A copy of the value as stored, without any escaping.
     std::string get_value() const;
 
-    /// Assigns the value. Changing an "item" does not sort anything again.
+    /// Assigns the value, as it is. Changing an "item" does not sort anything again.
+    /// \throws std::bad_alloc the value is as it was.
     void set_value(const std::string& value);
 
     /// Appends a space, the name, `="`, the value and `"`. The depth is not looked at.
@@ -33,7 +36,9 @@ public:
     /// gives text that XML parsers refuse, unless the caller stored it escaped.
     void write_to_string(std::string& out, int depth) const override;
 
-    /// Sets the attribute of this name on `parent` to this value; `deep` is not looked at.
+    /// Sets the attribute of this name on `parent` to this value.
+    /// \param deep not looked at.
+    /// \param parent owns the result; not null.
     /// \return the attribute of `parent`, new or overwritten in its place; borrowed.
     Node* get_deep_copy_of_node(bool deep, Element* parent) const override;
 

@@ -6,6 +6,7 @@
 
 #include "export.h"
 
+/// All of the library.
 namespace quxml {
 
 class Element;
@@ -14,6 +15,8 @@ class Element;
 ///
 /// \par Threads
 /// Different documents may be used on different threads at once; one document may not.
+/// \par Memory
+/// What needs memory may throw `std::bad_alloc`. Unless its description says otherwise, nothing has changed then.
 class QUXML_EXPORT Document {
 public:
     /// A document without a root.
@@ -30,6 +33,8 @@ public:
     Document& operator=(Document&& other) noexcept;
 
     /// Destroys the tree.
+    /// \par Complexity
+    /// The size of the tree.
     ~Document();
 
     /// The root element, or null. Borrowed; valid until the root is replaced or the document destroyed.
@@ -45,6 +50,8 @@ public:
     /// Destroys the tree and creates a root element called `name`.
     /// \return the new root, borrowed.
     /// \throws std::bad_alloc the document has no root.
+    /// \par Complexity
+    /// The size of the tree that is destroyed.
     Element* create_root_node(const std::string& name);
 
     /// Destroys the tree and copies `source` as the new root, which takes this document's `keep_sorted`;
@@ -53,11 +60,17 @@ public:
     ///     read.
     /// \param deep whether attributes and everything below are copied, or the name alone.
     /// \return the new root, borrowed.
+    /// \throws std::out_of_range ("stoi") if a node of a derived class, which copies itself, brings about the
+    ///     comparison of an item beyond the range of `int`; the document holds what had been copied until then.
     /// \throws std::bad_alloc the document holds what had been copied until then, or no root.
+    /// \par Complexity
+    /// The size of both trees; for an element that is kept sorted, n log n for n children.
     Element* create_root_node_by_import(const Element* source, bool deep);
 
     /// The whole document as compact text: `<?xml version="1.0"?>` and the root on one line, without a line
     /// end.
+    /// \par Complexity
+    /// Linear in the length of the text, as the next one.
     std::string write_to_string() const;
 
     /// The whole document as formatted text: an element a line, two spaces a level, every line ended by a

@@ -14,6 +14,7 @@ namespace quxml {
 /// not tell.
 class QUXML_EXPORT DomParserError : public std::exception {
 public:
+    /// An error with this message, which is copied.
     explicit DomParserError(const std::string& message);
 
     ~DomParserError() override;

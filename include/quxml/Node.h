@@ -31,6 +31,8 @@ using NodeSet = std::set<Node*>;
 ///
 /// \par Threads
 /// Trees that share no node may be used on different threads at once; one tree may not.
+/// \par Memory
+/// What needs memory may throw `std::bad_alloc`. Unless its description says otherwise, nothing has changed then.
 /// \par Depth
 /// No operation of the library recurses with the depth of a tree. Only nested nodes of derived classes that
 /// are written or copied take one call each, since each is asked to write or copy itself.
@@ -51,11 +53,15 @@ public:
     explicit Node(const std::string& name);
 
     /// A node with the three values as given, not linked into `parent`.
+    /// \param name copied.
     /// \param parent borrowed; may be null.
     /// \param keep_sorted whether `add_new_node` puts children at their sorted place instead of at the end.
     Node(const std::string& name, Element* parent, bool keep_sorted);
 
+    /// Nodes are not copied but with `import_node`, which puts the copy below a parent.
     Node(const Node&) = delete;
+
+    /// Nor assigned.
     Node& operator=(const Node&) = delete;
 
     /// Destroys all children, and everything below them, parents before their children, first to last. The
@@ -64,6 +70,7 @@ public:
     virtual ~Node();
 
     /// Appends this node as XML text to `out`, which is never read, cleared or truncated.
+    /// \param out the text so far.
     /// \param indent the depth: negative for compact text, n >= 0 for formatted text at nesting level n, two
     ///     spaces a level.
     /// \throws std::bad_alloc `out` then keeps what had been appended.
@@ -156,6 +163,7 @@ public:
     /// Copies `node` into this element; see `get_deep_copy_of_node`.
     /// \param node borrowed, not null. Neither this node nor one of its ancestors: copying a node into itself
     ///     does not end.
+    /// \param deep as for `get_deep_copy_of_node`.
     /// \return the copy, borrowed; or, for an attribute that this element already has, that attribute with
     ///     its new value.
     Node* import_node(const Node* node, bool deep);
@@ -192,6 +200,8 @@ public:
     ///
     /// Deliberate: the last comparison is with `path` as it was passed. A path without a leading "/" never
     /// equals the chain, so for such a path the node at its very end gets the whole path back.
+    /// \par Complexity
+    /// linear in the length of the path.
     std::string get_subpath_for(const std::string& path);
 
     /// The nodes that a path selects, starting at this node; names match if they are equal, ignoring case
@@ -199,6 +209,9 @@ public:
     /// \return borrowed pointers; empty for an empty path.
     /// \throws std::invalid_argument, std::out_of_range if a predicate that is reached can not be read (see
     ///     `XPathHelper`); the tree is never changed.
+    /// \par Complexity
+    /// For each step linear in the children of the nodes that the step before selected; for a search linear in the
+    /// nodes below; for m results m log m.
     NodeSet find_exact_match(const std::string& path);
 
     /// As `find_exact_match`, but a name test matches every name that begins with it, ignoring case.
@@ -207,11 +220,22 @@ public:
     NodeSet find_substring_match(const std::string& path);
 
 protected:
+    /// The owned children, in order.
     NodeList children;
+
+    /// Whether `add_new_node` puts children at their sorted place; fixed at construction.
     bool keep_sorted;
+
+    /// Empty for text.
     std::string name;
+
+    /// The element that owns this node, or null. Borrowed.
     Element* parent;
+
+    /// The child before this one in the parent's list, or null. Borrowed.
     Node* previous_sibling;
+
+    /// The child behind this one in the parent's list, or null. Borrowed.
     Node* next_sibling;
 
 private:

@@ -26,6 +26,7 @@ public:
     std::string get_content() const;
 
     /// Assigns a copy of `content`.
+    /// \throws std::bad_alloc the text is as it was.
     void set_content(const std::string& content);
 
     /// Exchanges the text with `content`.
@@ -33,14 +34,17 @@ public:
     /// Deliberate: the argument is left holding the previous text, so nothing is freed and nothing is lost.
     void set_content(std::string&& content);
 
-    /// Appends the text with `& < > " '` written as `&amp; &lt; &gt; &quot; &apos;` and every other byte as
-    /// it is. Formatted: on a line of its own with 2 * `depth` spaces before it, but with nothing around it
+    /// Appends the text with `&`, `<`, `>`, the quote and the apostrophe written as `&amp;`, `&lt;`, `&gt;`, `&quot;`
+    /// and `&apos;`, and every other byte as it is. Formatted: on a line of its own with 2 * `depth` spaces before it, but with nothing around it
     /// if it is its parent's only child.
     ///
     /// Deliberate: text without a parent appends nothing.
     void write_to_string(std::string& out, int depth) const override;
 
-    /// Adds a text child with this content, and the empty name, to `parent`; `deep` is not looked at.
+    /// Adds a text child with this content, and the empty name, to `parent`.
+    /// \param deep not looked at.
+    /// \param parent owns the copy; not null.
+    /// \return the copy, borrowed.
     Node* get_deep_copy_of_node(bool deep, Element* parent) const override;
 
 private:

@@ -74,8 +74,9 @@ public:
     ///
     /// Deliberate: the results are never cleared. A second `find` on the same helper returns the nodes of
     /// both, except that an empty path, or one of white space only, returns an empty set.
-    /// \param node the start node; nothing is selected if it is null.
-    /// \return a copy of the results.
+    /// \param node the start node, borrowed; nothing is selected if it is null.
+    /// \param path white space around it is taken off.
+    /// \return a copy of the results; the pointers are borrowed.
     NodeSet find(Node* node, std::string path) const;
 
     /// Follows `steps` from `node`, which has already satisfied the first one, and adds what the last one
@@ -95,7 +96,9 @@ public:
     bool is_correct_node(Node* node, const std::string& step) const;
 
     /// Applies a run of predicates, written `p1][p2` without the outer brackets.
-    /// \param nodes replaced by what each predicate leaves.
+    /// \param nodes replaced by what each predicate leaves; after an exception, what the last one that could be
+    ///     read has left.
+    /// \param predicates empty to leave all.
     /// \return a copy of what is left.
     NodeList get_nodes_matching_attributes(NodeList& nodes, const std::string& predicates) const;
 
@@ -134,7 +137,8 @@ public:
     /// \throws std::invalid_argument as `get_attribute_pair`, for an empty list too.
     NodeList get_node_containing_attribute(const std::string& query, NodeList& nodes) const;
 
-    /// The nodes for which `contains_child_value` holds, with `query` written `name=value`.
+    /// The nodes for which `contains_child_value` holds.
+    /// \param query written `name=value`.
     /// \param nodes no entry may be null.
     /// \throws std::invalid_argument "Search for child node must contain exactly one equals sign", for an
     ///     empty list too.
