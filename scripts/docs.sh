@@ -1,0 +1,9 @@
+# Builds the guide and the reference as one site, build/docs/html; no warning is let through.
+refuse_arguments "$@"
+need doxygen doxygen-awesome-css python3
+QUXML_THEME=/usr/share/doxygen-awesome-css
+QUXML_VERSION=$(sed -n 's/^#define QUXML_VERSION_[A-Z]* //p' include/quxml/version.h | paste --serial --delimiters .)
+export QUXML_THEME QUXML_VERSION
+rm -rf build/docs
+quietly doxygen docs/Doxyfile
+echo "build/docs/html/index.html has $(find build/docs/html -name '*.html' | wc --lines) pages"
