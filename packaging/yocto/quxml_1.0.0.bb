@@ -25,5 +25,7 @@ PACKAGECONFIG[tool] = "-DQUXML_BUILD_TOOLS=ON,-DQUXML_BUILD_TOOLS=OFF,cli11"
 
 PACKAGES =+ "${PN}-tool"
 FILES:${PN}-tool = "${bindir}/quxml"
+# What shows trees in gdb.
+FILES:${PN}-dev += "${datadir}/gdb ${datadir}/quxml"
 
 BBCLASSEXTEND = "native nativesdk"

@@ -82,7 +82,7 @@ debian_files() {
 yocto_files() {
     local files
     lay_out lib shared
-    files=$(sed -n 's/^FILES:.* = "\(.*\)"$/\1/p' packaging/yocto/*.bb)
+    files=$(sed -n 's/^FILES:.* +\{0,1\}= "\(.*\)"$/\1/p' packaging/yocto/*.bb)
     files=$(sed -e 's|[$]{bindir}|usr/bin|g' -e 's|[$]{datadir}|usr/share|g' <<<"$files")
     # shellcheck disable=SC2086
     put_into_package $files
