@@ -45,7 +45,7 @@ pipe quxml-path seen_by_gdb::seen.deepest | grep --only-matching link | wc --lin
 echo \nmistakes\n
 python
 for command in ("quxml-tree", "quxml-path", "quxml-tree seen_by_gdb::seen.empty", "quxml-tree seen_by_gdb::seen.nothing", "quxml-tree 16",
-                "quxml-tree seen_by_gdb::seen.none", "quxml-tree seen_by_gdb::text", "quxml-path seen_by_gdb::seen.nowhere",
+                "quxml-tree seen_by_gdb::seen.none", "quxml-tree &seen_by_gdb::seen.library", "quxml-path seen_by_gdb::seen.nowhere",
                 "quxml-path seen_by_gdb::seen.alone"):
     try:
         gdb.execute(command)
