@@ -129,6 +129,16 @@ void check_reading(const Table& table) {
     }
 }
 
+// | Text | Tree after sorting, or after reading it sorted |
+void check_sorting(const Table& table, bool keep_sorted) {
+    for (const Row& row : table.rows) {
+        const auto document = quxml::from_string(row[0].code.at(0), keep_sorted);
+        if (!keep_sorted)
+            document->get_root_node()->sort_children();
+        EXPECT_EQ(write(*document->get_root_node()), row[1].code.at(0)) << row[0].text;
+    }
+}
+
 // | Text | Message |
 void check_refused(const Table& table) {
     for (const Row& row : table.rows) {
@@ -223,6 +233,8 @@ bool check(const Table& table) {
         {"prefix queries", [&] { check_queries(table, file, &quxml::Node::find_substring_match); }},
         {"predicates", [&] { check_predicates(table, file); }},
         {"reading", [&] { check_reading(table); }},
+        {"sorting", [&] { check_sorting(table, false); }},
+        {"reading sorted", [&] { check_sorting(table, true); }},
         {"refused", [&] { check_refused(table); }},
         {"sub-paths", [&] { check_subpaths(table, file); }},
         {"white space", [&] { check_white_space(table, file); }},

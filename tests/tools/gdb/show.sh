@@ -1,11 +1,11 @@
-# bash show.sh GDB PROGRAM MODE WORK [EMULATOR...]: compares what gdb shows of PROGRAM with show.out. MODE is `live`, `core` for
-# a core file that gdb makes, `paths` for running the program with the paths that were shown, or `manual` for the sessions in
+# bash show.sh GDB STRIP PROGRAM MODE WORK [EMULATOR...]: compares what gdb shows of PROGRAM with show.out. MODE is `live`, `core` for
+# a core file that gdb makes, `stripped` for one of a program without symbols, `paths` for running the program with the paths that were shown, or `manual` for the sessions in
 # docs/debugging.md. EMULATOR is what starts the program where the machine can not. Ends with 77 where gdb can not look at programs.
 # shellcheck shell=bash
 set -euo pipefail
 export LC_ALL=C.UTF-8
-gdb=$1 program=$2 mode=$3 work=$4
-emulator=("${@:5}")
+gdb=$1 strip=$2 program=$3 mode=$4 work=$5
+emulator=("${@:6}")
 here=$(cd "$(dirname "$0")" && pwd)
 
 skip() {
@@ -59,6 +59,18 @@ live() {
 core() {
     make_core
     run_gdb "$program" "$work/program.core" "${show[@]}" | only_what_was_shown | diff "$here/show.out" -
+    rm "$work/program.core"
+}
+
+# gdb knows no names then, and nodes are found by their addresses.
+stripped() {
+    make_core
+    local address
+    address=$(run_gdb "$program" "$work/program.core" -ex 'printf "<shown>\n%lu\n", seen_by_gdb::seen.library' |
+        only_what_was_shown)
+    "$strip" --strip-all -o "$work/program" "$program"
+    run_gdb "$work/program" "$work/program.core" "${source_script[@]}" -ex "quxml-tree $address 1" |
+        only_what_was_shown | diff <(sed -n '/^trees$/,/^  <chain>/ { /^trees$/d; p }' "$here/show.out") -
     rm "$work/program.core"
 }
 
