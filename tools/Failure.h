@@ -13,6 +13,9 @@ class Failure : public std::runtime_error {
 public:
     Failure(ExitCode exit_code, const std::string& message) : std::runtime_error(message), code(exit_code) {}
 
+    /// Without a message: all that there is to say has been written.
+    explicit Failure(ExitCode exit_code) : Failure(exit_code, "") {}
+
     ExitCode get_code() const { return code; }
 
 private:

@@ -16,8 +16,16 @@ using Action = std::function<ExitCode()>;
 
 // Each of these adds one command, in a file of its own. Reading a command line that names the command sets
 // `action`.
+void add_add(CLI::App& app, Action& action);
+void add_check(CLI::App& app, Action& action);
 void add_format(CLI::App& app, Action& action);
+void add_loss(CLI::App& app, Action& action);
 void add_query(CLI::App& app, Action& action);
+void add_remove(CLI::App& app, Action& action);
+void add_set(CLI::App& app, Action& action);
+void add_sort(CLI::App& app, Action& action);
+void add_text(CLI::App& app, Action& action);
+void add_unset(CLI::App& app, Action& action);
 
 }  // namespace tool
 

@@ -8,6 +8,7 @@
 #include <system_error>
 
 #include "Failure.h"
+#include "diagnostics.h"
 
 namespace tool {
 
@@ -27,6 +28,10 @@ Failure read_failure(const std::string& file) {
     return {ExitCode::io, name_of(file) + ": " + std::generic_category().message(errno)};
 }
 
+Failure memory_failure(const std::string& file) {
+    return {ExitCode::io, name_of(file) + ": out of memory"};
+}
+
 OpenFile open(const std::string& file) {
     if (file == standard_input)
         return OpenFile(stdin);
@@ -42,11 +47,8 @@ bool is_out_of_memory(const std::string& message) {
     return message.rfind(" (error code: ", 0) == 0 || message.find(" (error code: 2) ") != std::string::npos;
 }
 
-Failure parse_failure(const std::string& file, const quxml::DomParserError& error) {
-    const std::string message = error.what();
-    if (is_out_of_memory(message))
-        return {ExitCode::io, name_of(file) + ": out of memory"};
-    return {ExitCode::malformed, name_of(file) + ": " + message};
+bool is_out_of_memory(const quxml::DomParserError& error) {
+    return is_out_of_memory(std::string(error.what()));
 }
 
 }  // namespace
@@ -66,13 +68,21 @@ std::string read_text(const std::string& file) {
     return text;
 }
 
-std::shared_ptr<quxml::Document> read_document(const std::string& file, bool keep_sorted) {
-    const std::string text = read_text(file);
+std::shared_ptr<quxml::Document> parse_document(const std::string& file, const std::string& text,
+                                                bool keep_sorted, Errors errors) {
     try {
         return quxml::from_string(text, keep_sorted);
     } catch (const quxml::DomParserError& error) {
-        throw parse_failure(file, error);
+        if (is_out_of_memory(error))
+            throw memory_failure(file);
+        if (errors == Errors::written)
+            write_errors(file, text, error.what());
+        throw Failure(ExitCode::malformed);
     }
+}
+
+std::shared_ptr<quxml::Document> read_document(const std::string& file, bool keep_sorted) {
+    return parse_document(file, read_text(file), keep_sorted);
 }
 
 }  // namespace tool

@@ -18,8 +18,16 @@ std::string name_of(const std::string& file);
 /// \throws Failure  (io) with the file's name.
 std::string read_text(const std::string& file);
 
+/// What becomes of the errors in a document.
+enum class Errors { written, silent };
+
+/// The document in a text that was read from `file`. What is wrong with it is written to standard error.
+/// \throws Failure  (io, malformed)
+std::shared_ptr<quxml::Document> parse_document(const std::string& file, const std::string& text,
+                                                bool keep_sorted, Errors errors = Errors::written);
+
 /// The document in a file, or in standard input for "-".
-/// \throws Failure  (io, malformed) with the file's name.
+/// \throws Failure  (io, malformed), as those above
 std::shared_ptr<quxml::Document> read_document(const std::string& file, bool keep_sorted);
 
 }  // namespace tool

@@ -19,9 +19,9 @@ namespace {
 constexpr const char* help_on_exit_codes =
     "Exit codes:\n"
     "  0  done, or at least one match\n"
-    "  1  no match\n"
+    "  1  no match, or a difference\n"
     "  2  the command line can not be understood\n"
-    "  3  the document is not well-formed XML, or can not be sorted\n"
+    "  3  the document is not well-formed XML, or the work would lose or spoil something\n"
     "  4  the path can not be understood\n"
     "  5  reading, writing or memory failed";
 
@@ -35,21 +35,22 @@ ExitCode answer(const CLI::App& app, const CLI::ParseError& error) {
     std::ostringstream out;
     std::ostringstream complaint;
     if (app.exit(error, out, complaint) != 0)
-        throw Failure(ExitCode::usage, std::string(error.what()) + "\nquxml --help tells more.");
+        throw Failure(ExitCode::usage, error.what());
     std::string text = out.str();
     write_output(text);
     return ExitCode::done;
 }
 
 ExitCode run(int argc, const char* const* argv) {
-    CLI::App app("Formats and queries XML documents.", "quxml");
+    CLI::App app("Looks into XML documents, and changes them so that nothing is lost unseen.", "quxml");
     Action action;
     app.set_version_flag("--version", get_version(), "Write the version and exit");
     app.set_help_flag("-h,--help", "Write this help and exit");
     app.require_subcommand(1);
     app.footer(help_on_exit_codes);
-    add_format(app, action);
-    add_query(app, action);
+    for (const auto add : {add_format, add_sort, add_check, add_loss, add_query, add_set, add_unset, add_text,
+                           add_add, add_remove})
+        add(app, action);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -59,7 +60,10 @@ ExitCode run(int argc, const char* const* argv) {
 }
 
 int fail(ExitCode code, const std::string& message) {
-    std::cerr << "quxml: " << message << '\n';
+    if (!message.empty())
+        std::cerr << "quxml: " << message << '\n';
+    if (code == ExitCode::usage)
+        std::cerr << "quxml --help tells more.\n";
     return static_cast<int>(code);
 }
 
@@ -70,6 +74,8 @@ int fail(ExitCode code, const std::string& message) {
 int main(int argc, char** argv) {
     // A closed pipe then shows as an error of the write, which ends the program quietly.
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
+    // So does a file that grows beyond what is allowed.
+    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
     try {
         const tool::ExitCode code = tool::run(argc, argv);
         tool::close_output();

@@ -72,6 +72,15 @@ void escape_attributes(quxml::Node* root) {
     }
 }
 
+void escape_carriage_returns(std::string& document) {
+    if (document.find('\r') == std::string::npos)
+        return;
+    std::string escaped;
+    for (const char character : document)
+        escaped += character == '\r' ? get_reference(character) : std::string(1, character);
+    document = escaped;
+}
+
 bool write_output(std::string& text) {
     const bool written =
         std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;

@@ -11,6 +11,10 @@ namespace tool {
 /// it. The library writes these values as they are stored, so this is the last thing to do before writing.
 void escape_attributes(quxml::Node* root);
 
+/// Makes references of the carriage returns in a document's text, which would be read back as line feeds. They
+/// can only stand in texts, since attribute values have been escaped.
+void escape_carriage_returns(std::string& document);
+
 /// Writes `text` to standard output and empties it.
 /// \return false if nobody reads any more (a closed pipe): more output is pointless, and nobody has to be told.
 /// \throws Failure  (io) if it can not be written, on a full disk for example.

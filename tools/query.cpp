@@ -1,25 +1,31 @@
+#include <quxml/Attribute.h>
 #include <quxml/Document.h>
 #include <quxml/Element.h>
-#include <quxml/TextNode.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <functional>
 #include <memory>
-#include <stdexcept>
 #include <string>
+#include <vector>
 
-#include "Failure.h"
 #include "commands.h"
-#include "document_order.h"
 #include "input.h"
+#include "node_paths.h"
 #include "output.h"
+#include "selection.h"
+#include "tree.h"
 
 namespace tool {
 
 namespace {
 
 constexpr const char* help_on_query =
-    "Matches come in document order, each as XML text that begins a line and ends with a line feed.\n"
-    "Exits with 1 if there is none. The path starts with the name of the root element; quote it.\n"
+    "Matches come in document order, each closed by a line feed, or by a zero byte with --null, which no "
+    "value\n"
+    "can hold. Exits with 1 if there is none. The path starts with the name of the root element; put it in\n"
+    "quotes, since the shell has its own use for brackets and stars. \"quxml explain\" tells how a path is "
+    "taken.\n"
     "\n"
     "Examples:\n"
     "  quxml query '/catalog/book' catalog.xml         all books in the catalog\n"
@@ -28,7 +34,10 @@ constexpr const char* help_on_query =
     "  quxml query \"/catalog/book[title='Emma']\" catalog.xml\n"
     "  quxml query '/catalog/book[2]' catalog.xml      books whose attribute \"item\" is 2\n"
     "  quxml query '/catalog/book[position()=2]' catalog.xml\n"
-    "  quxml query '/catalog/book[last()]' catalog.xml";
+    "  quxml query '/catalog/book[last()]' catalog.xml\n"
+    "  quxml query --value //title catalog.xml         what the titles are\n"
+    "  quxml query --attribute id //book catalog.xml   the books' ids\n"
+    "  quxml query --null --value //title catalog.xml | xargs -0 -n 1 echo";
 
 // Output is passed on when this much has gathered.
 constexpr std::size_t block_size = 65536;
@@ -37,57 +46,92 @@ struct QueryOptions {
     std::string path;
     std::string file = standard_input;
     bool prefix = false;
+    bool value = false;
+    std::string attribute;
+    bool node_path = false;
+    bool count = false;
+    bool null = false;
 };
 
-quxml::NodeSet find(quxml::Node* root, const QueryOptions& options) {
-    return options.prefix ? root->find_substring_match(options.path) : root->find_exact_match(options.path);
-}
-
-Failure bad_query(const QueryOptions& options, const std::string& reason) {
-    return {ExitCode::bad_query, name_of(options.file) + ": bad query \"" + options.path + "\": " + reason};
-}
-
-// As `find`, with messages that make sense to somebody who does not see how the library reads its numbers.
-quxml::NodeSet get_matches(quxml::Node* root, const QueryOptions& options) {
-    try {
-        return find(root, options);
-    } catch (const std::invalid_argument& error) {
-        const std::string reason = error.what();
-        throw bad_query(options, reason == "stoi"
-                                     ? "A number is missing or can not be read; <= and >= are not known"
-                                     : reason);
-    } catch (const std::out_of_range&) {
-        throw bad_query(options, "A number is out of range");
-    }
-}
-
 // Text is written compact: formatted text has a line feed behind it or not, depending on its siblings.
-void write_match(const quxml::Node& match, std::string& out) {
-    if (dynamic_cast<const quxml::TextNode*>(&match)) {
-        match.write_to_string(out, -1);
-        out += '\n';
-    } else {
-        match.write_to_string(out, 0);
-    }
+std::string get_xml(const quxml::Node& match) {
+    std::string text;
+    const bool is_element = dynamic_cast<const quxml::Element*>(&match) != nullptr;
+    match.write_to_string(text, is_element ? 0 : -1);
+    if (is_element)
+        text.pop_back();  // the line feed that closes it
+    escape_carriage_returns(text);
+    return text;
 }
 
-void write_matches(const std::vector<quxml::Node*>& matches) {
+std::string get_attribute_of(const quxml::Node& match, const std::string& name) {
+    return dynamic_cast<const quxml::Element&>(match).get_attribute_value(name);
+}
+
+bool has_attribute(const quxml::Node* match, const std::string& name) {
+    const auto* element = dynamic_cast<const quxml::Element*>(match);
+    return element != nullptr && element->get_attribute(name) != nullptr;
+}
+
+using Describe = std::function<std::string(const quxml::Node&)>;
+
+Describe get_description(const QueryOptions& options) {
+    if (options.value)
+        return get_text;
+    if (!options.attribute.empty())
+        return [&](const quxml::Node& match) { return get_attribute_of(match, options.attribute); };
+    if (options.node_path)
+        return [paths = NodePaths()](const quxml::Node& match) mutable { return paths.get(match); };
+    return get_xml;
+}
+
+void write_matches(const std::vector<quxml::Node*>& matches, const Describe& describe, char end) {
     std::string text;
     for (const quxml::Node* match : matches) {
-        write_match(*match, text);
+        text += describe(*match) + end;
         if (text.size() >= block_size && !write_output(text))
             return;
     }
     write_output(text);
 }
 
+std::vector<quxml::Node*> get_matches(const quxml::Document& document, const QueryOptions& options) {
+    std::vector<quxml::Node*> matches =
+        select(document, options.path, options.prefix ? Names::prefixes : Names::whole);
+    const auto has_none = [&](const quxml::Node* match) { return !has_attribute(match, options.attribute); };
+    if (!options.attribute.empty())
+        matches.erase(std::remove_if(matches.begin(), matches.end(), has_none), matches.end());
+    return matches;
+}
+
+void write_count(std::size_t count, char end) {
+    std::string text = std::to_string(count) + end;
+    write_output(text);
+}
+
 ExitCode query(const QueryOptions& options) {
     const std::shared_ptr<quxml::Document> document = read_document(options.file, false);
-    quxml::Node* const root = document->get_root_node();
-    const quxml::NodeSet matches = get_matches(root, options);
-    escape_attributes(root);
-    write_matches(in_document_order(root, matches));
+    const std::vector<quxml::Node*> matches = get_matches(*document, options);
+    const char end = options.null ? '\0' : '\n';
+    const bool is_xml = !options.value && options.attribute.empty() && !options.node_path;
+    if (is_xml)
+        escape_attributes(document->get_root_node());
+    if (options.count)
+        write_count(matches.size(), end);
+    else
+        write_matches(matches, get_description(options), end);
     return matches.empty() ? ExitCode::no_match : ExitCode::done;
+}
+
+void add_output_options(CLI::App& command, QueryOptions& options) {
+    CLI::Option_group& output = *command.add_option_group("Output");
+    output.require_option(0, 1);
+    output.add_flag("--value", options.value, "The text in each match instead of its XML");
+    output
+        .add_option("--attribute", options.attribute, "The value of this attribute, of matches that have it")
+        ->type_name("NAME");
+    output.add_flag("--path", options.node_path, "A path to each match that selects nothing else");
+    output.add_flag("--count", options.count, "How many matches there are");
 }
 
 }  // namespace
@@ -97,6 +141,8 @@ void add_query(CLI::App& app, Action& action) {
     CLI::App* command = app.add_subcommand("query", "Write the nodes that a path selects");
     command->add_flag("--prefix", options->prefix,
                       "A name in the path also stands for all that begin with it");
+    command->add_flag("-0,--null", options->null, "A zero byte behind each match instead of a line feed");
+    add_output_options(*command, *options);
     command->add_option("PATH", options->path, "What to look for")->required();
     command->add_option("FILE", options->file, "The document; standard input if it is - or missing");
     command->footer(help_on_query);

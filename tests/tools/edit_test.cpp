@@ -1,0 +1,233 @@
+#include "program.h"
+
+#include <string>
+#include <vector>
+
+// set, unset, text, add, remove and sort, written to standard output. What they do to files is tested with
+// --in-place.
+
+namespace quxml_test {
+
+namespace {
+
+class Edit : public Quxml {
+protected:
+    Edit() {
+        write("a.xml",
+              "<settings>\n"
+              "  <host name=\"kitchen\" port=\"80\"/>\n"
+              "  <host name=\"hall\"/>\n"
+              "  <note>old</note>\n"
+              "</settings>\n");
+    }
+};
+
+struct Done {
+    const char* command;
+    const char* host_1;
+    const char* host_2;
+    const char* note;
+};
+
+constexpr const char* host_1 = "  <host name=\"kitchen\" port=\"80\"/>\n";
+constexpr const char* host_2 = "  <host name=\"hall\"/>\n";
+constexpr const char* note = "  <note>old</note>\n";
+
+TEST_F(Edit, changes_what_the_path_selects_and_leaves_the_rest_as_it_is) {
+    const std::vector<Done> all = {
+        {"set //host port=8080", "  <host name=\"kitchen\" port=\"8080\"/>\n",
+         "  <host name=\"hall\" port=\"8080\"/>\n", note},
+        {"set \"/settings/host[@name='hall']\" a=1 b=", host_1, "  <host name=\"hall\" a=\"1\" b=\"\"/>\n",
+         note},
+        {"set \"/settings/host[last()]\" name='x=\"<&>\"'", host_1,
+         "  <host name=\"x=&quot;&lt;&amp;>&quot;\"/>\n", note},
+        {"set //host port=1 port=2", "  <host name=\"kitchen\" port=\"2\"/>\n",
+         "  <host name=\"hall\" port=\"2\"/>\n", note},
+        {"set //note name=kitchen", host_1, host_2, "  <note name=\"kitchen\">old</note>\n"},
+        {"unset //host port", "  <host name=\"kitchen\"/>\n", host_2, note},
+        {"unset //host port name nothing -", "  <host/>\n", "  <host/>\n", note},
+        {"text //note new", host_1, host_2, "  <note>new</note>\n"},
+        {"text //note ' a < b & c '", host_1, host_2, "  <note> a &lt; b &amp; c </note>\n"},
+        {"text //note ''", host_1, host_2, "  <note/>\n"},
+        {"text -- //note -5", host_1, host_2, "  <note>-5</note>\n"},
+        {"text //host x", "  <host name=\"kitchen\" port=\"80\">x</host>\n",
+         "  <host name=\"hall\">x</host>\n", note},
+        {"add \"/settings/host[last()]\" user", host_1, "  <host name=\"hall\">\n    <user/>\n  </host>\n",
+         note},
+        {"add \"/settings/host[last()]\" user --item 2 --text 'a & b' --attribute x=1 --attribute y=", host_1,
+         "  <host name=\"hall\">\n    <user item=\"2\" x=\"1\" y=\"\">a &amp; b</user>\n  </host>\n", note},
+        {"add /settings z --attribute x=1", host_1, host_2, "  <note>old</note>\n  <z x=\"1\"/>\n"},
+        {"add /settings z --item ''", host_1, host_2, "  <note>old</note>\n  <z item=\"\"/>\n"},
+        {"remove //note", host_1, host_2, ""},
+        {"remove \"/settings/host[@port='80']\"", "", host_2, note},
+        {"remove /settings/note/", host_1, host_2, "  <note/>\n"},
+    };
+    for (const Done& one : all) {
+        SCOPED_TRACE(one.command);
+        const std::string expected =
+            std::string("<settings>\n") + one.host_1 + one.host_2 + one.note + "</settings>\n";
+        expect_done(run(std::string("quxml ") + one.command + " <a.xml"), expected);
+    }
+}
+
+TEST_F(Edit, takes_the_file_as_the_last_argument) {
+    const std::string without_port =
+        std::string("<settings>\n  <host name=\"kitchen\"/>\n") + host_2 + note + "</settings>\n";
+    for (const char* command :
+         {"set //nothing x=1", "text //nothing x", "add //nothing x", "remove //nothing"})
+        EXPECT_EQ(run(std::string("quxml ") + command + " a.xml").code, 1) << command;
+    expect_done(run("quxml unset //host port a.xml"), without_port);
+    expect_done(run("quxml unset //host port nothing a.xml"), without_port);
+    expect(run("quxml unset //host port nothing"), 5, "", "quxml: nothing: No such file or directory\n");
+    write("x=1", "<a/>");
+    expect_done(run("quxml set /a y=2 ./x=1"), "<a y=\"2\"/>\n");
+}
+
+TEST_F(Edit, removes_what_is_inside_of_what_is_removed_only_once) {
+    write("b.xml", "<a><b><b><c/></b></b><c/></a>");
+    expect_done(run("quxml remove '/a//*' b.xml"), "<a/>\n");
+    expect_done(run("quxml remove '//c' b.xml"), "<a><b><b/></b></a>\n");
+}
+
+TEST_F(Edit, sorts) {
+    write("b.xml", "<a>\n  <c/>\n  <b item=\"2\"/>\n  <b item=\"1\"/>\n</a>\n");
+    expect_done(run("quxml sort b.xml"), "<a>\n  <b item=\"1\"/>\n  <b item=\"2\"/>\n  <c/>\n</a>\n");
+    expect_done(run("quxml sort --compact b.xml | quxml sort"),
+                "<a><b item=\"1\"/><b item=\"2\"/><c/></a>\n");
+    write("b.xml", "<a><b item=\"99999999999\"/><b item=\"1\"/></a>");
+    expect(run("quxml sort b.xml"), 3, "",
+           "quxml: b.xml: can not be sorted: an item is a number out of range\n");
+}
+
+// ---- Layout
+
+struct Layout {
+    const char* text;
+    const char* options;
+    const char* expected;
+};
+
+TEST_F(Edit, keeps_the_layout_of_the_document_unless_told_otherwise) {
+    const std::vector<Layout> all = {
+        {"<a><b/></a>", "", "<a x=\"1\"><b/></a>\n"},
+        {"<?xml version=\"1.0\"?><a><b/></a>", "", "<?xml version=\"1.0\"?><a x=\"1\"><b/></a>\n"},
+        {"<?xml version='1.0' encoding='utf-8'?>\n<a><b/></a>", "",
+         "<?xml version='1.0' encoding='utf-8'?>\n<a x=\"1\"><b/></a>\n"},
+        {"<a>\n\t<b>\n\t\t<c/>\n\t</b>\n</a>\n", "", "<a x=\"1\">\n\t<b>\n\t\t<c/>\n\t</b>\n</a>\n"},
+        {"<a>\n    <b/>\n</a>\n", "", "<a x=\"1\">\n    <b/>\n</a>\n"},
+        {"<a>\r\n   <b/>\r\n</a>\r\n", "", "<a x=\"1\">\n   <b/>\n</a>\n"},
+        {"<a>\n<b>\n<c/>\n</b>\n</a>\n", "", "<a x=\"1\">\n<b>\n<c/>\n</b>\n</a>\n"},
+        {"<a/>", "", "<a x=\"1\"/>\n"},
+        {"<a>t</a>\n", "", "<a x=\"1\">t</a>\n"},
+        {"<a><b/></a>", "--indent 0", "<a x=\"1\">\n<b/>\n</a>\n"},
+        {"<a><b/></a>", "--indent 3", "<a x=\"1\">\n   <b/>\n</a>\n"},
+        {"<a><b/></a>", "--indent tab", "<a x=\"1\">\n\t<b/>\n</a>\n"},
+        {"<?xml version=\"1.0\"?>\n<a>\n  <b/>\n</a>", "--compact --no-declaration", "<a x=\"1\"><b/></a>\n"},
+        {"\xef\xbb\xbf<a>\n <b/></a>", "", "<a x=\"1\">\n <b/>\n</a>\n"},
+    };
+    for (const Layout& one : all) {
+        SCOPED_TRACE(one.text);
+        write("b.xml", one.text);
+        expect_done(run(std::string("quxml set ") + one.options + " /a x=1 b.xml"), one.expected);
+    }
+}
+
+TEST_F(Edit, writes_other_encodings_as_UTF_8_and_says_so) {
+    write("b.xml", "<?xml version='1.0' encoding='ISO-8859-1'?>\n<a>\xe4</a>\n");
+    expect(run("quxml set /a x=1 b.xml"), 0, "<?xml version=\"1.0\"?>\n<a x=\"1\">\xc3\xa4</a>\n",
+           "b.xml: warning: this is lost: 1 encoding; \"quxml loss b.xml\" lists them\n");
+}
+
+// ---- What is refused
+
+TEST_F(Edit, exits_with_1_and_writes_nothing_if_nothing_matches) {
+    for (const char* command : {"set //x a=1", "unset //x a", "text //x a", "add //x a", "text //note/ x"})
+        expect(run(std::string("quxml ") + command + " a.xml"), 1, "",
+               std::string("quxml: no element matches ") + (contains(command, "note") ? "//note/" : "//x") +
+                   '\n');
+    expect(run("quxml remove //x a.xml"), 1, "", "quxml: nothing matches //x\n");
+}
+
+TEST_F(Edit, exits_with_4_for_a_bad_query) {
+    for (const char* command : {"set P a=1", "unset P a", "text P a", "add P a", "remove P"}) {
+        std::string quxml = std::string("quxml ") + command + " a.xml";
+        quxml.replace(quxml.find('P'), 1, "'/settings/host[position()>=2]'");
+        const Result result = run(quxml);
+        EXPECT_EQ(result.code, 4) << quxml;
+        EXPECT_EQ(result.out, "");
+        EXPECT_TRUE(contains(result.err, "bad query \"/settings/host[position()>=2]\"")) << result.err;
+    }
+}
+
+TEST_F(Edit, exits_with_3_rather_than_lose_something) {
+    const std::vector<Refused> all = {
+        {"text /settings x", "/settings has elements in it; text beside them would be lost"},
+        {"add //note x", "/settings/note has text, which would be lost beside an element"},
+        {"remove /settings", "the root element can not be removed"},
+        {"remove '//*'", "the root element can not be removed"},
+    };
+    for (const Refused& one : all)
+        expect(run(std::string("quxml ") + one.arguments + " a.xml"), 3, "",
+               std::string("quxml: ") + one.message + '\n');
+}
+
+TEST_F(Edit, exits_with_3_rather_than_write_what_would_not_be_read_back) {
+    for (const char* command :
+         {"set //note \"x=$(printf '\\001')\"", "set //note \"x=$(printf '\\377')\"", "text //note '\n\t'",
+          "text //note \"$(printf '\\033')\"", "add \"/settings/host[last()]\" x --text '\n '",
+          "add //host x --item \"$(printf '\\001')\""}) {
+        SCOPED_TRACE(command);
+        expect(run(std::string("quxml ") + command + " a.xml"), 3, "",
+               "quxml: a.xml: not written: the result would not be read back as it is\n");
+    }
+    EXPECT_EQ(run("quxml text //note '\n' <a.xml").err,
+              "quxml: standard input: not written: the result would not be read back as it is\n");
+}
+
+TEST_F(Edit, writes_references_for_what_would_be_read_back_as_something_else) {
+    expect_done(run("quxml text //note \"$(printf '\\r')\" a.xml | tail -n 2"),
+                "  <note>&#13;</note>\n</settings>\n");
+    expect_done(run("quxml set //note \"x=$(printf 'a\\tb\\r')\" a.xml | tail -n 2"),
+                "  <note x=\"a&#9;b&#13;\">old</note>\n</settings>\n");
+}
+
+TEST_F(Edit, exits_with_2_for_a_command_line_it_can_not_understand) {
+    const std::vector<Refused> all = {
+        {"set //note", "SETTING is required"},
+        {"set", "PATH is required"},
+        {"set //note a.xml", "\"a.xml\" is not NAME=VALUE, with a name without a prefix"},
+        {"set //note 1x=2 a.xml", "\"1x=2\" is not NAME=VALUE, with a name without a prefix"},
+        {"set //note xml:lang=de a.xml", "\"xml:lang=de\" is not NAME=VALUE, with a name without a prefix"},
+        {"set //note =x a.xml", "\"=x\" is not NAME=VALUE, with a name without a prefix"},
+        {"set //note x=1 y a.xml", "\"y\" is not NAME=VALUE, with a name without a prefix"},
+        {"unset //note", "NAME is required"},
+        {"unset //note x=1 a.xml", "\"x=1\" is no name without a prefix"},
+        {"unset //note xml:lang a.xml", "\"xml:lang\" is no name without a prefix"},
+        {"text //note", "VALUE is required"},
+        {"text //note x a.xml b.xml", "The following argument was not expected: b.xml"},
+        {"add //host", "NAME is required"},
+        {"add //host 'a b' a.xml", "NAME: \"a b\" is no name without a prefix"},
+        {"add //host p:a a.xml", "NAME: \"p:a\" is no name without a prefix"},
+        {"add //host a --attribute b a.xml",
+         "--attribute: \"b\" is not NAME=VALUE, with a name without a prefix"},
+        {"remove", "PATH is required"},
+        {"sort --indent 17 a.xml", "--indent: a number up to 16 or \"tab\" is wanted, not 17"},
+        {"sort --indent -1 a.xml", "--indent: a number up to 16 or \"tab\" is wanted, not -1"},
+        {"sort --indent two a.xml", "--indent: a number up to 16 or \"tab\" is wanted, not two"},
+        {"sort --indent 2 --compact a.xml", "--compact excludes --indent"},
+        {"sort --backup a.xml", "--backup requires --in-place"},
+        {"sort --lossy a.xml", "--lossy requires --in-place"},
+        {"sort -i --backup=a/b a.xml", "--backup: a suffix for the name of a file is wanted, not \"a/b\""},
+        {"sort -i", "--in-place needs a FILE"},
+        {"sort -i -", "--in-place needs a FILE"},
+    };
+    for (const Refused& one : all) {
+        SCOPED_TRACE(one.arguments);
+        expect(run(std::string("quxml ") + one.arguments), 2, "",
+               std::string("quxml: ") + one.message + "\nquxml --help tells more.\n");
+    }
+}
+
+}  // namespace
+
+}  // namespace quxml_test

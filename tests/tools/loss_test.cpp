@@ -1,0 +1,146 @@
+#include "program.h"
+
+#include <array>
+#include <string>
+
+namespace quxml_test {
+
+namespace {
+
+using Loss = Quxml;
+
+struct Lost {
+    const char* text;
+    const char* losses;  // without the file's name
+};
+
+TEST_F(Loss, lists_each_thing_with_its_place) {
+    const std::array<Lost, 23> all{{
+        {"<a><!-- x --></a>", ":1:4: comment: <!-- x -->\n"},
+        {"<?xml version='1.0'?>\n<!-- x -->\n<a/>\n <!-- y -->\n",
+         ":2:1: comment: <!-- x -->\n:4:2: comment: <!-- y -->\n"},
+        {"<a><?p x?></a>", ":1:4: processing instruction: <?p x?>\n"},
+        {"<?p x?><a/>", ":1:1: processing instruction: <?p x?>\n"},
+        {"<a><![CDATA[x]]></a>", ":1:4: CDATA section: <![CDATA[x]]>\n"},
+        {"<!DOCTYPE a [<!ELEMENT a ANY><!-- x -->]><a/>", ":1:1: DOCTYPE: <!DOCTYPE a \n"},
+        {"<!DOCTYPE a SYSTEM 'a.dtd'>\n<a/>", ":1:1: DOCTYPE: <!DOCTYPE a SYSTEM 'a.dtd'\n"},
+        {"<a>x<b/></a>", ":1:4: text beside other content: x\n"},
+        {"<a>\n  x &amp; y\n  <b/>\n</a>", ":1:4: text beside other content:    x &amp; y   \n"},
+        {"<a>x<b/>y<b/>z</a>",
+         ":1:4: text beside other content: x\n:1:9: text beside other content: y\n:1:14: text beside other "
+         "content: z\n"},
+        {"<a><b/> <b/></a>", ":1:8: white space:  \n"},
+        {"<a>\n \n</a>", ":1:4: white space:    \n"},
+        {"<a>&#10;</a>", ":1:4: white space: &#10;\n"},
+        {"<!DOCTYPE a [<!ENTITY e 'x'>]><a>&e;</a>",
+         ":1:1: DOCTYPE: <!DOCTYPE a \n:1:34: entity reference: &e;\n"},
+        {"<!DOCTYPE a [<!ENTITY e 'x'>]><a b='&e;'/>",
+         ":1:1: DOCTYPE: <!DOCTYPE a \n:1:34: entity reference: b='&e;'\n"},
+        {"<!DOCTYPE a [<!ENTITY e '<c>x</c>'>]><a>y&e;</a>",
+         ":1:1: DOCTYPE: <!DOCTYPE a \n:1:41: text beside other content: y\n:1:42: entity reference: &e;\n"},
+        {"<p:a xmlns:p='u'><p:b/></p:a>",
+         ":1:1: prefix: <p:a xmlns:p='u'\n:1:6: namespace declaration: xmlns:p='u'\n:1:18: prefix: <p:b\n"},
+        {"<a xmlns='u'\n  xml:lang = \"de\"/>",
+         ":1:4: namespace declaration: xmlns='u'\n:2:3: prefix: xml:lang = \"de\"\n"},
+        {"<a xmlnsx='u'/>", ""},
+        {"<\xc3\xa4\xc3\xb6><!-- x --></\xc3\xa4\xc3\xb6>", ":1:5: comment: <!-- x -->\n"},
+        {"\xef\xbb\xbf<a><!-- x --></a>", ":1:4: comment: <!-- x -->\n"},
+        {"<?xml version='1.0' encoding='ISO-8859-1'?><a>\xe4<!-- \xe4 --></a>",
+         ":1:1: encoding: ISO-8859-1\n:1:47: text beside other content: \xc3\xa4\n:1:48: comment: <!-- "
+         "\xc3\xa4 -->\n"},
+        {"<a><!--  a comment that is much too long to be shown as a whole --></a>",
+         ":1:4: comment: <!--  a comment that is much too long to be shown ...\n"},
+    }};
+    for (const Lost& one : all) {
+        SCOPED_TRACE(one.text);
+        write("a.xml", one.text);
+        std::string expected;
+        const std::string losses = one.losses;
+        for (std::size_t begin = 0; begin < losses.size();) {
+            const std::size_t end = losses.find('\n', begin) + 1;
+            expected += "a.xml" + losses.substr(begin, end - begin);
+            begin = end;
+        }
+        expect(run("quxml loss a.xml"), losses.empty() ? 0 : 1, expected, "");
+    }
+}
+
+TEST_F(Loss, finds_nothing_in_what_reads_back) {
+    for (const char* text :
+         {"<a/>",
+          "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n<a b='1'>\n  <c>x &lt; "
+          "y</c>\n\n</a>\n",
+          "<a>  </a>", "<a> \n </a>", "<a>\nx\n</a>", "<a b='&apos;&gt;&#228;'>&#228;]]&gt;</a>",
+          "<a\n b = '1'\n></a\n>", "<a>\r\n  <b/>\r\n</a>"}) {
+        SCOPED_TRACE(text);
+        write("a.xml", text);
+        expect_done(run("quxml loss a.xml"), "");
+    }
+}
+
+// This program writes them so that they read back; the library alone does not.
+TEST_F(Loss, notes_what_needs_escapes_without_counting_it) {
+    write("a.xml", "<a x='&lt;'\n y='say \"hi\"' z='&#10;' v='&amp;' w='&gt;&apos;&#x41;'/>");
+    expect_done(run("quxml loss a.xml"),
+                "a.xml:1:4: note: attribute value that needs escapes: x='&lt;'\n"
+                "a.xml:2:2: note: attribute value that needs escapes: y='say \"hi\"'\n"
+                "a.xml:2:15: note: attribute value that needs escapes: z='&#10;'\n"
+                "a.xml:2:25: note: attribute value that needs escapes: v='&amp;'\n");
+    write("b.xml", "<a>\n  <b>x&#13;y</b>\n</a>");
+    expect_done(run("quxml loss b.xml"), "b.xml:2:6: note: carriage return: x&#13;y\n");
+    expect_done(run("quxml format --no-declaration b.xml"), "<a>\n  <b>x&#13;y</b>\n</a>\n");
+    expect_done(run("quxml query //b b.xml"), "<b>x&#13;y</b>\n");
+    expect_done(run("quxml format a.xml >b.xml; quxml format b.xml | cmp - b.xml"), "");
+}
+
+TEST_F(Loss, reads_other_encodings) {
+    write("a.xml", std::string("\xff\xfe<\0a\0>\0<\0!\0-\0-\0x\0-\0-\0>\0<\0/\0a\0>\0", 32));
+    expect(run("quxml loss a.xml"), 1,
+           "a.xml:1:1: encoding: UTF-16LE\n"
+           "a.xml:1:4: comment: <!--x-->\n",
+           "");
+}
+
+TEST_F(Loss, shows_no_control_characters) {
+    write("a.xml", "<a><!-- \x7f \xc2\x9b \t\n --></a>");
+    expect(run("quxml loss a.xml"), 1, "a.xml:1:4: comment: <!-- ? ?    -->\n", "");
+}
+
+TEST_F(Loss, reads_standard_input) {
+    expect(run("echo '<a><!-- x --></a>' | quxml loss"), 1, "standard input:1:4: comment: <!-- x -->\n", "");
+    expect_done(run("echo '<a/>' | quxml loss -"), "");
+}
+
+struct Warned {
+    const char* text;
+    const char* summary;
+};
+
+TEST_F(Loss, of_all_kinds_is_warned_of_in_one_line) {
+    const std::array<Warned, 6> all{{
+        {"<a><!-- x --></a>", "1 comment"},
+        {"<a><!-- x --><!-- y --><?p?></a>", "2 comments, 1 processing instruction"},
+        {"<!DOCTYPE a [<!ENTITY e 'x'>]><a>&e;&e;</a>", "1 DOCTYPE, 2 entity references"},
+        {"<a xmlns:p='u' p:x='1' p:y='2'>\n</a>", "1 white space, 2 prefixes, 1 namespace declaration"},
+        {"<a>x<![CDATA[y]]>z</a>", "1 CDATA section, 2 texts beside other content"},
+        {"<?xml version='1.0' encoding='ISO-8859-1'?><a x='&amp;'>&#13;</a>", "1 encoding"},
+    }};
+    for (const Warned& one : all) {
+        write("a.xml", one.text);
+        const std::string summary = std::string("warning: this is lost: ") + one.summary;
+        for (const char* command : {"format", "sort", "set a y=1"}) {
+            SCOPED_TRACE(std::string(command) + ' ' + one.text);
+            const std::string quxml = std::string("quxml ") + command;
+            Result result = run(quxml + " a.xml");
+            EXPECT_EQ(result.err, "a.xml: " + summary + "; \"quxml loss a.xml\" lists them\n");
+            EXPECT_EQ(result.code, 0);
+            result = run(quxml + " <a.xml");
+            EXPECT_EQ(result.err, "standard input: " + summary + "; \"quxml loss\" lists them\n");
+            EXPECT_EQ(run(quxml + " --quiet a.xml").err, "");
+        }
+    }
+}
+
+}  // namespace
+
+}  // namespace quxml_test

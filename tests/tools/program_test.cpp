@@ -1,0 +1,66 @@
+#include "program.h"
+
+#include <array>
+#include <string>
+
+namespace quxml_test {
+
+namespace {
+
+using Program = Quxml;
+
+TEST_F(Program, tells_its_version) {
+    expect_done(run("quxml --version"), "quxml 1.0.0\n");
+}
+
+TEST_F(Program, help_names_the_commands_and_the_exit_codes) {
+    const Result result = run("quxml --help");
+    EXPECT_EQ(result.code, 0);
+    EXPECT_EQ(result.err, "");
+    for (const char* part : {"Usage: quxml [OPTIONS] SUBCOMMAND", "\n  format ", "\n  query ",
+                             "\n  1  no match", "\n  5  reading, writing or memory failed\n"})
+        EXPECT_TRUE(contains(result.out, part)) << part;
+    EXPECT_EQ(run("quxml -h").out, result.out);
+}
+
+TEST_F(Program, help_on_a_command_names_its_options) {
+    const Result format = run("quxml format --help");
+    EXPECT_EQ(format.code, 0);
+    EXPECT_EQ(format.err, "");
+    for (const char* part : {"Usage: quxml format [OPTIONS] [FILE]", "--compact", "--sorted",
+                             "--no-declaration", "Everything on one line, closed by a line feed"})
+        EXPECT_TRUE(contains(format.out, part)) << part;
+
+    const Result query = run("quxml query --help");
+    EXPECT_EQ(query.code, 0);
+    EXPECT_EQ(query.err, "");
+    for (const char* part : {"Usage: quxml query [OPTIONS] PATH [FILE]", "--prefix", "in document order"})
+        EXPECT_TRUE(contains(query.out, part)) << part;
+}
+
+TEST_F(Program, exits_with_2_for_a_command_line_it_can_not_understand) {
+    write("a.xml", "<a/>");
+    const std::array<Refused, 12> refused{{
+        {"", "A subcommand is required"},
+        {"frobnicate", "A subcommand is required"},
+        {"--frobnicate", "A subcommand is required"},
+        {"format --frobnicate a.xml", "The following argument was not expected: --frobnicate"},
+        {"format --prefix a.xml", "The following argument was not expected: --prefix"},
+        {"format --version a.xml", "The following argument was not expected: --version"},
+        {"format --compact=perhaps a.xml", "Could not convert: --compact = perhaps"},
+        {"format a.xml b.xml", "The following argument was not expected: b.xml"},
+        {"query", "PATH is required"},
+        {"query --prefix", "PATH is required"},
+        {"query --compact a a.xml", "The following argument was not expected: --compact"},
+        {"query a a.xml b.xml", "The following argument was not expected: b.xml"},
+    }};
+    for (const Refused& one : refused) {
+        SCOPED_TRACE(one.arguments);
+        expect(run(std::string("quxml ") + one.arguments), 2, "",
+               std::string("quxml: ") + one.message + "\nquxml --help tells more.\n");
+    }
+}
+
+}  // namespace
+
+}  // namespace quxml_test

@@ -1,0 +1,20 @@
+#ifndef QUXML_TOOLS_ENCODING_H
+#define QUXML_TOOLS_ENCODING_H
+
+#include <string>
+#include <string_view>
+
+namespace tool {
+
+/// The encoding that libxml2 converts a document from, such as "ISO-8859-1"; empty if it is UTF-8 or unknown.
+std::string get_encoding(const std::string& document);
+
+/// The document as UTF-8. What can not be converted is given as it is; reading it fails then as well.
+std::string to_utf8(const std::string& document, const std::string& encoding);
+
+/// The document without the byte-order mark of UTF-8.
+std::string_view without_mark(std::string_view document);
+
+}  // namespace tool
+
+#endif

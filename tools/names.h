@@ -1,0 +1,31 @@
+#ifndef QUXML_TOOLS_NAMES_H
+#define QUXML_TOOLS_NAMES_H
+
+#include <string>
+#include <utility>
+
+namespace tool {
+
+/// Whether an element or an attribute can have this name and keep it when it is read back: a prefix would be
+/// dropped.
+bool is_name(const std::string& text);
+
+/// What is wrong with a name, as a check of an argument; empty if nothing is.
+std::string check_name(const std::string& text);
+
+/// Whether a text is NAME=VALUE.
+bool is_setting(const std::string& text);
+
+/// The same as `check_name`, for NAME=VALUE.
+std::string check_setting(const std::string& text);
+
+/// \throws Failure  (usage) for what is no name, or no NAME=VALUE
+void require_name(const std::string& text);
+void require_setting(const std::string& text);
+
+/// NAME and VALUE of NAME=VALUE.
+std::pair<std::string, std::string> split_setting(const std::string& setting);
+
+}  // namespace tool
+
+#endif

@@ -1,0 +1,177 @@
+#include "rewrite.h"
+
+#include <quxml/Element.h>
+
+#include <CLI/CLI.hpp>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "Failure.h"
+#include "diagnostics.h"
+#include "layout.h"
+#include "losses.h"
+#include "output.h"
+#include "replace_file.h"
+#include "sorting.h"
+#include "tree.h"
+
+namespace tool {
+
+namespace {
+
+constexpr std::size_t widest_indent = 16;
+
+std::string check_indent(const std::string& value) {
+    const bool is_number = !value.empty() && value.size() <= 2 &&
+                           value.find_first_not_of("0123456789") == std::string::npos &&
+                           std::stoul(value) <= widest_indent;
+    return is_number || value == "tab" ? "" : "a number up to 16 or \"tab\" is wanted, not " + value;
+}
+
+std::string check_backup(const std::string& suffix) {
+    const bool is_suffix = !suffix.empty() && suffix.find('/') == std::string::npos;
+    return is_suffix ? "" : "a suffix for the name of a file is wanted, not \"" + suffix + '"';
+}
+
+std::string get_indent(const std::string& option) {
+    return option == "tab" ? "\t" : std::string(std::stoul(option), ' ');
+}
+
+Layout get_layout(const RewriteOptions& options, Purpose purpose, const std::string& text) {
+    Layout layout;
+    if (purpose == Purpose::change)
+        layout = guess_layout(text);
+    else
+        layout.declaration = std::string(standard_declaration) + (options.compact ? "" : "\n");
+    if (options.no_declaration)
+        layout.declaration.clear();
+    layout.compact = (layout.compact && options.indent.empty()) || options.compact;
+    if (!options.indent.empty())
+        layout.indent = get_indent(options.indent);
+    return layout;
+}
+
+std::shared_ptr<quxml::Document> parse(const RewriteOptions& options, const std::string& text) {
+    std::shared_ptr<quxml::Document> document = parse_document(options.file, text, options.sorted);
+    try {
+        if (options.sorted)
+            sort_by_item(document->get_root_node());
+    } catch (const std::out_of_range&) {
+        throw Failure(ExitCode::malformed,
+                      name_of(options.file) + ": can not be sorted: an item is a number out of range");
+    }
+    return document;
+}
+
+bool is_changed(const RewriteOptions& options, const std::string& text, const quxml::Document& document) {
+    const std::shared_ptr<quxml::Document> before = parse_document(options.file, text, false);
+    return !is_same_tree(*before->get_root_node(), *document.get_root_node());
+}
+
+std::string get_advice(const RewriteOptions& options) {
+    return options.file == standard_input ? "\"quxml loss\" lists them"
+                                          : "\"quxml loss " + options.file + "\" lists them";
+}
+
+void refuse_or_warn(const RewriteOptions& options, const std::string& text) {
+    if (options.in_place ? options.lossy && options.quiet : options.quiet)
+        return;
+    const std::vector<Loss> losses = find_losses(text);
+    if (!has_losses(losses))
+        return;
+    if (options.in_place && !options.lossy)
+        throw Failure(ExitCode::malformed,
+                      options.file + ": not touched, this would be lost: " + get_summary(losses) + "; " +
+                          get_advice(options) + ", --lossy changes the file all the same");
+    if (!options.quiet)
+        write_warning(options.file, "this is lost: " + get_summary(losses) + "; " + get_advice(options));
+}
+
+// The attribute values of `root` have been escaped for writing, so those that were read are escaped as well.
+void require_to_read_back(const RewriteOptions& options, const quxml::Node& root, const std::string& text) {
+    const std::string refusal =
+        name_of(options.file) + ": not written: the result would not be read back as it is";
+    try {
+        const std::shared_ptr<quxml::Document> read = parse_document("", text, false, Errors::silent);
+        escape_attributes(read->get_root_node());
+        if (!is_same_tree(root, *read->get_root_node()))
+            throw Failure(ExitCode::malformed, refusal);
+    } catch (const Failure& failure) {
+        throw Failure(failure.get_code(), refusal);
+    }
+}
+
+std::string write(const RewriteOptions& options, Purpose purpose, const std::string& text,
+                  const quxml::Document& document) {
+    quxml::Node* const root = document.get_root_node();
+    escape_attributes(root);
+    std::string written = write_document(document, get_layout(options, purpose, text));
+    escape_carriage_returns(written);
+    if (options.in_place || purpose == Purpose::change)
+        require_to_read_back(options, *root, written);
+    return written;
+}
+
+ExitCode rewrite_in_place(const RewriteOptions& options, Purpose purpose, const Change& change) {
+    const Original original = read_original(options.file);
+    const std::shared_ptr<quxml::Document> document = parse(options, original.text);
+    const ExitCode code = change(*document);
+    if (code != ExitCode::done)
+        return code;
+    if (purpose == Purpose::change && !is_changed(options, original.text, *document))
+        return ExitCode::done;
+    refuse_or_warn(options, original.text);
+    const std::string written = write(options, purpose, original.text, *document);
+    if (written != original.text)
+        replace_file(original, written, options.backup);
+    return ExitCode::done;
+}
+
+ExitCode rewrite_to_output(const RewriteOptions& options, Purpose purpose, const Change& change) {
+    const std::string text = read_text(options.file);
+    const std::shared_ptr<quxml::Document> document = parse(options, text);
+    const ExitCode code = change(*document);
+    if (code != ExitCode::done)
+        return code;
+    refuse_or_warn(options, text);
+    std::string written = write(options, purpose, text, *document);
+    write_output(written);
+    return ExitCode::done;
+}
+
+}  // namespace
+
+void add_rewrite_options(CLI::App& command, RewriteOptions& options) {
+    CLI::Option* in_place =
+        command.add_flag("-i,--in-place", options.in_place, "Change FILE itself, and only as a whole");
+    command
+        .add_flag("--backup{~}", options.backup,
+                  "With -i: keep the old text as FILE~, or with another SUFFIX given by --backup=SUFFIX")
+        ->check(CLI::Validator(check_backup, ""))
+        ->needs(in_place);
+    command.add_flag("--lossy", options.lossy, "With -i: change FILE even if something of it is lost")
+        ->needs(in_place);
+    command.add_flag("--quiet", options.quiet, "Do not warn of what is lost");
+    CLI::Option* compact =
+        command.add_flag("--compact", options.compact, "Everything on one line, closed by a line feed");
+    command.add_option("--indent", options.indent, "Blanks for each level, up to 16, or \"tab\"")
+        ->check(CLI::Validator(check_indent, "N|tab"))
+        ->excludes(compact);
+    command.add_flag("--no-declaration", options.no_declaration, "Leave out <?xml version=\"1.0\"?>");
+}
+
+void add_file_argument(CLI::App& command, std::string& file) {
+    command.add_option("FILE", file, "The document; standard input if it is - or missing");
+}
+
+ExitCode rewrite(const RewriteOptions& options, Purpose purpose, const Change& change) {
+    if (!options.in_place)
+        return rewrite_to_output(options, purpose, change);
+    if (options.file == standard_input)
+        throw Failure(ExitCode::usage, "--in-place needs a FILE");
+    return rewrite_in_place(options, purpose, change);
+}
+
+}  // namespace tool

@@ -1,0 +1,25 @@
+#ifndef QUXML_TOOLS_SELECTION_H
+#define QUXML_TOOLS_SELECTION_H
+
+#include <quxml/Document.h>
+#include <quxml/Node.h>
+
+#include <string>
+#include <vector>
+
+namespace tool {
+
+/// How the names in a path are compared, in both cases without regard to case.
+enum class Names { whole, prefixes };
+
+/// The nodes that a path selects from the root element, in document order.
+/// \throws Failure  (bad_query)
+std::vector<quxml::Node*> select(const quxml::Document& document, const std::string& path,
+                                 Names names = Names::whole);
+
+/// The elements among them. \throws Failure  (bad_query, or no_match if there are none)
+std::vector<quxml::Element*> select_elements(const quxml::Document& document, const std::string& path);
+
+}  // namespace tool
+
+#endif

@@ -1,0 +1,41 @@
+#include <quxml/Document.h>
+
+#include <CLI/CLI.hpp>
+#include <memory>
+#include <string>
+
+#include "commands.h"
+#include "rewrite.h"
+
+namespace tool {
+
+namespace {
+
+constexpr const char* help_on_sort =
+    "Children get the order of their names, and namesakes that of their attribute \"item\": numbers first, "
+    "and\n"
+    "behind them those without one, in the order they have. Nothing else changes.\n"
+    "\n"
+    "Examples:\n"
+    "  quxml sort -i settings.xml\n"
+    "  quxml sort <settings.xml | diff - sorted.xml";
+
+ExitCode leave_as_it_is(quxml::Document& /*document*/) {
+    return ExitCode::done;
+}
+
+}  // namespace
+
+void add_sort(CLI::App& app, Action& action) {
+    const auto options = std::make_shared<RewriteOptions>();
+    options->sorted = true;
+    CLI::App* command = app.add_subcommand("sort", "Put a document in the order of names and items");
+    add_rewrite_options(*command, *options);
+    add_file_argument(*command, options->file);
+    command->footer(help_on_sort);
+    command->callback([options, &action] {
+        action = [options] { return rewrite(*options, Purpose::change, leave_as_it_is); };
+    });
+}
+
+}  // namespace tool
