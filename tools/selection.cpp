@@ -6,6 +6,7 @@
 
 #include "Failure.h"
 #include "document_order.h"
+#include "path_steps.h"
 
 namespace tool {
 
@@ -16,20 +17,29 @@ quxml::NodeSet find(quxml::Node* root, const std::string& path, Names names) {
 }
 
 Failure bad_query(const std::string& path, const std::string& reason) {
-    return {ExitCode::bad_query, "bad query \"" + path + "\": " + reason};
+    return {ExitCode::bad_query, "bad query \"" + path + "\": " + reason +
+                                     "\n\"quxml explain\" tells how a path is taken; put it between quotes."};
 }
 
-// With messages that make sense to somebody who does not see how the library reads its numbers.
+// Whether the library would come to a predicate that it refuses depends on the document; a bad query is a bad
+// query in any case.
+void require_no_fault(const std::string& path) {
+    int number = 0;
+    for (const Step& step : get_steps(path)) {
+        ++number;
+        for (const Predicate& predicate : step.predicates)
+            if (!predicate.fault.empty())
+                throw bad_query(path, "step " + std::to_string(number) + ", [" + predicate.text +
+                                          "]: " + predicate.fault);
+    }
+}
+
 quxml::NodeSet get_matches(quxml::Node* root, const std::string& path, Names names) {
+    require_no_fault(path);
     try {
         return find(root, path, names);
-    } catch (const std::invalid_argument& error) {
-        const std::string reason = error.what();
-        throw bad_query(path, reason == "stoi"
-                                  ? "A number is missing or can not be read; <= and >= are not known"
-                                  : reason);
-    } catch (const std::out_of_range&) {
-        throw bad_query(path, "A number is out of range");
+    } catch (const std::logic_error& error) {
+        throw bad_query(path, error.what());
     }
 }
 

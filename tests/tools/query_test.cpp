@@ -1,8 +1,9 @@
 #include "program.h"
 
-#include <array>
 #include <sstream>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace quxml_test {
 
@@ -113,25 +114,106 @@ TEST_F(Query, takes_paths_that_look_like_something_else) {
     expect_done(run("quxml query '*' format.xml"), "<format>\n  <query/>\n</format>\n");
 }
 
-TEST_F(Query, exits_with_4_for_a_path_it_can_not_understand) {
-    const char* number_missing = "A number is missing or can not be read; <= and >= are not known";
-    const std::array<Refused, 7> refused{{
-        {"library/book[position()>=1]", number_missing},
-        {"library/book[last()-x]", number_missing},
-        {"library/book[position()=]", number_missing},
-        {"library/book[99999999999]", "A number is out of range"},
-        {"library/book[@id==1]", "Can at most have one equal sign in attribute queries"},
-        {"library/book[title==Alpha]", "Search for child node must contain exactly one equals sign"},
-        {"//book[title==Alpha]", "Search for child node must contain exactly one equals sign"},
-    }};
-    for (const Refused& one : refused) {
-        SCOPED_TRACE(one.arguments);
-        const std::string reason =
-            std::string("quxml: bad query \"") + one.arguments + "\": " + one.message + '\n';
-        const std::string command = std::string("quxml query '") + one.arguments + "' ";
-        expect(run(command + "library.xml"), 4, "", reason);
-        expect(run(command + "<library.xml"), 4, "", reason);
+TEST_F(Query, exits_with_4_for_a_path_it_can_not_understand_and_tells_step_and_predicate) {
+    const char* offset = "behind last() only a number with its sign can stand, as in [last()-1], not ";
+    const char* two_signs = "exactly one equal sign can stand in the predicate of a child's text";
+    const std::vector<std::pair<const char*, std::string>> refused{
+        {"library/book[position()>=1]",
+         "step 2, [position()>=1]: >= is not known; use > and the number before"},
+        {"library/book[position()<=1]",
+         "step 2, [position()<=1]: <= is not known; use < and the next number"},
+        {"library/book[last()-x]", "step 2, [last()-x]: " + std::string(offset) + "\"-x\""},
+        {"library/book[last() - 1]", "step 2, [last() - 1]: " + std::string(offset) + "\" - 1\""},
+        {"library/book[last()-99999999999]", "step 2, [last()-99999999999]: the number is too large"},
+        {"library/book[position()=]", "step 2, [position()=]: a number is missing behind ="},
+        {"library/book[position()<x]", "step 2, [position()<x]: a number is missing behind <"},
+        {"library/book[position()>]", "step 2, [position()>]: a number is missing behind >"},
+        {"library/book[position()=99999999999]", "step 2, [position()=99999999999]: the number is too large"},
+        {"library/book[99999999999]", "step 2, [99999999999]: the number is too large"},
+        {"library/book[@id==1]",
+         "step 2, [@id==1]: at most one equal sign can stand in the predicate of an attribute"},
+        {"library/book[title==Alpha]", "step 2, [title==Alpha]: " + std::string(two_signs)},
+        {"//book[title==Alpha]", "step 1, [title==Alpha]: " + std::string(two_signs)},
+        {"library//book[a=b=c]/title", "step 2, [a=b=c]: " + std::string(two_signs)},
+        {"library/book[@id][1][position()=]", "step 2, [position()=]: a number is missing behind ="},
+    };
+    for (const auto& [path, message] : refused) {
+        SCOPED_TRACE(path);
+        const std::string said = std::string("quxml: bad query \"") + path + "\": " + message +
+                                 "\n\"quxml explain\" tells how a path is taken; put it between quotes.\n";
+        const std::string command = std::string("quxml query '") + path + "' ";
+        expect(run(command + "library.xml"), 4, "", said);
+        expect(run(command + "<library.xml"), 4, "", said);
+        expect(run(command + "--count library.xml"), 4, "", said);
     }
+}
+
+TEST_F(Query, tells_a_bad_query_from_no_match_whatever_the_document_holds) {
+    write("other.xml", "<other/>");
+    EXPECT_EQ(run("quxml query 'library/book[position()>=1]' other.xml").code, 4);
+    EXPECT_EQ(run("quxml query 'library/book[position()>1]' other.xml").code, 1);
+}
+
+// ---- Other output than XML
+
+TEST_F(Query, writes_the_texts_of_matches) {
+    expect_done(run("quxml query --value //title library.xml"), "Alpha\nBeta < 3\nGamma\n");
+    expect_done(run("quxml query --value //title/ library.xml"), "Alpha\nBeta < 3\nGamma\n");
+    expect_done(run("quxml query --value //book library.xml"), "\n\n\n");
+    expect(run("quxml query --value //nothing library.xml"), 1, "", "");
+}
+
+TEST_F(Query, writes_attributes_of_the_matches_that_have_them) {
+    expect_done(run("quxml query --attribute id //book library.xml"), "1\n2\n3\n");
+    expect_done(run("quxml query --attribute item //book library.xml"), "2\n1\n");
+    expect(run("quxml query --attribute nothing //book library.xml"), 1, "", "");
+    expect(run("quxml query --attribute id //title/ library.xml"), 1, "", "");
+    write("a.xml", "<a><b c=''/><b c='&lt;&#10;'/></a>");
+    expect_done(run("quxml query --attribute c //b a.xml"), "\n<\n\n");
+}
+
+TEST_F(Query, writes_a_path_to_each_match_that_selects_nothing_else) {
+    expect_done(
+        run("quxml query --path //title library.xml"),
+        "/library/book[position()=1]/title\n/library/book[position()=2]/title\n/library/shelf/book/title\n");
+    write("a.xml", "<a><b/><B/><c>x</c><b><b/></b></a>");
+    expect_done(run("quxml query --path '//*' a.xml"),
+                "/a\n/a/b[position()=1]\n/a/B[position()=2]\n/a/c\n/a/c/\n/a/b[position()=3]\n/a/"
+                "b[position()=3]/b\n");
+    for (const char* file : {"a.xml", "library.xml"}) {
+        const std::string every_path_selects_its_node =
+            "quxml query --path '//*' FILE | while read -r path; do\n"
+            "  [ \"$(quxml query --path \"$path\" FILE)\" = \"$path\" ] || echo \"$path\"\n"
+            "done";
+        std::string command = every_path_selects_its_node;
+        for (std::size_t at = command.find("FILE"); at != std::string::npos; at = command.find("FILE"))
+            command.replace(at, 4, file);
+        expect_done(run(command), "");
+    }
+}
+
+TEST_F(Query, counts_matches) {
+    expect_done(run("quxml query --count //book library.xml"), "3\n");
+    expect(run("quxml query --count //nothing library.xml"), 1, "0\n", "");
+}
+
+TEST_F(Query, closes_matches_with_zero_bytes) {
+    write("a.xml", "<a><b c='1&#10;2'>x\ny</b><b c='3'><d/></b></a>");
+    using std::string_literals::operator""s;
+    expect_done(run("quxml query -0 //b a.xml"), "<b c=\"1&#10;2\">x\ny</b>\0<b c=\"3\">\n  <d/>\n</b>\0"s);
+    expect_done(run("quxml query --null --value //b a.xml"), "x\ny\0\0"s);
+    expect_done(run("quxml query --null --attribute c //b a.xml"),
+                "1\n2\0"
+                "3\0"s);
+    expect_done(run("quxml query --null --path //b a.xml"), "/a/b[position()=1]\0/a/b[position()=2]\0"s);
+    expect_done(run("quxml query --null --count //b a.xml"), "2\0"s);
+}
+
+TEST_F(Query, exits_with_2_for_more_than_one_kind_of_output) {
+    for (const char* options : {"--value --count", "--path --value", "--attribute id --path"})
+        expect(run(std::string("quxml query ") + options + " //book library.xml"), 2, "",
+               "quxml: Requires at most 1 options be given from [--value,--attribute,--path,--count]\n"
+               "quxml --help tells more.\n");
 }
 
 }  // namespace

@@ -1,0 +1,69 @@
+#ifndef QUXML_TOOLS_PATH_STEPS_H
+#define QUXML_TOOLS_PATH_STEPS_H
+
+#include <string>
+#include <vector>
+
+namespace tool {
+
+/// How a step comes by its nodes.
+enum class StepKind {
+    start,         // the start node is tested
+    search,        // the start node and all below it are searched
+    search_below,  // all below the nodes of the step before are searched
+    children,      // the children of the nodes of the step before are filtered
+    all_children,  // an empty last step: the children of the nodes of the step before
+    nothing,       // an empty step where nothing can match
+};
+
+/// What a predicate compares. The first seven filter a list of children, the others test a single node.
+enum class Handler {
+    last,         // a position counted from the end
+    position,     // a range of positions
+    attribute,    // an attribute that exists or has a value
+    child_value,  // the text of a child
+    item,         // the attribute "item"
+    literal,      // anything else
+    test_attribute,
+    test_child_value,
+    test_item,
+};
+
+/// Positions from `first` up to the one before `end`; an end of 0 is none, and `counted` puts the number of
+/// nodes in its place.
+struct PositionRange {
+    unsigned first = 0;
+    unsigned end = 0;
+    bool counted = false;
+};
+
+struct Predicate {
+    std::string text;
+    Handler handler;
+    std::string name;             // of the attribute or the child
+    std::string value;            // to be equal to
+    bool existence_only = false;  // any value will do
+    int offset = 0;               // of `last`
+    PositionRange range;          // of `position`
+    std::string fault;            // why the library refuses it; empty if it does not
+};
+
+struct Step {
+    std::string text;
+    StepKind kind;
+    std::string name_test;
+    std::vector<Predicate> predicates;
+    std::string ignored;    // what stands behind the predicate of a single node
+    bool is_closed = true;  // the last character is the "]" that the library takes it for
+    bool is_last = false;
+};
+
+/// A path as the library's queries take it, step by step.
+std::vector<Step> get_steps(const std::string& path);
+
+/// Whether the predicates of a step test a single node instead of filtering a list.
+bool tests_single_nodes(const Step& step);
+
+}  // namespace tool
+
+#endif
