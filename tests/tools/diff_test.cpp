@@ -1,0 +1,93 @@
+#include <string>
+#include <vector>
+
+#include "program.h"
+
+namespace quxml_test {
+
+namespace {
+
+using Diff = Quxml;
+
+struct Compared {
+    const char* one;
+    const char* other;
+    const char* differences;
+};
+
+TEST_F(Diff, lists_differences_with_paths) {
+    const std::vector<Compared> all = {
+        {"<a/>", "<a/>", ""},
+        {"<a/>", "<b/>", "- /a\n+ /b\n"},
+        {"<a x='1'/>", "<a x='2'/>", "! /a/@x: \"1\" -> \"2\"\n"},
+        {"<a x='1' y='2'/>", "<a y='2' x='1'/>", ""},
+        {"<a x='1'/>", "<a y='1'/>", "- /a/@x=\"1\"\n+ /a/@y=\"1\"\n"},
+        {"<a x=''/>", "<a/>", "- /a/@x=\"\"\n"},
+        {"<a>x</a>", "<a>y</a>", "! /a: \"x\" -> \"y\"\n"},
+        {"<a>x</a>", "<a/>", "! /a: \"x\" -> \"\"\n"},
+        {"<a>x</a>", "<a><b/></a>", "! /a: \"x\" -> \"\"\n+ /a/b\n"},
+        {"<a><b/></a>", "<a><c/></a>", "- /a/b\n+ /a/c\n"},
+        {"<a><b/><c/></a>", "<a>\n  <c/>\n  <b/>\n</a>", ""},
+        {"<a><b item='1'/><b item='2'/></a>", "<a><b item='2'/><b item='1'/></a>", ""},
+        {"<a><b item='1' x='1'/><b item='2'/></a>", "<a><b item='2'/><b item='1' x='2'/></a>",
+         "! /a/b[position()=1]/@x: \"1\" -> \"2\"\n"},
+        {"<a><b item='1'/><b item='2'/></a>", "<a><b item='2'/><b item='3'/></a>",
+         "- /a/b[position()=1]\n+ /a/b[position()=2]\n"},
+        {"<a><b>1</b><b>2</b></a>", "<a><b>2</b><b>1</b></a>",
+         "! /a/b[position()=1]: \"1\" -> \"2\"\n! /a/b[position()=2]: \"2\" -> \"1\"\n"},
+        {"<a><b>1</b><b>3</b></a>", "<a><b>1</b><b>2</b><b>3</b></a>", "+ /a/b[position()=2]\n"},
+        {"<a><b>1</b><b>2</b><b>3</b></a>", "<a><b>1</b><b>3</b></a>", "- /a/b[position()=2]\n"},
+        {"<a><b>1</b><b>1</b></a>", "<a><b>1</b></a>", "- /a/b[position()=2]\n"},
+        {"<a><b><c x='1'/><d/></b><b/></a>", "<a><b><d/><c x='1'/></b><b/></a>", ""},
+        {"<a><B/></a>", "<a><b/></a>", "- /a/B\n+ /a/b\n"},
+        {"<a><b><c><d>x</d></c></b></a>", "<a><b><c><d>y</d><e/></c></b></a>",
+         "! /a/b/c/d: \"x\" -> \"y\"\n+ /a/b/c/e\n"},
+        {"<a x='&#10;\x7f&lt;'/>", "<a x='&quot;'/>", "! /a/@x: \" ?<\" -> \"\"\"\n"},
+    };
+    for (const Compared& one : all) {
+        SCOPED_TRACE(std::string(one.one) + " with " + one.other);
+        write("one.xml", one.one);
+        write("other.xml", one.other);
+        const std::string differences = one.differences;
+        const int code = differences.empty() ? 0 : 1;
+        expect(run("quxml diff one.xml other.xml"), code, differences, "");
+        expect(run("quxml diff --quiet one.xml other.xml"), code, "", "");
+        expect(run("quxml diff - other.xml <one.xml"), code, differences, "");
+    }
+}
+
+TEST_F(Diff, tells_of_what_is_not_compared) {
+    write("one.xml", "<a><!-- x --></a>");
+    write("other.xml", "<a xmlns='u'/>");
+    const char* warnings =
+        "one.xml: warning: this is not compared: 1 comment\n"
+        "other.xml: warning: this is not compared: 1 namespace declaration\n";
+    expect(run("quxml diff one.xml other.xml"), 0, "", warnings);
+    expect(run("quxml diff --quiet one.xml other.xml"), 0, "", "");
+}
+
+TEST_F(Diff, sees_what_editing_has_changed) {
+    write("books.xml", many_books(500));
+    EXPECT_EQ(run("quxml set -i --backup '/catalog/book[position()=250]' x=1 books.xml").code, 0);
+    expect(run("quxml diff books.xml~ books.xml"), 1, "+ /catalog/book[position()=250]/@x=\"1\"\n", "");
+    EXPECT_EQ(run("cp books.xml~ books.xml; quxml remove -i '/catalog/book[position()=250]' books.xml").code,
+              0);
+    expect(run("quxml diff books.xml~ books.xml"), 1, "- /catalog/book[position()=250]\n", "");
+}
+
+TEST_F(Diff, exits_with_the_code_of_what_fails) {
+    write("a.xml", "<a/>");
+    write("bad.xml", "<a>");
+    EXPECT_EQ(run("quxml diff a.xml bad.xml").code, 3);
+    EXPECT_EQ(run("quxml diff bad.xml a.xml").code, 3);
+    expect(run("quxml diff a.xml nothing.xml"), 5, "", "quxml: nothing.xml: No such file or directory\n");
+    expect(run("quxml diff a.xml"), 2, "", "quxml: B is required\nquxml --help tells more.\n");
+    expect(run("quxml diff - -"), 2, "",
+           "quxml: only one of A and B can be standard input\nquxml --help tells more.\n");
+    EXPECT_EQ(run("quxml diff a.xml a.xml >/dev/full").code, 0);
+    EXPECT_EQ(run("echo '<b/>' | quxml diff a.xml - >/dev/full").code, 5);
+}
+
+}  // namespace
+
+}  // namespace quxml_test
