@@ -6,7 +6,7 @@ namespace tool {
 /// What the program tells its caller; it never ends with any other status.
 enum class ExitCode {
     done = 0,       // a match, or the work is done
-    no_match = 1,   // a path selects nothing, or two documents differ
+    no_match = 1,   // a path selects nothing, documents differ, or one has losses
     usage = 2,      // the command line can not be understood
     malformed = 3,  // the input is not well-formed XML, or the work would lose or spoil something
     bad_query = 4,  // a path can not be understood

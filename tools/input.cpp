@@ -1,6 +1,7 @@
 #include "input.h"
 
 #include <quxml/DomParserError.h>
+#include <sys/stat.h>
 
 #include <array>
 #include <cerrno>
@@ -8,6 +9,7 @@
 #include <system_error>
 
 #include "Failure.h"
+#include "Progress.h"
 #include "diagnostics.h"
 
 namespace tool {
@@ -41,6 +43,13 @@ OpenFile open(const std::string& file) {
     return opened;
 }
 
+// 0 if it is not known, as for pipes.
+std::size_t get_size(std::FILE& file) {
+    struct stat status {};
+    const bool is_known = fstat(fileno(&file), &status) == 0 && S_ISREG(status.st_mode);
+    return is_known ? static_cast<std::size_t>(status.st_size) : 0;
+}
+
 // libxml2 tells of exhausted memory as of an error in the text: with its code 2 or, when there is no memory left
 // even for a description, without one.
 bool is_out_of_memory(const std::string& message) {
@@ -59,10 +68,13 @@ std::string name_of(const std::string& file) {
 
 std::string read_text(const std::string& file) {
     const OpenFile opened = open(file);
+    Progress progress("reading " + name_of(file), get_size(*opened));
     std::string text;
     std::array<char, 65536> block{};
-    while (const std::size_t count = std::fread(block.data(), 1, block.size(), opened.get()))
+    while (const std::size_t count = std::fread(block.data(), 1, block.size(), opened.get())) {
         text.append(block.data(), count);
+        progress.set_done(text.size());
+    }
     if (std::ferror(opened.get()) != 0)
         throw read_failure(file);
     return text;
@@ -71,6 +83,7 @@ std::string read_text(const std::string& file) {
 std::shared_ptr<quxml::Document> parse_document(const std::string& file, const std::string& text,
                                                 bool keep_sorted, Errors errors) {
     try {
+        const Progress progress("parsing " + name_of(file), 0);
         return quxml::from_string(text, keep_sorted);
     } catch (const quxml::DomParserError& error) {
         if (is_out_of_memory(error))

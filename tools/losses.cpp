@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "Progress.h"
 #include "encoding.h"
 #include "terminal.h"
 #include "xml_events.h"
@@ -48,6 +49,10 @@ bool is_white(std::string_view text) {
 
 bool has(std::string_view text, char character) {
     return text.find(character) != std::string_view::npos;
+}
+
+bool has_beginning(std::string_view text, std::string_view beginning) {
+    return text.substr(0, beginning.size()) == beginning;
 }
 
 // An attribute as it stands in a start tag.
@@ -226,7 +231,7 @@ private:
     }
 
     void take_attribute(const RawAttribute& attribute) {
-        if (attribute.name == "xmlns" || attribute.name.substr(0, 6) == "xmlns:") {
+        if (attribute.name == "xmlns" || has_beginning(attribute.name, "xmlns:")) {
             add(LossKind::declaration, attribute.begin, attribute.end);
             return;
         }
@@ -254,6 +259,7 @@ std::string get_excerpt(std::string_view text, const Found& one) {
 std::vector<Loss> locate(std::string_view text, const std::vector<Found>& found) {
     PlaceFinder places(text);
     std::vector<Loss> losses;
+    losses.reserve(found.size());
     for (const Found& one : found)
         losses.push_back({one.kind, places.find(one.begin), get_excerpt(text, one)});
     return losses;
@@ -287,7 +293,13 @@ std::vector<Loss> find_losses(const std::string& document) {
     const std::string converted = encoding.empty() ? "" : to_utf8(document, encoding);
     const std::string_view text = without_mark(encoding.empty() ? document : converted);
     LossFinder finder(text);
-    read_events(text, [&](const Event& event) { finder.take(event); });
+    {
+        Progress progress("looking for what would be lost", text.size());
+        read_events(text, [&](const Event& event) {
+            finder.take(event);
+            progress.set_done(event.end);
+        });
+    }
     std::vector<Loss> losses = locate(text, finder.get_found());
     if (!encoding.empty())
         losses.insert(losses.begin(), {LossKind::encoding, {1, 1}, to_printable(encoding)});

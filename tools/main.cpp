@@ -9,7 +9,11 @@
 #include <string>
 
 #include "Failure.h"
+#include "Progress.h"
 #include "commands.h"
+#include "completion.h"
+#include "help.h"
+#include "manual.h"
 #include "output.h"
 
 namespace tool {
@@ -19,7 +23,7 @@ namespace {
 constexpr const char* help_on_exit_codes =
     "Exit codes:\n"
     "  0  done, or at least one match\n"
-    "  1  no match, or a difference\n"
+    "  1  no match, a difference between documents, or something would be lost (loss)\n"
     "  2  the command line can not be understood\n"
     "  3  the document is not well-formed XML, or the work would lose or spoil something\n"
     "  4  the path can not be understood\n"
@@ -41,9 +45,8 @@ ExitCode answer(const CLI::App& app, const CLI::ParseError& error) {
     return ExitCode::done;
 }
 
-ExitCode run(int argc, const char* const* argv) {
-    CLI::App app("Looks into XML documents, and changes them so that nothing is lost unseen.", "quxml");
-    Action action;
+void describe(CLI::App& app, Action& action) {
+    app.formatter(std::make_shared<HelpFormatter>());
     app.set_version_flag("--version", get_version(), "Write the version and exit");
     app.set_help_flag("-h,--help", "Write this help and exit");
     app.require_subcommand(1);
@@ -51,6 +54,32 @@ ExitCode run(int argc, const char* const* argv) {
     for (const auto add : {add_format, add_sort, add_check, add_loss, add_query, add_explain, add_diff,
                            add_set, add_unset, add_text, add_add, add_remove})
         add(app, action);
+}
+
+// What is installed beside the program; no help names the options that write it.
+std::string get_companion(const CLI::App& app, const std::string& option) {
+    if (option == "--write-manual")
+        return get_manual(app, get_version());
+    if (option == "--write-bash-completion")
+        return get_bash_completion(app);
+    return option == "--write-zsh-completion" ? get_zsh_completion(app) : "";
+}
+
+ExitCode run(int argc, const char* const* argv) {
+    CLI::App app(
+        "Looks into XML documents, and changes them so that nothing is lost unseen.\n"
+        "Comments, CDATA sections, text beside other content, prefixes and some more is dropped when a "
+        "document is\n"
+        "read; \"quxml loss\" lists it, a warning tells of it, and files are not changed in place if it is "
+        "there.",
+        "quxml");
+    Action action;
+    describe(app, action);
+    std::string companion = argc == 2 ? get_companion(app, argv[1]) : "";
+    if (!companion.empty()) {
+        write_output(companion);
+        return ExitCode::done;
+    }
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -72,6 +101,7 @@ int fail(ExitCode code, const std::string& message) {
 }  // namespace tool
 
 int main(int argc, char** argv) {
+    tool::start_clock();
     // A closed pipe then shows as an error of the write, which ends the program quietly.
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
     // So does a file that grows beyond what is allowed.

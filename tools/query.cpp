@@ -124,14 +124,18 @@ ExitCode query(const QueryOptions& options) {
 }
 
 void add_output_options(CLI::App& command, QueryOptions& options) {
-    CLI::Option_group& output = *command.add_option_group("Output");
-    output.require_option(0, 1);
-    output.add_flag("--value", options.value, "The text in each match instead of its XML");
-    output
-        .add_option("--attribute", options.attribute, "The value of this attribute, of matches that have it")
-        ->type_name("NAME");
-    output.add_flag("--path", options.node_path, "A path to each match that selects nothing else");
-    output.add_flag("--count", options.count, "How many matches there are");
+    const std::vector<CLI::Option*> kinds{
+        command.add_flag("--value", options.value, "The text in each match instead of its XML"),
+        command
+            .add_option("--attribute", options.attribute,
+                        "The value of this attribute, of matches that have it")
+            ->type_name("NAME"),
+        command.add_flag("--path", options.node_path, "A path to each match that selects nothing else"),
+        command.add_flag("--count", options.count, "How many matches there are"),
+    };
+    for (auto one = kinds.begin(); one != kinds.end(); ++one)
+        for (auto other = std::next(one); other != kinds.end(); ++other)
+            (*one)->excludes(*other);
 }
 
 }  // namespace

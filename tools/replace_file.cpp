@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "Failure.h"
+#include "Progress.h"
 #include "input.h"
 
 namespace tool {
@@ -188,6 +189,7 @@ Original read_original(const std::string& file) {
 
 void replace_file(const Original& original, const std::string& text, const std::string& backup) {
     const SignalsHeld held;
+    const Progress progress("writing " + original.path, 0);
     if (!backup.empty())
         write_new_file(original, original.text, original.path + backup);
     write_new_file(original, text, original.path);

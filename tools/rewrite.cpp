@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "Failure.h"
+#include "Progress.h"
 #include "diagnostics.h"
 #include "layout.h"
 #include "losses.h"
@@ -106,9 +107,13 @@ void require_to_read_back(const RewriteOptions& options, const quxml::Node& root
 std::string write(const RewriteOptions& options, Purpose purpose, const std::string& text,
                   const quxml::Document& document) {
     quxml::Node* const root = document.get_root_node();
-    escape_attributes(root);
-    std::string written = write_document(document, get_layout(options, purpose, text));
-    escape_carriage_returns(written);
+    std::string written;
+    {
+        const Progress progress("writing", 0);
+        escape_attributes(root);
+        written = write_document(document, get_layout(options, purpose, text));
+        escape_carriage_returns(written);
+    }
     if (options.in_place || purpose == Purpose::change)
         require_to_read_back(options, *root, written);
     return written;
@@ -157,7 +162,8 @@ void add_rewrite_options(CLI::App& command, RewriteOptions& options) {
     CLI::Option* compact =
         command.add_flag("--compact", options.compact, "Everything on one line, closed by a line feed");
     command.add_option("--indent", options.indent, "Blanks for each level, up to 16, or \"tab\"")
-        ->check(CLI::Validator(check_indent, "N|tab"))
+        ->type_name("N|tab")
+        ->check(CLI::Validator(check_indent, ""))
         ->excludes(compact);
     command.add_flag("--no-declaration", options.no_declaration, "Leave out <?xml version=\"1.0\"?>");
 }

@@ -24,7 +24,7 @@ PACKAGECONFIG ??= ""
 PACKAGECONFIG[tool] = "-DQUXML_BUILD_TOOLS=ON,-DQUXML_BUILD_TOOLS=OFF,cli11"
 
 PACKAGES =+ "${PN}-tool"
-FILES:${PN}-tool = "${bindir}/quxml"
+FILES:${PN}-tool = "${bindir}/quxml ${datadir}/bash-completion ${datadir}/zsh"
 # What shows trees in gdb.
 FILES:${PN}-dev += "${datadir}/gdb ${datadir}/quxml"
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -10,6 +11,7 @@
 #include <set>
 #include <sstream>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "markdown.h"
@@ -30,8 +32,9 @@ struct Result {
     std::string out;
 };
 
-Result run(const std::string& command) {
-    const std::string script = "cd '" + top + "'\nquxml() { '" QUXML_TOOL "' \"$@\"; }\n" + command;
+Result run_in(const std::string& folder, const std::string& command) {
+    const std::string script =
+        "exec 2>&1\ncd '" + folder + "'\nquxml() { '" QUXML_TOOL "' \"$@\"; }\n" + command;
     // NOLINTNEXTLINE(cert-env33-c): the sessions are those with a shell.
     std::FILE* shell = popen(script.c_str(), "r");
     std::string out;
@@ -41,13 +44,39 @@ Result run(const std::string& command) {
     return {pclose(shell), out};
 }
 
+// A folder that is gone with the object.
+class Folder {
+public:
+    Folder() : name(std::filesystem::temp_directory_path() / "quxml-docs-XXXXXX") {
+        if (mkdtemp(name.data()) == nullptr)
+            throw std::system_error(errno, std::generic_category(), name);
+    }
+
+    ~Folder() { std::filesystem::remove_all(name); }
+
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+
+    std::string name;
+};
+
+// Where the sessions of a page take place, one after the other: the examples are there, and a file that may be changed.
+class SessionFolder : public Folder {
+public:
+    SessionFolder() {
+        std::filesystem::create_directory_symlink(std::filesystem::canonical(top + "examples"),
+                                                  name + "/examples");
+        std::filesystem::copy_file(top + "examples/fonts.conf", name + "/fonts.conf");
+    }
+};
+
 // Runs what stands behind each "$ " and gives the session as it then reads.
-std::string replay(const std::string& session) {
+std::string replay(const Folder& folder, const std::string& session) {
     std::istringstream lines(session);
     std::string replayed;
     for (std::string line; std::getline(lines, line);)
         if (line.rfind("$ ", 0) == 0)
-            replayed += line + '\n' + run(line.substr(2)).out;
+            replayed += line + '\n' + run_in(folder.name, line.substr(2)).out;
     return replayed;
 }
 
@@ -100,20 +129,18 @@ void check_cut(const Block& block) {
         << block.text;
 }
 
-void check_session(const Block& block) {
-    EXPECT_EQ(replay(block.text), block.text);
+void check_session(const Folder& folder, const Block& block) {
+    EXPECT_EQ(replay(folder, block.text), block.text);
 }
 
 // The project that the block describes, with the library in the folder quxml below it.
 void check_configured(const Block& block) {
-    std::string folder = std::filesystem::temp_directory_path() / "quxml-docs-XXXXXX";
-    ASSERT_NE(mkdtemp(folder.data()), nullptr);
-    std::ofstream(folder + "/CMakeLists.txt") << block.text;
-    std::filesystem::create_directory_symlink(std::filesystem::canonical(top), folder + "/quxml");
-    std::filesystem::copy_file(top + "examples/quickstart.cpp", folder + "/catalog.cpp");
-    const Result result = run(QUXML_CONFIGURE " -S '" + folder + "' -B '" + folder + "/build' 2>&1");
+    const Folder folder;
+    std::ofstream(folder.name + "/CMakeLists.txt") << block.text;
+    std::filesystem::create_directory_symlink(std::filesystem::canonical(top), folder.name + "/quxml");
+    std::filesystem::copy_file(top + "examples/quickstart.cpp", folder.name + "/catalog.cpp");
+    const Result result = run_in(folder.name, QUXML_CONFIGURE " -S . -B build");
     EXPECT_EQ(result.status, 0) << result.out;
-    std::filesystem::remove_all(folder);
 }
 
 void check_commands(const Block& block) {
@@ -129,11 +156,12 @@ bool is_pattern(const std::string& name) {
 class Blocks : public testing::TestWithParam<Page> {};
 
 TEST_P(Blocks, are_what_the_code_is_and_does) {
+    const SessionFolder folder;
     for (const Block& block : GetParam().blocks) {
         if (block.language == "cpp" || block.language == "xml" || block.language == "text")
             check_cut(block);
         else if (block.language == "console")
-            check_session(block);
+            check_session(folder, block);
         else if (block.language == "cmake")
             check_configured(block);
         else if (block.language == "sh")

@@ -83,6 +83,26 @@ TEST_F(Format, reads_and_writes_more_than_any_buffer_holds) {
     expect_done(run("cat books.xml | quxml format --no-declaration - | cat"), many_books(50000));
 }
 
+TEST_F(Format, indents_by_tabs_or_any_number_of_blanks_as_it_does_by_two) {
+    write("library.xml", library_text);
+    for (const char* data : {
+             "library.xml",
+             QUXML_TEST_DATA "/catalog.xml",
+             QUXML_TEST_DATA "/names.xml",
+         }) {
+        SCOPED_TRACE(data);
+        const std::string format = "quxml format --quiet '" + std::string(data) + "' ";
+        const std::string expected = run(format).out;
+        expect_done(run(format + "--indent tab | expand -i -t 2"), expected);
+        expect_done(run(format + "--indent 2"), expected);
+        expect_done(run(format + "--indent 4 | unexpand --first-only -t 4 | expand -i -t 2"), expected);
+    }
+    expect_done(
+        run("quxml format --no-declaration --indent 0 library.xml"),
+        "<library>\n<shelf n=\"1\">\n<book>Tom &amp; Jerry</book>\n<empty/>\n</shelf>\n<shelf n=\"2\"/>\n"
+        "</library>\n");
+}
+
 // ---- format --sorted
 
 using FormatSorted = Quxml;

@@ -1,0 +1,65 @@
+#include <gtest/gtest.h>
+#include <quxml/Document.h>
+#include <quxml/Element.h>
+
+#include <string>
+
+#include "../../tools/differences.h"
+#include "../../tools/layout.h"
+#include "../../tools/output.h"
+#include "../../tools/sorting.h"
+#include "../../tools/tree.h"
+#include "support/small_stack.h"
+
+// libxml2 refuses deep documents, but its limit can be another one some day: nothing in the program takes more
+// stack for a deeper tree.
+
+namespace {
+
+constexpr int depth = 200000;
+
+void grow(quxml::Document& document) {
+    quxml::Element* deepest = document.create_root_node("a");
+    for (int i = 0; i < depth; ++i)
+        deepest = deepest->add_child("a");
+    deepest->set_attribute("b", "<");
+}
+
+class DeepTree : public testing::Test {
+protected:
+    DeepTree() {
+        grow(one);
+        grow(other);
+    }
+
+    quxml::Document one{false};
+    quxml::Document other{false};
+};
+
+TEST_F(DeepTree, is_compared) {
+    quxml_test::on_small_stack([&] {
+        EXPECT_TRUE(tool::is_same_tree(*one.get_root_node(), *other.get_root_node()));
+        one.get_root_node()->get_child("a")->get_child("a")->get_child("a")->add_child("b");
+        EXPECT_FALSE(tool::is_same_tree(*one.get_root_node(), *other.get_root_node()));
+        std::string differences;
+        tool::find_differences(*one.get_root_node(), *other.get_root_node(), [&](const std::string& line) {
+            differences += line;
+            return true;
+        });
+        EXPECT_EQ(differences, "- /a/a/a/a/b");
+    });
+}
+
+TEST_F(DeepTree, is_sorted_escaped_and_written) {
+    quxml_test::on_small_stack([&] {
+        tool::sort_by_item(one.get_root_node());
+        tool::escape_attributes(one.get_root_node());
+        tool::Layout layout;
+        layout.indent = "";
+        const std::string text = tool::write_document(one, layout);
+        EXPECT_EQ(text.size(),
+                  depth * std::string("<a>\n</a>\n").size() + std::string("<a b=\"&lt;\"/>\n").size());
+    });
+}
+
+}  // namespace

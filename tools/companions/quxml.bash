@@ -1,0 +1,26 @@
+# bash completion for quxml
+_quxml() {
+    local current=${COMP_WORDS[COMP_CWORD]} words=
+    COMPREPLY=()
+    case $COMP_CWORD:${COMP_WORDS[1]} in
+        1:*) words="format sort check loss query explain diff set unset text add remove --version -h --help" ;;
+        *:format) words="-h --help -i --in-place --backup --lossy --quiet --compact --indent --no-declaration --sorted" ;;
+        *:sort) words="-h --help -i --in-place --backup --lossy --quiet --compact --indent --no-declaration" ;;
+        *:check) words="-h --help --quiet" ;;
+        *:loss) words="-h --help" ;;
+        *:query) words="-h --help --prefix -0 --null --value --attribute --path --count" ;;
+        *:explain) words="-h --help --prefix" ;;
+        *:diff) words="-h --help --quiet" ;;
+        *:set) words="-h --help -i --in-place --backup --lossy --quiet --compact --indent --no-declaration" ;;
+        *:unset) words="-h --help -i --in-place --backup --lossy --quiet --compact --indent --no-declaration" ;;
+        *:text) words="-h --help -i --in-place --backup --lossy --quiet --compact --indent --no-declaration" ;;
+        *:add) words="-h --help -i --in-place --backup --lossy --quiet --compact --indent --no-declaration --item --text --attribute" ;;
+        *:remove) words="-h --help -i --in-place --backup --lossy --quiet --compact --indent --no-declaration" ;;
+    esac
+    if [ "$COMP_CWORD" -gt 1 ] && [ "${current:0:1}" != - ]; then
+        mapfile -t COMPREPLY < <(compgen -f -- "$current")
+    else
+        mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
+    fi
+}
+complete -o filenames -F _quxml quxml

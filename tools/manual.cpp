@@ -1,0 +1,145 @@
+#include "manual.h"
+
+#include <sstream>
+#include <string>
+
+#include "help.h"
+
+namespace tool {
+
+namespace {
+
+constexpr const char* examples = "\nExamples:\n";
+
+// No character of it means anything to troff.
+std::string plain(const std::string& text) {
+    std::string escaped;
+    for (const char character : text) {
+        if (character == '\\')
+            escaped += "\\e";
+        else if (character == '-')
+            escaped += "\\-";
+        else if (character == '\'')
+            escaped += "\\(aq";
+        else
+            escaped += character;
+    }
+    return escaped;
+}
+
+// At the beginning of a line a dot would be a request.
+std::string line(const std::string& text) {
+    return (text.rfind('.', 0) == 0 ? "\\&" : "") + plain(text) + '\n';
+}
+
+std::string lines(const std::string& text) {
+    std::istringstream in(text);
+    std::string out;
+    for (std::string one; std::getline(in, one);)
+        out += one.empty() ? ".PP\n" : line(one);
+    return out;
+}
+
+// Text whose lines stay as they are.
+std::string verbatim(const std::string& text) {
+    std::istringstream in(text);
+    std::string out = ".PP\n.nf\n";
+    for (std::string one; std::getline(in, one);)
+        out += line(one);
+    return out + ".fi\n";
+}
+
+// Lines that begin with blanks are a table.
+std::string paragraph(const std::string& text) {
+    std::istringstream in(text);
+    std::string out;
+    bool is_table = false;
+    for (std::string one; std::getline(in, one);) {
+        const bool is_row = one.rfind("  ", 0) == 0;
+        if (is_row != is_table)
+            out += is_row ? ".PP\n.nf\n" : ".fi\n.PP\n";
+        is_table = is_row;
+        out += line(one);
+    }
+    return out + (is_table ? ".fi\n" : "");
+}
+
+std::string describe_option(const CLI::Option& option) {
+    std::string names;
+    for (const std::string& name : get_names(option))
+        names += (names.empty() ? "" : ", ") + ("\\fB" + plain(name) + "\\fR");
+    const std::string value = get_value_name(option);
+    if (!value.empty())
+        names += (value.rfind('[', 0) == 0 ? "" : " ") + ("\\fI" + plain(value) + "\\fR");
+    return ".TP\n" + names + '\n' + line(option.get_description());
+}
+
+std::string describe_argument(const CLI::Option& argument) {
+    return ".TP\n\\fI" + plain(argument.get_name(true)) + "\\fR\n" + line(argument.get_description());
+}
+
+std::string describe_footer(const std::string& footer) {
+    const std::size_t end = footer.find(examples);
+    if (end == std::string::npos)
+        return ".PP\n" + paragraph(footer);
+    return ".PP\n" + paragraph(footer.substr(0, end)) + ".PP\nExamples:\n" +
+           verbatim(footer.substr(end + std::string(examples).size()));
+}
+
+std::string describe_command(const CLI::App& command) {
+    std::string text =
+        ".SS \"" + plain(get_synopsis(command)) + "\"\n" + line(command.get_description() + '.');
+    for (const CLI::Option* argument : get_arguments(command))
+        text += describe_argument(*argument);
+    for (const CLI::Option* option : get_options(command))
+        if (get_names(*option).back() != "--help")
+            text += describe_option(*option);
+    return text + describe_footer(command.get_footer());
+}
+
+constexpr const char* sections =
+    ".SH \"ERRORS IN DOCUMENTS\"\n"
+    "Errors of parsing are shown as FILE:LINE:COLUMN: error: TEXT, the first one first, with the line and a "
+    "caret.\n"
+    "Columns count characters. Later errors often follow from the first.\n"
+    ".SH \"EDITING IN PLACE\"\n"
+    "With \\fB\\-i\\fR the new text is written to a new file in the folder of FILE, which gets the name of "
+    "FILE once it\n"
+    "has reached the disk. So FILE is whole at any moment, old or new. Mode and owner stay, and symbolic "
+    "links are\n"
+    "followed; other hard links keep the old text, and access lists and extended attributes are not taken "
+    "over.\n"
+    "FILE is not touched if nothing changes, if something of it would be lost (\\fB\\-\\-lossy\\fR overrules "
+    "this), if\n"
+    "the result would not be read back as it is, or if somebody else changes it meanwhile. A new file that a "
+    "killed\n"
+    "process left behind has a name that begins with .quxml\\-.\n"
+    ".PP\n"
+    "Edited documents keep their XML declaration, if they are UTF\\-8, and their indentation as far as the "
+    "first\n"
+    "child shows it. Line ends become line feeds, and other encodings become UTF\\-8.\n"
+    ".SH ENVIRONMENT\n"
+    ".TP\n"
+    "\\fBNO_COLOR\\fR\n"
+    "If it is not empty, nothing is coloured. Colours are used on terminals only.\n"
+    ".TP\n"
+    "\\fBTERM\\fR\n"
+    "Nothing is coloured if it is \"dumb\".\n";
+
+}  // namespace
+
+std::string get_manual(const CLI::App& app, const std::string& version) {
+    std::string text = ".TH QUXML 1 \"\" \"" + plain(version) + "\" \"User Commands\"\n";
+    text += ".SH NAME\nquxml \\- look into XML documents and change them\n";
+    text += ".SH SYNOPSIS\n\\fBquxml\\fR \\fICOMMAND\\fR [\\fIOPTIONS\\fR] \\fIARGUMENTS\\fR\n";
+    text += ".SH DESCRIPTION\n" + lines(app.get_description());
+    text += ".SH COMMANDS\n";
+    for (const CLI::App* command : get_commands(app))
+        text += describe_command(*command);
+    text += sections;
+    const std::string footer = app.get_footer();
+    text += ".SH \"EXIT STATUS\"\n" + verbatim(footer.substr(footer.find('\n') + 1));
+    return text;
+}
+
+}  // namespace tool
