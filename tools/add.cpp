@@ -18,9 +18,9 @@ namespace tool {
 namespace {
 
 constexpr const char* help_on_add =
-    "Every element that PATH selects gets a new element, behind those it has. Refused with 3 for elements "
-    "that\n"
-    "have text, since the text would be lost. Exits with 1 and writes nothing if PATH selects no element.\n"
+    "Every element that PATH selects gets a new element, behind those it has. Refused with 3 for\n"
+    "elements that have text, since the text would be lost. Exits with 1 and writes nothing if PATH\n"
+    "selects no element.\n"
     "\n"
     "Examples:\n"
     "  quxml add -i /settings host --attribute name=kitchen --attribute port=80 settings.xml\n"

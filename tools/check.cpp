@@ -15,9 +15,8 @@ namespace tool {
 namespace {
 
 constexpr const char* help_on_check =
-    "Nothing is written about a file that can be read. All files are looked at; the exit code is the "
-    "highest\n"
-    "of those that each of them would give.\n"
+    "Nothing is written about a file that can be read. All files are looked at; the exit code is the\n"
+    "highest of those that each of them would give.\n"
     "\n"
     "Examples:\n"
     "  quxml check settings.xml\n"

@@ -19,9 +19,9 @@ namespace tool {
 namespace {
 
 constexpr const char* help_on_diff =
-    "Compares what the library reads of two documents. Neither the order of attributes counts nor that of\n"
-    "children with different names or different attributes \"item\". Exits with 1 if they differ. The lines "
-    "say:\n"
+    "Compares what the library reads of two documents. Neither the order of attributes counts nor that\n"
+    "of children with different names or different attributes \"item\". Exits with 1 if they differ.\n"
+    "The lines say:\n"
     "  - PATH                 only in A        - PATH/@NAME=\"VALUE\"   an attribute only in A\n"
     "  + PATH                 only in B        + PATH/@NAME=\"VALUE\"   an attribute only in B\n"
     "  ! PATH: \"A\" -> \"B\"     another text     ! PATH/@NAME: \"A\" -> \"B\"\n"

@@ -14,6 +14,7 @@
 #include "node_paths.h"
 #include "terminal.h"
 #include "tree.h"
+#include "words.h"
 
 // Elements of the two documents are paired from the root downwards: children of a pair by their names, then by
 // their items. What is left of a name is paired in order, once the equal ones at the front and at the back are
@@ -165,8 +166,8 @@ private:
 
 // ---- Differences
 
-std::string quote(const std::string& text) {
-    return '"' + to_printable(text) + '"';
+std::string show(const std::string& text) {
+    return quote(to_printable(text));
 }
 
 class Comparison {
@@ -202,13 +203,13 @@ private:
         for (const auto& [name, value] : attributes) {
             const auto found = others.find(name);
             if (found == others.end())
-                tell("- " + paths.get(*pair.one) + "/@" + name + '=' + quote(value));
+                tell("- " + paths.get(*pair.one) + "/@" + name + '=' + show(value));
             else if (found->second != value)
                 tell_change(paths.get(*pair.one) + "/@" + name, value, found->second);
         }
         for (const auto& [name, value] : others)
             if (attributes.count(name) == 0)
-                tell("+ " + other_paths.get(*pair.other) + "/@" + name + '=' + quote(value));
+                tell("+ " + other_paths.get(*pair.other) + "/@" + name + '=' + show(value));
     }
 
     void compare_texts(const Pair& pair) {
@@ -219,7 +220,7 @@ private:
     }
 
     void tell_change(const std::string& path, const std::string& text, const std::string& other) {
-        tell("! " + path + ": " + quote(text) + " -> " + quote(other));
+        tell("! " + path + ": " + show(text) + " -> " + show(other));
     }
 
     PairFinder finder;

@@ -13,11 +13,9 @@ namespace tool {
 namespace {
 
 constexpr const char* help_on_explain =
-    "Tells for each step of PATH which nodes it looks at and which predicate compares what. Lines that "
-    "begin\n"
-    "with \"note:\" say where that may not be what was meant, and lines that begin with \"error:\" why "
-    "queries\n"
-    "refuse the path; then the exit code is 4.\n"
+    "Tells for each step of PATH which nodes it looks at and which predicate compares what. Lines that\n"
+    "begin with \"note:\" say where that may not be what was meant, and lines that begin with\n"
+    "\"error:\" why queries refuse the path; then the exit code is 4.\n"
     "\n"
     "Examples:\n"
     "  quxml explain '/catalog/book[2]'\n"

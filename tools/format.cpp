@@ -1,5 +1,3 @@
-#include <quxml/Document.h>
-
 #include <CLI/CLI.hpp>
 #include <memory>
 
@@ -11,18 +9,13 @@ namespace tool {
 namespace {
 
 constexpr const char* help_on_format =
-    "Comments, CDATA sections, prefixes, the DOCTYPE and text between elements are left out; a warning "
-    "tells\n"
-    "of it.\n"
+    "Comments, CDATA sections, prefixes, the DOCTYPE and text between elements are left out; a warning\n"
+    "tells of it.\n"
     "\n"
     "Examples:\n"
     "  quxml format catalog.xml\n"
     "  quxml format --sorted --compact <catalog.xml >sorted.xml\n"
     "  quxml format -i --indent tab catalog.xml";
-
-ExitCode leave_as_it_is(quxml::Document& /*document*/) {
-    return ExitCode::done;
-}
 
 }  // namespace
 
@@ -34,9 +27,8 @@ void add_format(CLI::App& app, Action& action) {
                       "Children by name, namesakes by their attribute \"item\", else as they stand");
     add_file_argument(*command, options->file);
     command->footer(help_on_format);
-    command->callback([options, &action] {
-        action = [options] { return rewrite(*options, Purpose::layout, leave_as_it_is); };
-    });
+    command->callback(
+        [options, &action] { action = [options] { return rewrite(*options, Purpose::layout); }; });
 }
 
 }  // namespace tool

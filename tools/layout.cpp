@@ -7,13 +7,13 @@
 #include <vector>
 
 #include "encoding.h"
+#include "words.h"
 
 namespace tool {
 
 namespace {
 
 constexpr const char* library_indent = "  ";
-constexpr std::string_view white_space = " \t\r\n";
 
 // The root element's tag begins at the first "<" that a name follows.
 std::size_t find_root(std::string_view document) {
@@ -75,7 +75,7 @@ private:
     }
 
     void write_indent(std::size_t level) {
-        for (std::size_t i = 0; i < level; ++i)
+        for (std::size_t i = 0; i < level && !indent.empty(); ++i)
             out += indent;
     }
 

@@ -13,10 +13,10 @@ namespace tool {
 namespace {
 
 constexpr const char* help_on_loss =
-    "One line for each: FILE:LINE:COLUMN: what it is: what stands there. Exits with 1 if anything would be\n"
-    "lost. Lines that say \"note\" do not count: attribute values that need escapes are written so that "
-    "they\n"
-    "read back, but only by this program and not by the library alone. Indentation is not listed.\n"
+    "One line for each: FILE:LINE:COLUMN: what it is: what stands there. Exits with 1 if anything would\n"
+    "be lost. Lines that say \"note\" do not count: attribute values that need escapes are written so\n"
+    "that they read back, but only by this program and not by the library alone. Indentation is not\n"
+    "listed.\n"
     "\n"
     "Examples:\n"
     "  quxml loss settings.xml\n"

@@ -9,6 +9,7 @@
 #include "Progress.h"
 #include "encoding.h"
 #include "terminal.h"
+#include "words.h"
 #include "xml_events.h"
 
 // The library keeps elements, their attributes, and text that is alone in its element. White space that holds
@@ -18,8 +19,6 @@
 namespace tool {
 
 namespace {
-
-constexpr std::string_view white_space = " \t\r\n";
 
 struct Found {
     LossKind kind;

@@ -67,11 +67,9 @@ std::string get_companion(const CLI::App& app, const std::string& option) {
 
 ExitCode run(int argc, const char* const* argv) {
     CLI::App app(
-        "Looks into XML documents, and changes them so that nothing is lost unseen.\n"
-        "Comments, CDATA sections, text beside other content, prefixes and some more is dropped when a "
-        "document is\n"
-        "read; \"quxml loss\" lists it, a warning tells of it, and files are not changed in place if it is "
-        "there.",
+        "Looks into XML documents, and changes them so that nothing is lost unseen. Comments, CDATA\n"
+        "sections, text beside other content, prefixes and some more are dropped when a document is read;\n"
+        "\"quxml loss\" lists it, a warning tells of it, and files are not changed in place if it is there.",
         "quxml");
     Action action;
     describe(app, action);
@@ -116,5 +114,7 @@ int main(int argc, char** argv) {
         return tool::fail(tool::ExitCode::io, "out of memory");
     } catch (const std::exception& error) {
         return tool::fail(tool::ExitCode::io, error.what());
+    } catch (...) {
+        return tool::fail(tool::ExitCode::io, "unknown failure");
     }
 }

@@ -12,7 +12,7 @@ namespace {
 constexpr const char* examples = "\nExamples:\n";
 
 // No character of it means anything to troff.
-std::string plain(const std::string& text) {
+std::string to_troff(const std::string& text) {
     std::string escaped;
     for (const char character : text) {
         if (character == '\\')
@@ -29,7 +29,7 @@ std::string plain(const std::string& text) {
 
 // At the beginning of a line a dot would be a request.
 std::string line(const std::string& text) {
-    return (text.rfind('.', 0) == 0 ? "\\&" : "") + plain(text) + '\n';
+    return (text.rfind('.', 0) == 0 ? "\\&" : "") + to_troff(text) + '\n';
 }
 
 std::string lines(const std::string& text) {
@@ -67,15 +67,15 @@ std::string paragraph(const std::string& text) {
 std::string describe_option(const CLI::Option& option) {
     std::string names;
     for (const std::string& name : get_names(option))
-        names += (names.empty() ? "" : ", ") + ("\\fB" + plain(name) + "\\fR");
+        names += (names.empty() ? "" : ", ") + ("\\fB" + to_troff(name) + "\\fR");
     const std::string value = get_value_name(option);
     if (!value.empty())
-        names += (value.rfind('[', 0) == 0 ? "" : " ") + ("\\fI" + plain(value) + "\\fR");
+        names += (value.rfind('[', 0) == 0 ? "" : " ") + ("\\fI" + to_troff(value) + "\\fR");
     return ".TP\n" + names + '\n' + line(option.get_description());
 }
 
 std::string describe_argument(const CLI::Option& argument) {
-    return ".TP\n\\fI" + plain(argument.get_name(true)) + "\\fR\n" + line(argument.get_description());
+    return ".TP\n\\fI" + to_troff(argument.get_name(true)) + "\\fR\n" + line(argument.get_description());
 }
 
 std::string describe_footer(const std::string& footer) {
@@ -88,7 +88,7 @@ std::string describe_footer(const std::string& footer) {
 
 std::string describe_command(const CLI::App& command) {
     std::string text =
-        ".SS \"" + plain(get_synopsis(command)) + "\"\n" + line(command.get_description() + '.');
+        ".SS \"" + to_troff(get_synopsis(command)) + "\"\n" + line(command.get_description() + '.');
     for (const CLI::Option* argument : get_arguments(command))
         text += describe_argument(*argument);
     for (const CLI::Option* option : get_options(command))
@@ -99,25 +99,19 @@ std::string describe_command(const CLI::App& command) {
 
 constexpr const char* sections =
     ".SH \"ERRORS IN DOCUMENTS\"\n"
-    "Errors of parsing are shown as FILE:LINE:COLUMN: error: TEXT, the first one first, with the line and a "
-    "caret.\n"
-    "Columns count characters. Later errors often follow from the first.\n"
+    "Errors of parsing are shown as FILE:LINE:COLUMN: error: TEXT, the first one first, with the line\n"
+    "and a caret. Columns count characters. Later errors often follow from the first.\n"
     ".SH \"EDITING IN PLACE\"\n"
-    "With \\fB\\-i\\fR the new text is written to a new file in the folder of FILE, which gets the name of "
-    "FILE once it\n"
-    "has reached the disk. So FILE is whole at any moment, old or new. Mode and owner stay, and symbolic "
-    "links are\n"
-    "followed; other hard links keep the old text, and access lists and extended attributes are not taken "
-    "over.\n"
-    "FILE is not touched if nothing changes, if something of it would be lost (\\fB\\-\\-lossy\\fR overrules "
-    "this), if\n"
-    "the result would not be read back as it is, or if somebody else changes it meanwhile. A new file that a "
-    "killed\n"
-    "process left behind has a name that begins with .quxml\\-.\n"
+    "With \\fB\\-i\\fR the new text is written to a new file in the folder of FILE, which gets the name\n"
+    "of FILE once it has reached the disk. So FILE is whole at any moment, old or new. Mode and owner\n"
+    "stay, and symbolic links are followed; other hard links keep the old text, and access lists and\n"
+    "extended attributes are not taken over. FILE is not touched if nothing changes, if something of it\n"
+    "would be lost (\\fB\\-\\-lossy\\fR overrules this), if the result would not be read back as it is,\n"
+    "or if somebody else changes it meanwhile. A new file that a killed process left behind has a name\n"
+    "that begins with .quxml\\-.\n"
     ".PP\n"
-    "Edited documents keep their XML declaration, if they are UTF\\-8, and their indentation as far as the "
-    "first\n"
-    "child shows it. Line ends become line feeds, and other encodings become UTF\\-8.\n"
+    "Edited documents keep their XML declaration, if they are UTF\\-8, and their indentation as far as\n"
+    "the first child shows it. Line ends become line feeds, and other encodings become UTF\\-8.\n"
     ".SH ENVIRONMENT\n"
     ".TP\n"
     "\\fBNO_COLOR\\fR\n"
@@ -129,7 +123,7 @@ constexpr const char* sections =
 }  // namespace
 
 std::string get_manual(const CLI::App& app, const std::string& version) {
-    std::string text = ".TH QUXML 1 \"\" \"" + plain(version) + "\" \"User Commands\"\n";
+    std::string text = ".TH QUXML 1 \"\" \"" + to_troff(version) + "\" \"User Commands\"\n";
     text += ".SH NAME\nquxml \\- look into XML documents and change them\n";
     text += ".SH SYNOPSIS\n\\fBquxml\\fR \\fICOMMAND\\fR [\\fIOPTIONS\\fR] \\fIARGUMENTS\\fR\n";
     text += ".SH DESCRIPTION\n" + lines(app.get_description());

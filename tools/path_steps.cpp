@@ -7,6 +7,8 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "words.h"
+
 // This follows the library's engine without a document: where a path is cut, which route each step takes, and
 // which handler each predicate goes to. Its tests hold it against what the engine selects.
 
@@ -29,10 +31,6 @@ std::vector<std::string> split(const std::string& text, const char* separators) 
         pieces.push_back(text.substr(begin, end - begin));
     }
     return pieces;
-}
-
-bool contains(const std::string& text, const char* part) {
-    return text.find(part) != std::string::npos;
 }
 
 // What a number is, or why there is none.

@@ -21,11 +21,10 @@ namespace tool {
 namespace {
 
 constexpr const char* help_on_query =
-    "Matches come in document order, each closed by a line feed, or by a zero byte with --null, which no "
-    "value\n"
-    "can hold. Exits with 1 if there is none. The path starts with the name of the root element; put it in\n"
-    "quotes, since the shell has its own use for brackets and stars. \"quxml explain\" tells how a path is "
-    "taken.\n"
+    "Matches come in document order, each closed by a line feed, or by a zero byte with --null, which\n"
+    "no value can hold. Exits with 1 if there is none. The path starts with the name of the root\n"
+    "element; put it in quotes, since the shell has its own use for brackets and stars. \"quxml\n"
+    "explain\" tells how a path is taken.\n"
     "\n"
     "Examples:\n"
     "  quxml query '/catalog/book' catalog.xml         all books in the catalog\n"

@@ -183,6 +183,8 @@ Original read_original(const std::string& file) {
     require(::stat(original.path.c_str(), &original.status) == 0, file);
     if (!S_ISREG(original.status.st_mode))
         throw Failure(ExitCode::io, file + ": is not a regular file");
+    // The folder alone decides about renaming, but a file that must not be written is not meant to be replaced.
+    require(::access(original.path.c_str(), W_OK) == 0, file);
     original.text = read_text(original.path);
     return original;
 }

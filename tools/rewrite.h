@@ -48,6 +48,9 @@ using Change = std::function<ExitCode(quxml::Document&)>;
 /// \throws Failure
 ExitCode rewrite(const RewriteOptions& options, Purpose purpose, const Change& change);
 
+/// The same with nothing to change but what the options say.
+ExitCode rewrite(const RewriteOptions& options, Purpose purpose);
+
 }  // namespace tool
 
 #endif

@@ -1,5 +1,3 @@
-#include <quxml/Document.h>
-
 #include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
@@ -12,17 +10,12 @@ namespace tool {
 namespace {
 
 constexpr const char* help_on_sort =
-    "Children get the order of their names, and namesakes that of their attribute \"item\": numbers first, "
-    "and\n"
-    "behind them those without one, in the order they have. Nothing else changes.\n"
+    "Children get the order of their names, and namesakes that of their attribute \"item\": numbers\n"
+    "first, and behind them those without one, in the order they have. Nothing else changes.\n"
     "\n"
     "Examples:\n"
     "  quxml sort -i settings.xml\n"
     "  quxml sort <settings.xml | diff - sorted.xml";
-
-ExitCode leave_as_it_is(quxml::Document& /*document*/) {
-    return ExitCode::done;
-}
 
 }  // namespace
 
@@ -33,9 +26,8 @@ void add_sort(CLI::App& app, Action& action) {
     add_rewrite_options(*command, *options);
     add_file_argument(*command, options->file);
     command->footer(help_on_sort);
-    command->callback([options, &action] {
-        action = [options] { return rewrite(*options, Purpose::change, leave_as_it_is); };
-    });
+    command->callback(
+        [options, &action] { action = [options] { return rewrite(*options, Purpose::change); }; });
 }
 
 }  // namespace tool

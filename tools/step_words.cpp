@@ -2,19 +2,13 @@
 
 #include <algorithm>
 
+#include "words.h"
+
 namespace tool {
 
 namespace {
 
 using Lines = std::vector<std::string>;
-
-std::string quote(const std::string& text) {
-    return '"' + text + '"';
-}
-
-bool contains(const std::string& text, const char* part) {
-    return text.find(part) != std::string::npos;
-}
 
 std::string without_quotes(std::string text) {
     const auto is_quote = [](char character) { return character == '"' || character == '\''; };

@@ -16,10 +16,9 @@ namespace tool {
 namespace {
 
 constexpr const char* help_on_text =
-    "Every element that PATH selects gets VALUE as its text; an empty one removes the text. Refused with 3 "
-    "for\n"
-    "elements that have elements in them, since text beside these would be lost. Exits with 1 and writes\n"
-    "nothing if PATH selects no element. A VALUE that begins with - stands behind --.\n"
+    "Every element that PATH selects gets VALUE as its text; an empty one removes the text. Refused\n"
+    "with 3 for elements that have elements in them, since text beside these would be lost. Exits with\n"
+    "1 and writes nothing if PATH selects no element. A VALUE that begins with - stands behind --.\n"
     "\n"
     "Examples:\n"
     "  quxml text -i /settings/host/name kitchen settings.xml\n"

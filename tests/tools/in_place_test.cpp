@@ -81,8 +81,8 @@ TEST_F(InPlace, works_with_every_command_that_writes_documents) {
 TEST_F(InPlace, keeps_mode_and_owner) {
     EXPECT_EQ(run("chmod 4751 a.xml; quxml set -i //host port=80 a.xml").code, 0);
     EXPECT_EQ(get_status("a.xml").st_mode & 07777U, 04751U);
-    EXPECT_EQ(run("chmod 0400 a.xml; quxml set -i //host port=81 a.xml").code, 0);
-    EXPECT_EQ(get_status("a.xml").st_mode & 07777U, 0400U);
+    EXPECT_EQ(run("chmod 0620 a.xml; quxml set -i //host port=81 a.xml").code, 0);
+    EXPECT_EQ(get_status("a.xml").st_mode & 07777U, 0620U);
     if (geteuid() != 0)
         GTEST_SKIP() << "only root can give files away";
     EXPECT_EQ(run("chown 1234:4321 a.xml; chmod 2640 a.xml; quxml set -i --backup //host port=82 a.xml").code,
@@ -208,15 +208,16 @@ TEST_F(InPlace, exits_with_5_for_what_is_no_file_to_be_replaced) {
                std::string("quxml: ") + one.message + '\n');
 }
 
-TEST_F(InPlace, exits_with_5_where_no_file_can_be_created) {
+TEST_F(InPlace, exits_with_5_where_nothing_may_be_written) {
     if (geteuid() == 0)
-        GTEST_SKIP() << "root can create files in any folder";
+        GTEST_SKIP() << "root may write everything";
     const Result result =
         run("mkdir sub; mv a.xml sub; chmod 555 sub; quxml set -i //host port=80 sub/a.xml");
     EXPECT_EQ(result.code, 5);
     EXPECT_TRUE(contains(result.err, "Permission denied")) << result.err;
     EXPECT_EQ(written("sub/a.xml"), old_text);
-    EXPECT_EQ(run("chmod 755 sub").code, 0);
+    EXPECT_EQ(run("chmod 755 sub; chmod 444 sub/a.xml").code, 0);
+    expect(run("quxml set -i //host port=80 sub/a.xml"), 5, "", "quxml: sub/a.xml: Permission denied\n");
 }
 
 // ---- Full disks

@@ -1,6 +1,8 @@
 #include "program.h"
 
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace quxml_test {
 
@@ -20,6 +22,11 @@ TEST_F(Output, exits_with_5_on_a_full_disk) {
     expect(run("quxml format --compact books.xml >/dev/full"), 5, "", message);
     expect(run("quxml query a a.xml >/dev/full"), 5, "", message);
     expect(run("quxml query //book books.xml >/dev/full"), 5, "", message);
+    for (const char* command :
+         {"sort a.xml", "set a x=1 a.xml", "text a x a.xml", "add a b a.xml", "query --count a a.xml",
+          "query --path a a.xml", "explain a", "--write-manual", "--write-bash-completion"})
+        expect(run(std::string("quxml ") + command + " >/dev/full"), 5, "", message);
+    expect(run("echo '<a><?p?></a>' | quxml loss >/dev/full"), 5, "", message);
     expect(run("quxml --help >/dev/full"), 5, "", message);
     expect(run("quxml --version >/dev/full"), 5, "", message);
 }
@@ -45,12 +52,30 @@ TEST_F(Output, exits_with_the_same_codes_without_a_standard_error) {
 
 // What `head` did not want to see is no failure.
 TEST_F(Output, ends_quietly_on_a_closed_pipe_as_though_all_had_been_read) {
-    for (const char* command : {"format books.xml", "format --compact books.xml", "query //book books.xml"}) {
+    const std::vector<std::pair<const char*, const char*>> all = {
+        {"format books.xml", "0\n"},
+        {"format --compact books.xml", "0\n"},
+        {"sort books.xml", "0\n"},
+        {"query //book books.xml", "0\n"},
+        {"query --value //book books.xml", "0\n"},
+        {"query --path //book books.xml", "0\n"},
+        {"set //book x=1 books.xml", "0\n"},
+        {"remove '/catalog/book[position()=2]' books.xml", "0\n"},
+        {"loss losses.xml", "1\n"},
+        {"diff books.xml a.xml", "1\n"},
+        {"diff many.xml books.xml", "1\n"},
+    };
+    std::string losses = "<a>";
+    for (int i = 0; i < 20000; ++i)
+        losses += "<?p?>";
+    write("losses.xml", losses + "</a>");
+    write("many.xml", "<catalog/>");
+    for (const auto& [command, code] : all) {
         SCOPED_TRACE(command);
-        const Result result = run(std::string("{ quxml ") + command + "; echo $? >code; } | head -c 5");
-        EXPECT_EQ(result.out.size(), 5U);
-        EXPECT_EQ(result.err, "");
-        EXPECT_EQ(written("code"), "0\n");
+        const Result result = run(std::string("{ quxml ") + command + "; echo $? >code; } 2>err | head -c 5");
+        EXPECT_LE(result.out.size(), 5U);
+        EXPECT_EQ(written("err").find("ipe"), std::string::npos);
+        EXPECT_EQ(written("code"), code);
     }
 }
 
