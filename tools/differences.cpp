@@ -65,7 +65,8 @@ public:
 private:
     static void mix(std::size_t& print, std::size_t more) {
         constexpr std::size_t odd = 0x9e3779b1;
-        print = (print ^ more) * odd + (print >> 7U);
+        constexpr unsigned shift = 7;
+        print = (print ^ more) * odd + (print >> shift);
     }
 
     static void mix(std::size_t& print, const std::string& text) {

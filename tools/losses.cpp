@@ -270,7 +270,7 @@ struct Name {
 };
 
 // In the order of LossKind.
-constexpr std::array<Name, 12> names{{
+constexpr std::array<Name, 12> kind_names{{
     {"encoding", "encodings"},
     {"DOCTYPE", "DOCTYPEs"},
     {"comment", "comments"},
@@ -314,11 +314,11 @@ bool has_losses(const std::vector<Loss>& losses) {
 }
 
 std::string get_name(LossKind kind) {
-    return names.at(static_cast<std::size_t>(kind)).one;
+    return kind_names.at(static_cast<std::size_t>(kind)).one;
 }
 
 std::string get_summary(const std::vector<Loss>& losses) {
-    std::array<std::size_t, names.size()> counts{};
+    std::array<std::size_t, kind_names.size()> counts{};
     for (const Loss& loss : losses)
         if (!is_note(loss))
             ++counts.at(static_cast<std::size_t>(loss.kind));
@@ -326,7 +326,7 @@ std::string get_summary(const std::vector<Loss>& losses) {
     for (std::size_t i = 0; i < counts.size(); ++i)
         if (counts.at(i) != 0)
             summary += (summary.empty() ? "" : ", ") + std::to_string(counts.at(i)) + ' ' +
-                       (counts.at(i) == 1 ? names.at(i).one : names.at(i).many);
+                       (counts.at(i) == 1 ? kind_names.at(i).one : kind_names.at(i).many);
     return summary;
 }
 

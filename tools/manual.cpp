@@ -123,7 +123,7 @@ constexpr const char* sections =
 }  // namespace
 
 std::string get_manual(const CLI::App& app, const std::string& version) {
-    std::string text = ".TH QUXML 1 \"\" \"" + to_troff(version) + "\" \"User Commands\"\n";
+    std::string text = R"(.TH QUXML 1 "" ")" + to_troff(version) + "\" \"User Commands\"\n";
     text += ".SH NAME\nquxml \\- look into XML documents and change them\n";
     text += ".SH SYNOPSIS\n\\fBquxml\\fR \\fICOMMAND\\fR [\\fIOPTIONS\\fR] \\fIARGUMENTS\\fR\n";
     text += ".SH DESCRIPTION\n" + lines(app.get_description());

@@ -77,7 +77,6 @@ public:
     NewFile(const std::string& path, const struct stat& status)
         : name(path.substr(0, path.rfind('/') + 1) + ".quxml-XXXXXX"),
           file(mkostemp(name.data(), O_CLOEXEC), path) {
-        is_named = true;
         set_owner_and_mode(path, status);
     }
 
@@ -133,7 +132,7 @@ private:
 
     std::string name;
     Descriptor file;
-    bool is_named = false;
+    bool is_named = true;
 };
 
 // Makes a new name in a folder outlast a loss of power. Not every file system can.
