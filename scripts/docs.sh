@@ -6,4 +6,5 @@ QUXML_VERSION=$(sed -n 's/^#define QUXML_VERSION_[A-Z]* //p' include/quxml/versi
 export QUXML_THEME QUXML_VERSION
 rm -rf build/docs
 quietly doxygen docs/Doxyfile
+! grep --extended-regexp --only-matching 'href="[^"]*\.md[^"]*"' build/docs/html/*.html || fail "links that were not understood"
 echo "build/docs/html/index.html has $(find build/docs/html -name '*.html' | wc --lines) pages"

@@ -6,7 +6,6 @@ names, since the site does not have them. Code between backquotes becomes <code>
 end and no character for a command.
 """
 
-import html
 import os
 import re
 import sys
@@ -30,7 +29,8 @@ def make_link(text, target, page):
         return text
     label = label_of(path or page, anchor)
     word = "subpage" if os.path.basename(page) == OVERVIEW and not anchor else "ref"
-    return f'\\{word} {label} "{text}"'
+    plain = re.sub("</?code>", "", text)  # the text of a link knows no tags
+    return f'\\{word} {label} "{plain}"'
 
 
 def escape(code):
@@ -38,13 +38,15 @@ def escape(code):
     return re.sub(r"([\\@#$%\"&<>|]|--+)", r"\\\1", code)
 
 
-def convert_prose(line, page):
-    pieces = re.split(r"(`[^`]+`)", line)
+LINK = re.compile(r"(?<!!)\[((?:<code>.*?</code>|[^][])+)\]\(([^)\s]+)\)")
+
+
+def convert_prose(text, page):
+    pieces = re.split(r"(`[^`]+`)", text)
     for number, piece in enumerate(pieces):
         if number % 2:
             pieces[number] = "<code>" + escape(piece[1:-1].replace("\\|", "|")) + "</code>"
-    line = "".join(pieces)
-    return re.sub(r"(?<!!)\[([^][]+)\]\(([^)\s]+)\)", lambda link: make_link(link[1], link[2], page), line)
+    return LINK.sub(lambda link: make_link(link[1].replace("\n", " "), link[2], page), "".join(pieces))
 
 
 def convert_heading(line, page):
@@ -55,18 +57,24 @@ def convert_heading(line, page):
 
 def convert(lines, page):
     in_block = False
-    for line in lines:
-        if line.startswith("```"):
+    prose = []  # the lines since the last that were anything else, because links go on from line to line
+    for line in lines + ["#"]:
+        is_fence = line.startswith("```")
+        if not (in_block or is_fence or line.startswith(("    ", "<!-- ", "#"))):
+            prose.append(line)
+            continue
+        if prose:
+            yield convert_prose("\n".join(prose), page)
+            prose = []
+        if is_fence:
             in_block = not in_block
             yield line if line == "```" else "```{" + LANGUAGES.get(line[3:], "." + line[3:]) + "}"
         elif in_block or line.startswith("    "):
             yield line
-        elif line.startswith("<!-- "):
-            yield ""
-        elif line.startswith("#"):
+        elif line.startswith("# ") or line.startswith("##"):
             yield convert_heading(line, page)
         else:
-            yield convert_prose(line, page)
+            yield ""
 
 
 LANGUAGES = {"console": ".sh", "gdb": ".txt", "text": ".txt", "cmake": ".txt", "sh": ".sh"}
