@@ -38,7 +38,7 @@ def escape(code):
     return re.sub(r"([\\@#$%\"&<>|]|--+)", r"\\\1", code)
 
 
-LINK = re.compile(r"(?<!!)\[((?:<code>.*?</code>|[^][])+)\]\(([^)\s]+)\)")
+LINK = re.compile(r"(?<!!)\[((?:<code>(?:(?!</code>).)*</code>|(?!<code>)[^][])+)\]\(([^)\s]+)\)")
 
 
 def convert_prose(text, page):
