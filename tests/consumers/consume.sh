@@ -88,7 +88,7 @@ program() {
 installed_files() {
     find "$prefix" ! -type d -printf '%P\n' |
         sed -e "s|$work/installed|/PREFIX|; s|^$libraries/|LIB/|; s|/PREFIX/$libraries/|/PREFIX/LIB/|" \
-            -e "s|$version\(-gdb.py\)\?\$|VERSION\1|; s|\.$soversion\$|.SOVERSION|" |
+            -e "s|$version\(-gdb.py\)\?\$|VERSION\1|; s|\.so\.$soversion\$|.so.SOVERSION|" |
         sort | diff "$here/installed_files.$kind.txt" -
 }
 
