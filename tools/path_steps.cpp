@@ -95,7 +95,7 @@ void take_position(Predicate& predicate) {
         const unsigned position = get_bound(predicate, '=');
         predicate.range = {position, position + 1, false};
     }
-    refuse(predicate, ">=", "> and the number before");
+    refuse(predicate, ">=", "> and the number before, and [last()] for the last node, which > leaves out");
     refuse(predicate, "<=", "< and the next number");
 }
 

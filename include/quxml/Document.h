@@ -16,7 +16,8 @@ class Element;
 /// \par Threads
 /// Different documents may be used on different threads at once; one document may not.
 /// \par Memory
-/// What needs memory may throw `std::bad_alloc`. Unless its description says otherwise, nothing has changed then.
+/// What needs memory may throw `std::bad_alloc`. Unless its description says otherwise, nothing has changed
+/// then.
 class QUXML_EXPORT Document {
 public:
     /// A document without a root.
@@ -61,7 +62,8 @@ public:
     /// \param deep whether attributes and everything below are copied, or the name alone.
     /// \return the new root, borrowed.
     /// \throws std::out_of_range ("stoi") if a node of a derived class, which copies itself, brings about the
-    ///     comparison of an item beyond the range of `int`; the document holds what had been copied until then.
+    ///     comparison of an item beyond the range of `int`; the document holds what had been copied until
+    ///     then.
     /// \throws std::bad_alloc the document holds what had been copied until then, or no root.
     /// \par Complexity
     /// The size of both trees; for an element that is kept sorted, n log n for n children.

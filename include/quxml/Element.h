@@ -52,7 +52,7 @@ public:
     /// linear in the number of attributes.
     Attribute* set_attribute(const std::string& name, const std::string& value);
 
-    /// Destroys the attribute `name`, and with it the validity of pointers to it; does nothing if there is none.
+    /// Destroys the attribute `name`, so that pointers to it dangle; does nothing if there is none.
     /// \par Complexity
     /// linear in the number of attributes.
     void remove_attribute(const std::string& name);
@@ -110,8 +110,9 @@ public:
     ///
     /// Deliberate: the copy is linked before it gets its attributes, so in a parent that is kept sorted it
     /// goes behind all its namesakes, whatever its item; copies made in source order keep the source order.
-    /// \throws std::out_of_range ("stoi") if a child of a derived class, which copies itself, brings about the
-    ///     comparison of an item beyond the range of `int`; what had been copied until then stays in `parent`.
+    /// \throws std::out_of_range ("stoi") if a child of a derived class, which copies itself, brings about
+    ///     the comparison of an item beyond the range of `int`; what had been copied until then stays in
+    ///     `parent`.
     /// \throws std::bad_alloc what had been copied until then stays in `parent`.
     /// \par Complexity
     /// The size of the copy; in an element that is kept sorted, n log n for n children.

@@ -32,7 +32,8 @@ using NodeSet = std::set<Node*>;
 /// \par Threads
 /// Trees that share no node may be used on different threads at once; one tree may not.
 /// \par Memory
-/// What needs memory may throw `std::bad_alloc`. Unless its description says otherwise, nothing has changed then.
+/// What needs memory may throw `std::bad_alloc`. Unless its description says otherwise, nothing has changed
+/// then.
 /// \par Depth
 /// No operation of the library recurses with the depth of a tree. Only nested nodes of derived classes that
 /// are written or copied take one call each, since each is asked to write or copy itself.
@@ -58,10 +59,10 @@ public:
     /// \param keep_sorted whether `add_new_node` puts children at their sorted place instead of at the end.
     Node(const std::string& name, Element* parent, bool keep_sorted);
 
-    /// Nodes are not copied but with `import_node`, which puts the copy below a parent.
+    /// Nodes can not be copied by value; see `import_node`.
     Node(const Node&) = delete;
 
-    /// Nor assigned.
+    /// Nodes can not be assigned.
     Node& operator=(const Node&) = delete;
 
     /// Destroys all children, and everything below them, parents before their children, first to last. The
@@ -166,6 +167,8 @@ public:
     /// \param deep as for `get_deep_copy_of_node`.
     /// \return the copy, borrowed; or, for an attribute that this element already has, that attribute with
     ///     its new value.
+    /// \throws std::bad_alloc what had been copied until then stays in this element; so it does after an
+    ///     exception of a node of a derived class, which copies itself.
     Node* import_node(const Node* node, bool deep);
 
     /// Sorts the children, whether or not this node is kept sorted.
@@ -176,7 +179,8 @@ public:
     ///
     /// Deliberate: an element without an item counts as going before each namesake and each namesake as going
     /// before it. A group of which no element has an item is therefore reversed by each call. Results for
-    /// such groups are those of libstdc++'s `std::list::sort`.
+    /// such groups are those of libstdc++'s `std::list::sort`. A single element without an item can leave its
+    /// namesakes out of order.
     /// \throws std::out_of_range ("stoi") if a number beyond the range of `int` is compared. All children are
     ///     still there, in an unspecified order, and their sibling links are as before.
     /// \par Complexity
@@ -210,8 +214,8 @@ public:
     /// \throws std::invalid_argument, std::out_of_range if a predicate that is reached can not be read (see
     ///     `XPathHelper`); the tree is never changed.
     /// \par Complexity
-    /// For each step linear in the children of the nodes that the step before selected; for a search linear in the
-    /// nodes below; for m results m log m.
+    /// For each step linear in the children of the nodes that the step before selected, and what its predicates
+    /// cost; for a search linear in the nodes below; for m results m log m.
     NodeSet find_exact_match(const std::string& path);
 
     /// As `find_exact_match`, but a name test matches every name that begins with it, ignoring case.

@@ -34,9 +34,9 @@ public:
     /// Deliberate: the argument is left holding the previous text, so nothing is freed and nothing is lost.
     void set_content(std::string&& content);
 
-    /// Appends the text with `&`, `<`, `>`, the quote and the apostrophe written as `&amp;`, `&lt;`, `&gt;`, `&quot;`
-    /// and `&apos;`, and every other byte as it is. Formatted: on a line of its own with 2 * `depth` spaces before it, but with nothing around it
-    /// if it is its parent's only child.
+    /// Appends the text with `&`, `<`, `>`, the quote and the apostrophe written as `&amp;`, `&lt;`, `&gt;`,
+    /// `&quot;` and `&apos;`, and every other byte as it is. Formatted: on a line of its own with 2 * `depth`
+    /// spaces before it, but with nothing around it if it is its parent's only child.
     ///
     /// Deliberate: text without a parent appends nothing.
     void write_to_string(std::string& out, int depth) const override;

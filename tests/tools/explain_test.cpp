@@ -178,7 +178,8 @@ TEST_F(Explain, exits_with_4_for_a_path_that_queries_refuse) {
            "  note: the first step names the root element itself, not a child of it\n"
            "step 2: b[position()>=2]\n"
            "  children: those with the name \"b\" in upper or lower case\n"
-           "  error: [position()>=2] >= is not known; use > and the number before\n"
+           "  error: [position()>=2] >= is not known; use > and the number before, and [last()] for the last "
+           "node, which > leaves out\n"
            "step 3: c\n"
            "  children: those with the name \"c\" in upper or lower case\n",
            "");

@@ -119,7 +119,8 @@ TEST_F(Query, exits_with_4_for_a_path_it_can_not_understand_and_tells_step_and_p
     const char* two_signs = "exactly one equal sign can stand in the predicate of a child's text";
     const std::vector<std::pair<const char*, std::string>> refused{
         {"library/book[position()>=1]",
-         "step 2, [position()>=1]: >= is not known; use > and the number before"},
+         "step 2, [position()>=1]: >= is not known; use > and the number before, and [last()] for the last "
+         "node, which > leaves out"},
         {"library/book[position()<=1]",
          "step 2, [position()<=1]: <= is not known; use < and the next number"},
         {"library/book[last()-x]", "step 2, [last()-x]: " + std::string(offset) + "\"-x\""},
