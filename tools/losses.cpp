@@ -209,13 +209,13 @@ private:
             if (!one.is_white)
                 add(LossKind::text, one.begin, one.end);
             else if (!one.has_line_feed)
-                add(LossKind::white_space, one.begin, one.end);
+                add(LossKind::blank_text, one.begin, one.end);
         }
     }
 
     void add_only_text(const Text& one) {
         if (one.is_white && one.begins_with_line_feed)
-            add(LossKind::white_space, one.begin, one.end);
+            add(LossKind::blank_text, one.begin, one.end);
         else if (one.has_carriage_return)
             add(LossKind::carriage_return, one.begin, one.end);
     }

@@ -15,7 +15,7 @@ enum class LossKind {
     instruction,
     cdata,
     text,
-    white_space,
+    blank_text,
     entity,
     prefix,
     declaration,

@@ -47,7 +47,8 @@ check() {
 
 # Everything installed is used in another place than it was installed in.
 install() {
-    build "$sources" "$work/build" -DCMAKE_BUILD_TYPE=Release -DQUXML_BUILD_TESTS=OFF -DQUXML_BUILD_EXAMPLES=OFF \
+    build "$sources" "$work/build" -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_FLAGS_RELEASE="-O1 -DNDEBUG" \
+        -DQUXML_BUILD_TESTS=OFF -DQUXML_BUILD_EXAMPLES=OFF \
         -DCMAKE_INSTALL_PREFIX="$work/installed" -DCMAKE_INSTALL_LIBDIR="$libraries"
     rm -rf "$work/installed" "$prefix"
     "$cmake" --install "$work/build"
