@@ -3,17 +3,14 @@
 need_to_build_with abigail-tools
 
 command="check"
-if [ "${1-}" = --write ]; then
-    command="write"
-    shift
-fi
+[ "${1-}" != --write ] || { command="write" && shift; }
 refuse_arguments "$@"
 
 # Builds the shared library with debug information below build/abi/NAME; flags may follow. Files compiled together repeat
 # fewer of the standard library's types.
 build_for_abi() {
-    local place=build/abi/$1 arch=$2 toolchain=()
-    [ "$arch" = amd64 ] || toolchain=(--toolchain "$PWD/cmake/toolchains/$arch.cmake")
+    local place=build/abi/$1 toolchain
+    choose_toolchain "$2"
     quietly cmake -S . -B "$place" -G Ninja "${toolchain[@]}" -DCMAKE_BUILD_TYPE=Release -DBUILD_SHARED_LIBS=ON \
         -DCMAKE_UNITY_BUILD=ON -DCMAKE_CXX_FLAGS="-ffile-prefix-map=$PWD/= ${*:3}" \
         -DCMAKE_CXX_FLAGS_RELEASE="-O2 -g -DNDEBUG" \
@@ -38,7 +35,6 @@ write() {
 }
 
 for arch in amd64 i386 armhf; do
-    [ "$arch" = amd64 ] || need_to_cross_build "$arch"
     build_for_abi "$arch" "$arch"
     "$command" "$arch"
 done

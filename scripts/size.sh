@@ -3,18 +3,12 @@
 need_to_build_with libxml2-dev
 
 command="check"
-if [ "${1-}" = --write ]; then
-    command="write"
-    shift
-fi
+[ "${1-}" != --write ] || { command="write" && shift; }
 
 # Fails if a library or program has grown, but goes on to the others before.
 size() {
-    local arch=$1 flags failures=0 toolchain=()
-    if [ "$arch" != amd64 ]; then
-        need_to_cross_build "$arch"
-        toolchain=(--toolchain "$PWD/cmake/toolchains/$arch.cmake")
-    fi
+    local arch=$1 flags failures=0 toolchain
+    choose_toolchain "$arch"
     for flags in -Os -O2; do
         bash tests/size/size.sh "$command" "$arch" "$flags" "build/size/$arch$flags" -G Ninja "${toolchain[@]}" ||
             failures=1

@@ -27,6 +27,15 @@ need_to_cross_build() {
     echo "${packages[*]}" >"$sysroots/$1/packages"
 }
 
+# Makes `toolchain` the arguments that have CMake build for an architecture: none for amd64.
+choose_toolchain() {
+    toolchain=()
+    [ "$1" != amd64 ] || return 0
+    need_to_cross_build "$1"
+    # shellcheck disable=SC2034  # The callers use it.
+    toolchain=(--toolchain "$PWD/cmake/toolchains/$1.cmake")
+}
+
 # Runs apt-get for an architecture with all its state in a folder of ours, as if nothing were installed; it uses this
 # machine's sources of packages.
 apt_get_for() {
