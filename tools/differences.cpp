@@ -63,30 +63,25 @@ public:
     std::size_t get(const Element& element) const { return prints.at(&element); }
 
 private:
-    static void mix(std::size_t& print, std::size_t more) {
-        constexpr std::size_t odd = 0x9e3779b1;
-        constexpr unsigned shift = 7;
-        print = (print ^ more) * odd + (print >> shift);
-    }
-
-    static void mix(std::size_t& print, const std::string& text) {
-        mix(print, std::hash<std::string>()(text));
-    }
-
     // The children have theirs already.
     void add(const Element& element) {
-        std::size_t print = 0;
-        mix(print, element.get_name());
-        mix(print, get_text(element));
+        std::string summary;
+        append(summary, element.get_name());
+        append(summary, get_text(element));
         for (const auto& [name, value] : get_attributes(element)) {
-            mix(print, name);
-            mix(print, value);
+            append(summary, name);
+            append(summary, value);
         }
         Elements children = get_elements(element);
         std::stable_sort(children.begin(), children.end(), goes_before);
         for (const Element* child : children)
-            mix(print, get(*child));
-        prints[&element] = print;
+            append(summary, std::to_string(get(*child)));
+        prints[&element] = std::hash<std::string>()(summary);
+    }
+
+    static void append(std::string& summary, const std::string& piece) {
+        summary += piece;
+        summary += '\0';
     }
 
     static bool goes_before(const Element* one, const Element* other) {

@@ -126,7 +126,8 @@ Layout guess_layout(const std::string& document) {
     const std::size_t child = text.find('<', text.find('>', find_root(text)));
     if (child == std::string_view::npos || text.substr(child, 2) == "</")
         return layout;
-    const std::size_t line = text.rfind('\n', child) + 1;
+    const std::size_t newline = text.rfind('\n', child);
+    const std::size_t line = newline == std::string_view::npos ? 0 : newline + 1;
     layout.compact = line <= find_root(text);
     if (!layout.compact && is_indent(text.substr(line, child - line)))
         layout.indent = text.substr(line, child - line);

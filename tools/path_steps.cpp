@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <stdexcept>
 #include <string_view>
@@ -26,10 +27,12 @@ std::string trim(const std::string& text, const char* characters) {
 std::vector<std::string> split(const std::string& text, const char* separators) {
     std::vector<std::string> pieces;
     std::size_t begin = 0;
-    for (std::size_t end = 0; end != std::string::npos; begin = end + 1) {
-        end = text.find_first_of(separators, begin);
+    std::size_t end = 0;
+    while ((end = text.find_first_of(separators, begin)) != std::string::npos) {
         pieces.push_back(text.substr(begin, end - begin));
+        begin = end + 1;
     }
+    pieces.push_back(text.substr(begin));
     return pieces;
 }
 
@@ -90,10 +93,10 @@ void take_position(Predicate& predicate) {
     if (contains(predicate.text, "<"))
         predicate.range.end = get_bound(predicate, '<');
     if (contains(predicate.text, ">"))
-        predicate.range = {get_bound(predicate, '>') + 1, 0, true};
+        predicate.range = {get_next_position(get_bound(predicate, '>')), 0, true};
     if (contains(predicate.text, "=")) {
         const unsigned position = get_bound(predicate, '=');
-        predicate.range = {position, position + 1, false};
+        predicate.range = {position, get_next_position(position), false};
     }
     refuse(predicate, ">=", "> and the number before, and [last()] for the last node, which > leaves out");
     refuse(predicate, "<=", "< and the next number");
@@ -231,6 +234,10 @@ bool is_all_children(const std::vector<std::string>& pieces, std::size_t i) {
 }
 
 }  // namespace
+
+unsigned get_next_position(unsigned position) {
+    return static_cast<unsigned>(std::uint64_t{position} + 1);
+}
 
 bool tests_single_nodes(const Step& step) {
     return step.kind == StepKind::start || step.kind == StepKind::search ||

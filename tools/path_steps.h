@@ -58,6 +58,9 @@ struct Step {
     bool is_last = false;
 };
 
+/// The position behind another; 0 behind the largest, since positions count modulo 2^32.
+unsigned get_next_position(unsigned position);
+
 /// A path as the library's queries take it, step by step.
 std::vector<Step> get_steps(const std::string& path);
 

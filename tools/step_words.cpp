@@ -34,7 +34,7 @@ std::string describe_end(const PositionRange& range) {
 std::string describe_range(const PositionRange& range) {
     if (!range.counted && range.end == 1)
         return "none";
-    if (!range.counted && range.end == range.first + 1)
+    if (!range.counted && range.end == get_next_position(range.first))
         return "the one at position " + std::to_string(range.first);
     return "those from position " + std::to_string(std::max(range.first, 1U)) + ' ' + describe_end(range);
 }

@@ -169,6 +169,13 @@ std::string name_gap(const std::string& gap) {
     return gap == "\n" ? "a line end" : std::to_string(gap.size()) + " blanks";
 }
 
+std::string get_blanks_at_end(std::string text) {
+    std::string blanks;
+    for (; !text.empty() && text.back() == ' '; text.pop_back())
+        blanks += ' ';
+    return blanks;
+}
+
 // | Piece of the text | Before it | Behind it | ...
 void check_white_space(const Table& table, const std::string& file) {
     const std::string text = quxml_test::read_file(file);
@@ -176,8 +183,7 @@ void check_white_space(const Table& table, const std::string& file) {
         const std::string piece = row[0].code.at(0);
         const std::size_t at = text.find(piece);
         ASSERT_NE(at, std::string::npos) << piece;
-        const std::size_t before = text.find_last_not_of(' ', at - 1) + 1;
-        EXPECT_EQ(row[1].text, name_gap(text.substr(before, at - before))) << piece;
+        EXPECT_EQ(row[1].text, name_gap(get_blanks_at_end(text.substr(0, at)))) << piece;
         EXPECT_EQ(row[2].text, name_gap(text[at + piece.size()] == '\n' ? "\n" : "")) << piece;
     }
 }
