@@ -52,7 +52,7 @@ void add(quxml::Element& parent, const AddOptions& options) {
 }
 
 ExitCode add(quxml::Document& document, const AddOptions& options) {
-    for (quxml::Element* parent : select_elements(document, options.path))
+    for (quxml::Element* parent : select_elements(document, options.path, get_path_notes(options.rewrite)))
         add(*parent, options);
     return ExitCode::done;
 }
@@ -80,6 +80,7 @@ void add_add(CLI::App& app, Action& action) {
     command->callback([options, item, &action] {
         options->has_item = item->count() != 0;
         action = [options] {
+            write_hints(options->rewrite, {{"PATH", options->path}, {"NAME", options->name}});
             return rewrite(options->rewrite, Purpose::change,
                            [&](quxml::Document& document) { return add(document, *options); });
         };

@@ -8,6 +8,7 @@
 #include "Failure.h"
 #include "commands.h"
 #include "diagnostics.h"
+#include "hints.h"
 #include "input.h"
 
 namespace tool {
@@ -43,6 +44,8 @@ ExitCode check(const std::string& file, bool quiet) {
 }
 
 ExitCode check(const CheckOptions& options) {
+    if (!options.quiet && options.files == std::vector<std::string>{standard_input})
+        write_hints(standard_input);
     ExitCode worst = ExitCode::done;
     for (const std::string& file : options.files)
         worst = std::max(worst, check(file, options.quiet));

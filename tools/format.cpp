@@ -27,8 +27,12 @@ void add_format(CLI::App& app, Action& action) {
                       "Children by name, namesakes by their attribute \"item\", else as they stand");
     add_file_argument(*command, options->file);
     command->footer(help_on_format);
-    command->callback(
-        [options, &action] { action = [options] { return rewrite(*options, Purpose::layout); }; });
+    command->callback([options, &action] {
+        action = [options] {
+            write_hints(*options);
+            return rewrite(*options, Purpose::layout);
+        };
+    });
 }
 
 }  // namespace tool

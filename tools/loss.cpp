@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "commands.h"
+#include "hints.h"
 #include "input.h"
 #include "losses.h"
 #include "output.h"
@@ -28,6 +29,7 @@ std::string describe(const std::string& file, const Loss& loss) {
 }
 
 ExitCode loss(const std::string& file) {
+    write_hints(file);
     const std::string document = read_text(file);
     parse_document(file, document, false);
     const std::vector<Loss> losses = find_losses(document);

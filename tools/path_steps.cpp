@@ -130,7 +130,7 @@ void take_item_or_literal(Predicate& predicate) {
     predicate.handler = is_item ? Handler::item : Handler::literal;
     predicate.value = is_item ? predicate.text : trim(predicate.text, quotes);
     if (number.is_too_large)
-        predicate.fault = too_large;
+        predicate.fault = std::string(too_large) + "; behind // it would be compared as text";
 }
 
 // The first form that applies wins.

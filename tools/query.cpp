@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "commands.h"
+#include "hints.h"
 #include "input.h"
 #include "node_paths.h"
 #include "output.h"
@@ -23,8 +24,9 @@ namespace {
 constexpr const char* help_on_query =
     "Matches come in document order, each closed by a line feed, or by a zero byte with --null, which\n"
     "no value can hold. Exits with 1 if there is none. The path starts with the name of the root\n"
-    "element; put it in quotes, since the shell has its own use for brackets and stars. \"quxml\n"
-    "explain\" tells how a path is taken.\n"
+    "element; put it in quotes, since the shell has its own use for brackets and stars. Notes on\n"
+    "standard error say where the path may not be what was meant: all of them if nothing matches, else\n"
+    "those that are a surprise. \"quxml explain\" tells more.\n"
     "\n"
     "Examples:\n"
     "  quxml query '/catalog/book' catalog.xml         all books in the catalog\n"
@@ -50,6 +52,7 @@ struct QueryOptions {
     bool node_path = false;
     bool count = false;
     bool null = false;
+    bool quiet = false;
 };
 
 // Text is written compact: formatted text has a line feed behind it or not, depending on its siblings.
@@ -96,7 +99,8 @@ void write_matches(const std::vector<quxml::Node*>& matches, const Describe& des
 
 std::vector<quxml::Node*> get_matches(const quxml::Document& document, const QueryOptions& options) {
     std::vector<quxml::Node*> matches =
-        select(document, options.path, options.prefix ? Names::prefixes : Names::whole);
+        select(document, options.path, options.quiet ? PathNotes::silent : PathNotes::written,
+               options.prefix ? Names::prefixes : Names::whole);
     const auto has_none = [&](const quxml::Node* match) { return !has_attribute(match, options.attribute); };
     if (!options.attribute.empty())
         matches.erase(std::remove_if(matches.begin(), matches.end(), has_none), matches.end());
@@ -109,6 +113,8 @@ void write_count(std::size_t count, char end) {
 }
 
 ExitCode query(const QueryOptions& options) {
+    if (!options.quiet)
+        write_hints(options.file, {{"PATH", options.path}});
     const std::shared_ptr<quxml::Document> document = read_document(options.file, false);
     const std::vector<quxml::Node*> matches = get_matches(*document, options);
     const char end = options.null ? '\0' : '\n';
@@ -122,13 +128,18 @@ ExitCode query(const QueryOptions& options) {
     return matches.empty() ? ExitCode::no_match : ExitCode::done;
 }
 
+std::string check_attribute(const std::string& name) {
+    return name.empty() ? "a name is wanted" : "";
+}
+
 void add_output_options(CLI::App& command, QueryOptions& options) {
     const std::vector<CLI::Option*> kinds{
         command.add_flag("--value", options.value, "The text in each match instead of its XML"),
         command
             .add_option("--attribute", options.attribute,
                         "The value of this attribute, of matches that have it")
-            ->type_name("NAME"),
+            ->type_name("NAME")
+            ->check(CLI::Validator(check_attribute, "")),
         command.add_flag("--path", options.node_path, "A path to each match that selects nothing else"),
         command.add_flag("--count", options.count, "How many matches there are"),
     };
@@ -146,6 +157,7 @@ void add_query(CLI::App& app, Action& action) {
                       "A name in the path also stands for all that begin with it");
     command->add_flag("-0,--null", options->null, "A zero byte behind each match instead of a line feed");
     add_output_options(*command, *options);
+    command->add_flag("--quiet", options->quiet, "No notes on the path");
     command->add_option("PATH", options->path, "What to look for")->required();
     command->add_option("FILE", options->file, "The document; standard input if it is - or missing");
     command->footer(help_on_query);

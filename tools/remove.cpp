@@ -47,7 +47,7 @@ std::vector<quxml::Node*> get_topmost(const std::vector<quxml::Node*>& nodes) {
 }
 
 ExitCode remove(quxml::Document& document, const RemoveOptions& options) {
-    const std::vector<quxml::Node*> nodes = select(document, options.path);
+    const std::vector<quxml::Node*> nodes = select(document, options.path, get_path_notes(options.rewrite));
     if (nodes.empty())
         throw Failure(ExitCode::no_match, "nothing matches " + options.path);
     if (nodes.front() == document.get_root_node())
@@ -68,6 +68,7 @@ void add_remove(CLI::App& app, Action& action) {
     command->footer(help_on_remove);
     command->callback([options, &action] {
         action = [options] {
+            write_hints(options->rewrite, {{"PATH", options->path}});
             return rewrite(options->rewrite, Purpose::change,
                            [&](quxml::Document& document) { return remove(document, *options); });
         };

@@ -164,7 +164,7 @@ void add_rewrite_options(CLI::App& command, RewriteOptions& options) {
         ->needs(in_place);
     command.add_flag("--lossy", options.lossy, "With -i: change FILE even if something of it is lost")
         ->needs(in_place);
-    command.add_flag("--quiet", options.quiet, "Do not warn of what is lost");
+    command.add_flag("--quiet", options.quiet, "Neither warnings nor notes");
     CLI::Option* compact =
         command.add_flag("--compact", options.compact, "Everything on one line, closed by a line feed");
     command.add_option("--indent", options.indent, "Blanks for each level, up to 16, or \"tab\"")
@@ -176,6 +176,15 @@ void add_rewrite_options(CLI::App& command, RewriteOptions& options) {
 
 void add_file_argument(CLI::App& command, std::string& file) {
     command.add_option("FILE", file, "The document; standard input if it is - or missing");
+}
+
+PathNotes get_path_notes(const RewriteOptions& options) {
+    return options.quiet ? PathNotes::silent : PathNotes::written;
+}
+
+void write_hints(const RewriteOptions& options, const std::vector<Argument>& arguments) {
+    if (!options.quiet && !options.in_place)
+        write_hints(options.file, arguments);
 }
 
 ExitCode rewrite(const RewriteOptions& options, Purpose purpose, const Change& change) {

@@ -5,9 +5,12 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "exit_codes.h"
+#include "hints.h"
 #include "input.h"
+#include "selection.h"
 
 namespace CLI {
 class App;
@@ -30,6 +33,12 @@ struct RewriteOptions {
 
 /// Adds to a command the options that all of these commands have.
 void add_rewrite_options(CLI::App& command, RewriteOptions& options);
+
+/// What of the notes on its path a command writes with these options.
+PathNotes get_path_notes(const RewriteOptions& options);
+
+/// Hints about standard input, unless they are unwanted.
+void write_hints(const RewriteOptions& options, const std::vector<Argument>& arguments = {});
 
 /// Adds to a command the last argument, FILE.
 void add_file_argument(CLI::App& command, std::string& file);

@@ -2,11 +2,14 @@
 
 #include <quxml/Element.h>
 
+#include <iostream>
 #include <stdexcept>
 
 #include "Failure.h"
 #include "document_order.h"
+#include "path_notes.h"
 #include "path_steps.h"
+#include "terminal.h"
 
 namespace tool {
 
@@ -43,16 +46,32 @@ quxml::NodeSet get_matches(quxml::Node* root, const std::string& path, Names nam
     }
 }
 
-}  // namespace
-
-std::vector<quxml::Node*> select(const quxml::Document& document, const std::string& path, Names names) {
-    quxml::Node* const root = document.get_root_node();
-    return in_document_order(root, get_matches(root, path, names));
+void write_notes(const std::string& path, bool only_surprises) {
+    int number = 0;
+    for (const Step& step : get_steps(path)) {
+        const std::string place =
+            "step " + std::to_string(++number) + ", " + (step.text.empty() ? "(empty)" : step.text);
+        for (const Note& note : get_notes(step))
+            if (note.is_surprise || !only_surprises)
+                std::cerr << "quxml: note: " << to_printable(place + ": " + note.text) << '\n';
+    }
 }
 
-std::vector<quxml::Element*> select_elements(const quxml::Document& document, const std::string& path) {
+}  // namespace
+
+std::vector<quxml::Node*> select(const quxml::Document& document, const std::string& path, PathNotes notes,
+                                 Names names) {
+    quxml::Node* const root = document.get_root_node();
+    std::vector<quxml::Node*> nodes = in_document_order(root, get_matches(root, path, names));
+    if (notes == PathNotes::written)
+        write_notes(path, !nodes.empty());
+    return nodes;
+}
+
+std::vector<quxml::Element*> select_elements(const quxml::Document& document, const std::string& path,
+                                             PathNotes notes) {
     std::vector<quxml::Element*> elements;
-    for (quxml::Node* node : select(document, path))
+    for (quxml::Node* node : select(document, path, notes))
         if (auto* element = dynamic_cast<quxml::Element*>(node))
             elements.push_back(element);
     if (elements.empty())

@@ -12,13 +12,18 @@ namespace tool {
 /// How the names in a path are compared, in both cases without regard to case.
 enum class Names { whole, prefixes };
 
+/// Whether standard error is told where a path may not do what was meant: on a path that selects nothing all there
+/// is to say, else only what is a surprise.
+enum class PathNotes { written, silent };
+
 /// The nodes that a path selects from the root element, in document order.
 /// \throws Failure  (bad_query)
-std::vector<quxml::Node*> select(const quxml::Document& document, const std::string& path,
+std::vector<quxml::Node*> select(const quxml::Document& document, const std::string& path, PathNotes notes,
                                  Names names = Names::whole);
 
 /// The elements among them. \throws Failure  (bad_query, or no_match if there are none)
-std::vector<quxml::Element*> select_elements(const quxml::Document& document, const std::string& path);
+std::vector<quxml::Element*> select_elements(const quxml::Document& document, const std::string& path,
+                                             PathNotes notes);
 
 }  // namespace tool
 

@@ -31,7 +31,7 @@ struct SetOptions {
 };
 
 ExitCode set(quxml::Document& document, const SetOptions& options) {
-    for (quxml::Element* element : select_elements(document, options.path)) {
+    for (quxml::Element* element : select_elements(document, options.path, get_path_notes(options.rewrite))) {
         for (const std::string& setting : options.settings) {
             const auto [name, value] = split_setting(setting);
             element->set_attribute(name, value);
@@ -63,6 +63,7 @@ void add_set(CLI::App& app, Action& action) {
     command->callback([options, &action] {
         take_file(*options);
         action = [options] {
+            write_hints(options->rewrite, {{"PATH", options->path}});
             return rewrite(options->rewrite, Purpose::change,
                            [&](quxml::Document& document) { return set(document, *options); });
         };

@@ -26,8 +26,12 @@ void add_sort(CLI::App& app, Action& action) {
     add_rewrite_options(*command, *options);
     add_file_argument(*command, options->file);
     command->footer(help_on_sort);
-    command->callback(
-        [options, &action] { action = [options] { return rewrite(*options, Purpose::change); }; });
+    command->callback([options, &action] {
+        action = [options] {
+            write_hints(*options);
+            return rewrite(*options, Purpose::change);
+        };
+    });
 }
 
 }  // namespace tool

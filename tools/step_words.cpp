@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "path_notes.h"
 #include "words.h"
 
 namespace tool {
@@ -9,12 +10,6 @@ namespace tool {
 namespace {
 
 using Lines = std::vector<std::string>;
-
-std::string without_quotes(std::string text) {
-    const auto is_quote = [](char character) { return character == '"' || character == '\''; };
-    text.erase(std::remove_if(text.begin(), text.end(), is_quote), text.end());
-    return text;
-}
 
 // ---- Predicates
 
@@ -99,88 +94,9 @@ std::string describe(const Predicate& predicate) {
     }
 }
 
-// ---- Notes on predicates
-
-void note_last(const Predicate& predicate, Lines& notes) {
-    if (predicate.text.rfind("last()", 0) != 0)
-        notes.emplace_back("what stands before last() is ignored");
-}
-
-void note_position(const Predicate& predicate, Lines& notes) {
-    if (predicate.range.counted)
-        notes.emplace_back("a predicate with > never keeps the last one");
-    if (contains(predicate.text, "<") && predicate.range.counted)
-        notes.emplace_back("what < says is ignored beside >");
-    if (contains(predicate.text, "<") && !predicate.range.counted && predicate.range.end == 0)
-        notes.emplace_back("0 behind < stands for no limit");
-}
-
-void note_item(const Predicate& predicate, Lines& notes) {
-    notes.push_back("this is no position; for that, write [position()=" +
-                    std::to_string(std::stoi(predicate.value)) + ']');
-}
-
-void note_literal(const Predicate& predicate, Lines& notes) {
-    notes.push_back("to compare an attribute write [@name='" + predicate.value +
-                    "'], for the text of a child [name='" + predicate.value + "']");
-}
-
-void note_name(const Predicate& predicate, Lines& notes) {
-    if (contains(predicate.name, " "))
-        notes.emplace_back("the blanks in " + quote(predicate.name) + " belong to the name");
-}
-
-void note_value(const Predicate& predicate, Lines& notes) {
-    if (contains(predicate.value, "'") || contains(predicate.value, "\""))
-        notes.emplace_back("the quotes belong to the value, since blanks stand outside of them");
-}
-
-// Where a single node is tested, the character before the equal sign is lost.
-void note_test_of_attribute(const Predicate& predicate, Lines& notes) {
-    const std::size_t equal_sign = predicate.text.find('=');
-    if (equal_sign == std::string::npos)
-        return;
-    const std::string written = predicate.text.substr(1, equal_sign - 1);
-    if (!written.empty() && written.back() != ' ')
-        notes.push_back("the character before = is not taken for a part of the name; for " + quote(written) +
-                        " write [@" + written + " =" + without_quotes(predicate.value) + ']');
-    if (contains(predicate.value, "'") || contains(predicate.value, "\""))
-        notes.emplace_back("here quotes belong to the value");
-}
-
-void note_words_of_positions(const Predicate& predicate, Lines& notes) {
-    for (const char* word : {"last()", "position()"})
-        if (contains(predicate.text, word))
-            notes.emplace_back(std::string(word) + " tells no position in the first step and behind //");
-}
-
-Lines get_notes(const Predicate& predicate) {
-    Lines notes;
-    switch (predicate.handler) {
-        case Handler::last:
-            note_last(predicate, notes);
-            break;
-        case Handler::position:
-            note_position(predicate, notes);
-            break;
-        case Handler::item:
-            note_item(predicate, notes);
-            break;
-        case Handler::literal:
-            note_literal(predicate, notes);
-            break;
-        case Handler::test_attribute:
-            note_test_of_attribute(predicate, notes);
-            break;
-        case Handler::attribute:
-        case Handler::child_value:
-            note_name(predicate, notes);
-            note_value(predicate, notes);
-            break;
-        default:
-            note_words_of_positions(predicate, notes);
-    }
-    return notes;
+void add_notes(const std::vector<Note>& notes, Lines& lines) {
+    for (const Note& note : notes)
+        lines.push_back("note: " + note.text);
 }
 
 void add_predicate(const Predicate& predicate, Lines& lines) {
@@ -190,8 +106,7 @@ void add_predicate(const Predicate& predicate, Lines& lines) {
         return;
     }
     lines.push_back(opening + describe(predicate));
-    for (const std::string& note : get_notes(predicate))
-        lines.push_back("note: " + note);
+    add_notes(get_notes(predicate), lines);
 }
 
 // ---- Steps
@@ -229,37 +144,11 @@ std::string describe_nodes(const Step& step, Names names) {
     }
 }
 
-bool is_search(const Step& step) {
-    return step.kind == StepKind::search || step.kind == StepKind::search_below;
-}
-
-std::string get_note_on_search(const Step& step) {
-    if (step.text != "*")
-        return "the search stops at the first match of each branch; what is inside of a match is not found";
-    return step.is_last ? "every node is a match, texts too"
-                        : "everything matches, so the search does not go deeper than where it begins";
-}
-
-Lines get_notes(const Step& step) {
-    Lines notes;
-    if (step.kind == StepKind::start)
-        notes.emplace_back("the first step names the root element itself, not a child of it");
-    if (is_search(step))
-        notes.push_back(get_note_on_search(step));
-    if (!step.is_closed)
-        notes.emplace_back("there is no ] at the end; a path is cut at every /, also between quotes");
-    if (!step.ignored.empty())
-        notes.push_back("only one predicate counts in the first step and behind //; ignored: " +
-                        step.ignored);
-    return notes;
-}
-
 }  // namespace
 
 std::vector<std::string> describe(const Step& step, Names names) {
     Lines lines{describe_nodes(step, names)};
-    for (const std::string& note : get_notes(step))
-        lines.push_back("note: " + note);
+    add_notes(get_notes_on_nodes(step), lines);
     for (const Predicate& predicate : step.predicates)
         add_predicate(predicate, lines);
     return lines;

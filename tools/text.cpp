@@ -18,11 +18,12 @@ namespace {
 constexpr const char* help_on_text =
     "Every element that PATH selects gets VALUE as its text; an empty one removes the text. Refused\n"
     "with 3 for elements that have elements in them, since text beside these would be lost. Exits with\n"
-    "1 and writes nothing if PATH selects no element. A VALUE that begins with - stands behind --.\n"
+    "1 and writes nothing if PATH selects no element. A VALUE that begins with -, and neither is - nor\n"
+    "goes on with a digit, stands behind --, and all options stand before that.\n"
     "\n"
     "Examples:\n"
     "  quxml text -i /settings/host/name kitchen settings.xml\n"
-    "  quxml text -i -- /settings/offset -5 settings.xml\n"
+    "  quxml text -i -- /settings/options -v settings.xml\n"
     "  quxml text \"/catalog/book[@id='emma']/title\" 'Emma & Co' <catalog.xml";
 
 struct TextOptions {
@@ -43,7 +44,7 @@ void set_text(quxml::Element& element, const std::string& value) {
 }
 
 ExitCode text(quxml::Document& document, const TextOptions& options) {
-    for (quxml::Element* element : select_elements(document, options.path))
+    for (quxml::Element* element : select_elements(document, options.path, get_path_notes(options.rewrite)))
         set_text(*element, options.value);
     return ExitCode::done;
 }
@@ -60,6 +61,7 @@ void add_text(CLI::App& app, Action& action) {
     command->footer(help_on_text);
     command->callback([options, &action] {
         action = [options] {
+            write_hints(options->rewrite, {{"PATH", options->path}});
             return rewrite(options->rewrite, Purpose::change,
                            [&](quxml::Document& document) { return text(document, *options); });
         };

@@ -32,7 +32,7 @@ struct UnsetOptions {
 };
 
 ExitCode unset(quxml::Document& document, const UnsetOptions& options) {
-    for (quxml::Element* element : select_elements(document, options.path))
+    for (quxml::Element* element : select_elements(document, options.path, get_path_notes(options.rewrite)))
         for (const std::string& name : options.names)
             element->remove_attribute(name);
     return ExitCode::done;
@@ -60,6 +60,7 @@ void add_unset(CLI::App& app, Action& action) {
     command->callback([options, &action] {
         take_file(*options);
         action = [options] {
+            write_hints(options->rewrite, {{"PATH", options->path}, {"NAME", options->names.front()}});
             return rewrite(options->rewrite, Purpose::change,
                            [&](quxml::Document& document) { return unset(document, *options); });
         };

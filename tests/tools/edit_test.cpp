@@ -49,7 +49,11 @@ TEST_F(Edit, changes_what_the_path_selects_and_leaves_the_rest_as_it_is) {
         {"text //note new", host_1, host_2, "  <note>new</note>\n"},
         {"text //note ' a < b & c '", host_1, host_2, "  <note> a &lt; b &amp; c </note>\n"},
         {"text //note ''", host_1, host_2, "  <note/>\n"},
+        {"text //note -5", host_1, host_2, "  <note>-5</note>\n"},
+        {"text //note -", host_1, host_2, "  <note>-</note>\n"},
         {"text -- //note -5", host_1, host_2, "  <note>-5</note>\n"},
+        {"text --quiet //note -- -v", host_1, host_2, "  <note>-v</note>\n"},
+        {"text --quiet -- //note --", host_1, host_2, "  <note>--</note>\n"},
         {"text //host x", "  <host name=\"kitchen\" port=\"80\">x</host>\n",
          "  <host name=\"hall\">x</host>\n", note},
         {"add \"/settings/host[last()]\" user", host_1, "  <host name=\"hall\">\n    <user/>\n  </host>\n",
@@ -142,10 +146,10 @@ TEST_F(Edit, writes_other_encodings_as_UTF_8_and_says_so) {
 
 TEST_F(Edit, exits_with_1_and_writes_nothing_if_nothing_matches) {
     for (const char* command : {"set //x a=1", "unset //x a", "text //x a", "add //x a", "text //note/ x"})
-        expect(run(std::string("quxml ") + command + " a.xml"), 1, "",
+        expect(run(std::string("quxml ") + command + " --quiet a.xml"), 1, "",
                std::string("quxml: no element matches ") + (contains(command, "note") ? "//note/" : "//x") +
                    '\n');
-    expect(run("quxml remove //x a.xml"), 1, "", "quxml: nothing matches //x\n");
+    expect(run("quxml remove --quiet //x a.xml"), 1, "", "quxml: nothing matches //x\n");
 }
 
 TEST_F(Edit, exits_with_4_for_a_bad_query) {
@@ -191,6 +195,11 @@ TEST_F(Edit, writes_references_for_what_would_be_read_back_as_something_else) {
                 "  <note x=\"a&#9;b&#13;\">old</note>\n</settings>\n");
 }
 
+std::string get_command(const Refused& refused) {
+    const std::string arguments = refused.arguments;
+    return arguments.substr(0, arguments.find(' '));
+}
+
 TEST_F(Edit, exits_with_2_for_a_command_line_it_can_not_understand) {
     const std::vector<Refused> all = {
         {"set //note", "SETTING is required"},
@@ -204,6 +213,7 @@ TEST_F(Edit, exits_with_2_for_a_command_line_it_can_not_understand) {
         {"unset //note x=1 a.xml", "\"x=1\" is no name without a prefix"},
         {"unset //note xml:lang a.xml", "\"xml:lang\" is no name without a prefix"},
         {"text //note", "VALUE is required"},
+        {"text //note -v a.xml", "The following argument was not expected: -v"},
         {"text //note x a.xml b.xml", "The following argument was not expected: b.xml"},
         {"add //host", "NAME is required"},
         {"add //host 'a b' a.xml", "NAME: \"a b\" is no name without a prefix"},
@@ -223,8 +233,9 @@ TEST_F(Edit, exits_with_2_for_a_command_line_it_can_not_understand) {
     };
     for (const Refused& one : all) {
         SCOPED_TRACE(one.arguments);
-        expect(run(std::string("quxml ") + one.arguments), 2, "",
-               std::string("quxml: ") + one.message + "\nquxml --help tells more.\n");
+        expect(
+            run(std::string("quxml ") + one.arguments), 2, "",
+            std::string("quxml: ") + one.message + "\nquxml " + get_command(one) + " --help tells more.\n");
     }
 }
 

@@ -50,7 +50,10 @@ TEST_F(Explain, tells_where_each_step_looks) {
          "  note: everything matches, so the search does not go deeper than where it begins\n"
          "step 2: a\n"
          "  children: those with the name \"a\" in upper or lower case\n"},
-        {"//", "step 1: (empty)\n  nothing: an empty step here never matches\n"},
+        {"//",
+         "step 1: (empty)\n"
+         "  nothing: an empty step here never matches\n"
+         "  note: a name is missing here; any name is *\n"},
     };
     for (const Explained& one : all)
         expect_done(run(std::string("quxml explain '") + one.path + "'"), one.text);
@@ -95,7 +98,8 @@ TEST_F(Explain, tells_what_predicates_keep_of_a_list) {
         {"[position()<5 and position()>2]",
          "  [position()<5 and position()>2] position: keeps those from position 3 up to the last but one\n"
          "  note: a predicate with > never keeps the last one\n"
-         "  note: what < says is ignored beside >\n"},
+         "  note: what < says is ignored beside >\n"
+         "  note: only the first < > = count, each with the number behind it\n"},
         {"[position()]", "  [position()] position: keeps those from position 1 to the last\n"},
         {"[@id]", "  [@id] attribute: keeps those that have the attribute \"id\"\n"},
         {"[@id=\"1\"]", "  [@id=\"1\"] attribute: keeps those that have \"1\" as their attribute \"id\"\n"},
@@ -148,10 +152,13 @@ TEST_F(Explain, tells_what_predicates_of_single_nodes_compare) {
          "  note: the character before = is not taken for a part of the name; for \"id\" write [@id =x]\n"
          "  note: here quotes belong to the value\n"},
         {"[@id =x]", "  [@id =x] attribute of the node: passes if it has \"x\" as its attribute \"id\"\n"},
-        {"[2]", "  [2] item of the node: passes if it has \"2\" as its attribute \"item\"\n"},
+        {"[2]",
+         "  [2] item of the node: passes if it has \"2\" as its attribute \"item\"\n"
+         "  note: this is no position; those are known only behind a single /\n"},
         {"[1]",
          "  [1] item of the node: passes if it has \"1\" as its attribute \"item\" or does not have that "
-         "attribute\n"},
+         "attribute\n"
+         "  note: this is no position; those are known only behind a single /\n"},
         {"[last()]",
          "  [last()] item of the node: passes if it has \"last()\" as its attribute \"item\"\n"
          "  note: last() tells no position in the first step and behind //\n"},
@@ -184,7 +191,7 @@ TEST_F(Explain, exits_with_4_for_a_path_that_queries_refuse) {
            "step 3: c\n"
            "  children: those with the name \"c\" in upper or lower case\n",
            "");
-    expect(run("quxml explain"), 2, "", "quxml: PATH is required\nquxml --help tells more.\n");
+    expect(run("quxml explain"), 2, "", "quxml: PATH is required\nquxml explain --help tells more.\n");
 }
 
 }  // namespace

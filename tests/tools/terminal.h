@@ -30,7 +30,7 @@ inline std::string run_on_terminal(const std::string& command) {
     bool ended = false;
     // Reading fails while nobody has the terminal open, so at first as well.
     while (true) {
-        const ssize_t count = read(master, block.data(), block.size());
+        const ssize_t count = ::read(master, block.data(), block.size());
         if (count > 0)
             shown.append(block.data(), static_cast<std::size_t>(count));
         else if (ended)

@@ -1,0 +1,51 @@
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "program.h"
+#include "terminal.h"
+
+// What is told when standard input is read and that may be a mistake.
+
+namespace quxml_test {
+
+namespace {
+
+class Hints : public Quxml {
+protected:
+    Hints() { write("a.xml", "<a><b x='1'/></a>"); }
+};
+
+TEST_F(Hints, name_an_argument_that_is_a_file_and_is_not_taken_for_one) {
+    const std::vector<std::pair<const char*, const char*>> all = {
+        {"query a.xml", "PATH"},  {"remove a.xml", "PATH"},  {"set a.xml x=1", "PATH"},
+        {"text a.xml x", "PATH"}, {"add //b a.xml", "NAME"}, {"unset //b a.xml", "NAME"},
+    };
+    for (const auto& [command, argument] : all) {
+        SCOPED_TRACE(command);
+        const std::string hint = std::string("quxml: note: reading standard input; \"a.xml\" is taken for ") +
+                                 argument + ", though it is also a file\n";
+        const Result result = run(std::string("quxml ") + command + " <a.xml");
+        EXPECT_EQ(result.err.substr(0, hint.size()), hint);
+        EXPECT_FALSE(contains(run(std::string("quxml ") + command + " --quiet <a.xml").err, "note: "));
+        EXPECT_FALSE(
+            contains(run(std::string("quxml ") + command + " ./a.xml").err, "reading standard input"));
+    }
+    expect_done(run("quxml unset //b x <a.xml"), "<a><b/></a>\n");
+}
+
+TEST_F(Hints, say_that_a_terminal_is_read) {
+    const std::string hint =
+        "quxml: note: reading standard input from the terminal, since no FILE is given; Ctrl-D ends it\r\n";
+    for (const char* command : {"query //b", "format", "sort", "check", "loss", "set //b x=1"}) {
+        const std::string quxml = std::string("'" QUXML_TOOL "' ") + command;
+        const std::string shown =
+            run_on_terminal("stty -icanon min 0 time 0 <&2; " + quxml + " <&2 >/dev/null");
+        EXPECT_EQ(shown.substr(0, hint.size()), hint) << command;
+    }
+    EXPECT_FALSE(contains(run_on_terminal("'" QUXML_TOOL "' check </dev/null"), "note: "));
+}
+
+}  // namespace
+
+}  // namespace quxml_test

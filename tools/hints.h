@@ -1,0 +1,21 @@
+#ifndef QUXML_TOOLS_HINTS_H
+#define QUXML_TOOLS_HINTS_H
+
+#include <string>
+#include <vector>
+
+namespace tool {
+
+/// What an argument is taken for, and what it is.
+struct Argument {
+    const char* name;
+    std::string value;
+};
+
+/// Tells on standard error, when `file` is standard input, where that may be a mistake: an argument is the name of
+/// a file, or somebody has to type the document.
+void write_hints(const std::string& file, const std::vector<Argument>& arguments = {});
+
+}  // namespace tool
+
+#endif

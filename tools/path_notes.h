@@ -1,0 +1,27 @@
+#ifndef QUXML_TOOLS_PATH_NOTES_H
+#define QUXML_TOOLS_PATH_NOTES_H
+
+#include <string>
+#include <vector>
+
+#include "path_steps.h"
+
+namespace tool {
+
+/// Where a path may not do what was meant.
+struct Note {
+    std::string text;
+    bool is_surprise = true;  // it does something else than it seems to say; else the note only informs
+};
+
+/// The notes on where a step looks for its nodes.
+std::vector<Note> get_notes_on_nodes(const Step& step);
+
+std::vector<Note> get_notes(const Predicate& predicate);
+
+/// All notes on a step and its predicates.
+std::vector<Note> get_notes(const Step& step);
+
+}  // namespace tool
+
+#endif
