@@ -7,6 +7,7 @@
 #include <new>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "Failure.h"
 #include "Progress.h"
@@ -34,12 +35,34 @@ std::string get_version() {
            std::to_string(QUXML_VERSION_PATCH);
 }
 
+// What was meant as a command, where there is none.
+std::string get_unknown(const CLI::App& app) {
+    const std::vector<std::string> words = app.remaining();
+    return app.get_subcommands().empty() && !words.empty() ? words.front() : "";
+}
+
+std::string get_complaint(const CLI::App& app, const std::string& unknown) {
+    if (unknown[0] == '-')
+        return "there is no option " + unknown;
+    const std::string similar = get_similar_command(app, unknown);
+    return "there is no command \"" + unknown + '"' + (similar.empty() ? "" : "; is it " + similar + '?');
+}
+
+// Names the help on the command in question.
+Failure with_advice(const CLI::App& app, const std::string& message) {
+    const std::vector<CLI::App*> commands = app.get_subcommands();
+    const std::string command = commands.empty() ? "" : commands.front()->get_name() + ' ';
+    return {ExitCode::usage, message + "\nquxml " + command + "--help tells more."};
+}
+
 // Answers --help and --version, and refuses everything that can not be understood.
 ExitCode answer(const CLI::App& app, const CLI::ParseError& error) {
     std::ostringstream out;
     std::ostringstream complaint;
-    if (app.exit(error, out, complaint) != 0)
-        throw Failure(ExitCode::usage, error.what());
+    if (app.exit(error, out, complaint) != 0) {
+        const std::string unknown = get_unknown(app);
+        throw with_advice(app, unknown.empty() ? error.what() : get_complaint(app, unknown));
+    }
     std::string text = out.str();
     write_output(text);
     return ExitCode::done;
@@ -80,17 +103,19 @@ ExitCode run(int argc, const char* const* argv) {
     }
     try {
         app.parse(argc, argv);
+        return action();
     } catch (const CLI::ParseError& error) {
         return answer(app, error);
+    } catch (const Failure& failure) {
+        if (failure.get_code() == ExitCode::usage)
+            throw with_advice(app, failure.what());
+        throw;
     }
-    return action();
 }
 
 int fail(ExitCode code, const std::string& message) {
     if (!message.empty())
         std::cerr << "quxml: " << message << '\n';
-    if (code == ExitCode::usage)
-        std::cerr << "quxml --help tells more.\n";
     return static_cast<int>(code);
 }
 

@@ -38,12 +38,23 @@ TEST_F(Program, help_on_a_command_names_its_options) {
         EXPECT_TRUE(contains(query.out, part)) << part;
 }
 
+// The command in question, if there is one, and a blank.
+std::string help_of(const Refused& refused) {
+    const std::string command = std::string(refused.arguments).substr(0, 6);
+    return command == "format" || command == "query " || command == "query"
+               ? command.substr(0, command.find(' ')) + ' '
+               : "";
+}
+
 TEST_F(Program, exits_with_2_for_a_command_line_it_can_not_understand) {
     write("a.xml", "<a/>");
-    const std::array<Refused, 12> refused{{
+    const std::array<Refused, 16> refused{{
         {"", "A subcommand is required"},
-        {"frobnicate", "A subcommand is required"},
-        {"--frobnicate", "A subcommand is required"},
+        {"frobnicate", "there is no command \"frobnicate\""},
+        {"frobnicate -x a.xml", "there is no command \"frobnicate\""},
+        {"fromat a.xml", "there is no command \"fromat\"; is it format?"},
+        {"remov //a a.xml", "there is no command \"remov\"; is it remove?"},
+        {"--frobnicate", "there is no option --frobnicate"},
         {"format --frobnicate a.xml", "The following argument was not expected: --frobnicate"},
         {"format --prefix a.xml", "The following argument was not expected: --prefix"},
         {"format --version a.xml", "The following argument was not expected: --version"},
@@ -53,11 +64,12 @@ TEST_F(Program, exits_with_2_for_a_command_line_it_can_not_understand) {
         {"query --prefix", "PATH is required"},
         {"query --compact a a.xml", "The following argument was not expected: --compact"},
         {"query a a.xml b.xml", "The following argument was not expected: b.xml"},
+        {"query --attribute '' a a.xml", "--attribute: a name is wanted"},
     }};
     for (const Refused& one : refused) {
         SCOPED_TRACE(one.arguments);
         expect(run(std::string("quxml ") + one.arguments), 2, "",
-               std::string("quxml: ") + one.message + "\nquxml --help tells more.\n");
+               std::string("quxml: ") + one.message + "\nquxml " + help_of(one) + "--help tells more.\n");
     }
 }
 
