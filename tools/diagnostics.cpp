@@ -1,6 +1,7 @@
 #include "diagnostics.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <iostream>
 #include <string_view>
@@ -74,10 +75,28 @@ std::string get_excerpt(std::string_view document, int line_number, int column) 
     return "    " + to_printable(shown) + "\n    " + blanks + coloured(green, "^") + '\n';
 }
 
+// Where libxml2 speaks of its own parts and options.
+struct Wording {
+    std::string_view beginning;
+    const char* plain;
+};
+
+constexpr std::array<Wording, 2> wordings{{
+    {"Excessive depth in document", "elements are nested too deep, more than 257 levels"},
+    {"internal error: Huge input lookup", "something is too long, nearly 10,000,000 bytes or more"},
+}};
+
+std::string in_plain_words(const std::string& message) {
+    for (const Wording& wording : wordings)
+        if (message.rfind(wording.beginning, 0) == 0)
+            return wording.plain;
+    return to_printable(message);
+}
+
 void write_error(const std::string& file, std::string_view document, const Problem& problem) {
     const std::string place =
         name_of(file) + ':' + std::to_string(problem.line) + ':' + std::to_string(problem.column);
-    std::cerr << get_heading(place, red, "error") << to_printable(problem.message) << '\n'
+    std::cerr << get_heading(place, red, "error") << in_plain_words(problem.message) << '\n'
               << get_excerpt(document, problem.line, problem.column);
 }
 

@@ -71,6 +71,18 @@ TEST_F(Check, shows_the_part_of_a_long_line_that_the_error_is_in) {
                filler.substr(0, 40) + "\n    " + std::string(80, ' ') + "^\n");
 }
 
+TEST_F(Check, says_in_plain_words_what_goes_beyond_the_limits_of_libxml2) {
+    std::string deep;
+    for (int level = 0; level < 258; ++level)
+        deep += "<a>";
+    write("deep.xml", deep);
+    write("long.xml", "<a b='" + std::string(9999999, 'x') + "'/>");
+    EXPECT_TRUE(contains(run("quxml check deep.xml").err,
+                         "error: elements are nested too deep, more than 257 levels\n"));
+    EXPECT_TRUE(contains(run("quxml check long.xml").err,
+                         "error: something is too long, nearly 10,000,000 bytes or more\n"));
+}
+
 TEST_F(Check, stops_at_loops_of_entities_that_libxml2_would_never_come_back_from) {
     write("loop.xml", "<!DOCTYPE a [<!ENTITY % x '&#37;y;'><!ENTITY % y '&#37;x;'>%x;]><a/>");
     const Result result = run("quxml check loop.xml");
