@@ -97,6 +97,40 @@ std::string describe_command(const CLI::App& command) {
     return text + describe_footer(command.get_footer());
 }
 
+constexpr const char* paths =
+    "PATH is made of steps between slashes; it is cut at every / [ and ], also between quotes.\n"
+    "  /a/b            the children b of the root element a; a/b is the same\n"
+    "  //b             b anywhere\n"
+    "  /a//b           b anywhere below a\n"
+    "  /a/b/           all that is in b, its text too\n"
+    "  /a/*            any node in a\n"
+    "  /a/b[@n='v']    those whose attribute n is v; [@n] those that have it\n"
+    "  /a/b[c='v']     those with a child c whose text is v\n"
+    "  /a/b[2]         those whose attribute \"item\" is 2\n"
+    "  /a/b[last()]    the last; [last()-1] the one before\n"
+    "  /a/b[position()=2]    the second; [position()<2] those before it\n"
+    "They look like XPath, and mean something else in places:\n"
+    "  - The first step names the root element itself.\n"
+    "  - //b stops at the first b down each branch.\n"
+    "  - [2] is no position. [1] also is the first of namesakes without an item.\n"
+    "  - [position()>1] leaves out the last; <= and >= are not known.\n"
+    "  - In the first step and behind // only one predicate counts, and no position;\n"
+    "    an attribute is compared as in [@n =v]: a blank before =, and no quotes.\n"
+    "  - [@n=''] behind a single / only asks for the attribute.\n"
+    "  - There are no .. and |, no axes, no text(), no != and no \"and\", and no\n"
+    "    functions but last() and position(). Attributes are not selected, but written\n"
+    "    by query --attribute.\n"
+    "  - Names of steps are compared without regard to case, but only of ASCII letters,\n"
+    "    whatever the locale; names and values in predicates exactly.\n"
+    "\"quxml explain\" tells how a path is taken, and where that is a surprise. Commands that change\n"
+    "documents say so as well, and query does.\n";
+
+constexpr const char* limits =
+    "Documents that go beyond limits of libxml2 are refused, with 3:\n"
+    "  more than 257 levels of elements\n"
+    "  names of more than 50,000 bytes\n"
+    "  values of attributes of nearly 10,000,000 bytes or more\n";
+
 constexpr const char* sections =
     ".SH \"ERRORS IN DOCUMENTS\"\n"
     "Errors of parsing are shown as FILE:LINE:COLUMN: error: TEXT, the first one first, with the line\n"
@@ -130,7 +164,9 @@ std::string get_manual(const CLI::App& app, const std::string& version) {
     text += ".SH COMMANDS\n";
     for (const CLI::App* command : get_commands(app))
         text += describe_command(*command);
+    text += ".SH PATHS\n" + paragraph(paths);
     text += sections;
+    text += ".SH LIMITS\n" + paragraph(limits);
     const std::string footer = app.get_footer();
     text += ".SH \"EXIT STATUS\"\n" + verbatim(footer.substr(footer.find('\n') + 1));
     return text;

@@ -86,8 +86,45 @@ TEST_F(Companions, manual_has_every_command_and_option_of_the_help) {
         EXPECT_TRUE(contains(section, "Examples:\n")) << command;
     }
     for (const char* section :
-         {"NAME", "SYNOPSIS", "DESCRIPTION", "COMMANDS", "\"EXIT STATUS\"", "ENVIRONMENT"})
+         {"NAME", "SYNOPSIS", "DESCRIPTION", "COMMANDS", "PATHS", "LIMITS", "\"EXIT STATUS\"", "ENVIRONMENT"})
         EXPECT_TRUE(contains(manual, std::string("\n.SH ") + section + '\n')) << section;
+}
+
+TEST_F(Companions, manual_tells_the_surprises_of_paths_and_the_limits) {
+    for (const char* part :
+         {"[position()>1] leaves out the last", "[2] is no position", "//b stops at the first b",
+          "only of ASCII letters", "more than 257 levels", "names of more than 50,000 bytes"})
+        EXPECT_TRUE(contains(manual, part)) << part;
+}
+
+TEST_F(Companions, manual_is_true_about_the_limits) {
+    const auto check = [&](const std::string& text) {
+        write("a.xml", text);
+        return run("quxml check --quiet a.xml").code;
+    };
+    const auto nest = [](int levels) {
+        std::string text;
+        for (int i = 0; i < levels; ++i)
+            text = "<a>" + text + "</a>";
+        return text;
+    };
+    EXPECT_EQ(check(nest(257)), 0);
+    EXPECT_EQ(check(nest(258)), 3);
+    EXPECT_EQ(check('<' + std::string(50000, 'a') + "/>"), 0);
+    EXPECT_EQ(check('<' + std::string(50001, 'a') + "/>"), 3);
+    EXPECT_EQ(check("<a b='" + std::string(9990000, 'x') + "'/>"), 0);
+    EXPECT_EQ(check("<a b='" + std::string(10000000, 'x') + "'/>"), 3);
+}
+
+TEST_F(Companions, manual_is_true_about_upper_and_lower_case) {
+    write("a.xml", "<a><B c='1'/><\xc3\x84/></a>");
+    for (const char* locale : {"C", "C.UTF-8", "de_DE.UTF-8", "tr_TR.UTF-8"}) {
+        const std::string setting = std::string("LC_ALL=") + locale + "; export LC_ALL; ";
+        expect_done(run(setting + "quxml query --count /A/b a.xml"), "1\n");
+        expect_done(run(setting + "quxml query --count '/a/\xc3\x84' a.xml"), "1\n");
+        expect(run(setting + "quxml query --quiet --count '/a/\xc3\xa4' a.xml"), 1, "0\n", "");
+        expect(run(setting + "quxml query --quiet --count '/a/b[@C]' a.xml"), 1, "0\n", "");
+    }
 }
 
 TEST_F(Companions, manual_is_understood_by_man) {

@@ -8,7 +8,7 @@ _quxml() {
         *:sort) words="-h --help -i --in-place --backup --lossy --quiet --compact --indent --no-declaration" ;;
         *:check) words="-h --help --quiet" ;;
         *:loss) words="-h --help" ;;
-        *:query) words="-h --help --prefix -0 --null --value --attribute --path --count" ;;
+        *:query) words="-h --help --prefix -0 --null --value --attribute --path --count --quiet" ;;
         *:explain) words="-h --help --prefix" ;;
         *:diff) words="-h --help --quiet" ;;
         *:set) words="-h --help -i --in-place --backup --lossy --quiet --compact --indent --no-declaration" ;;
