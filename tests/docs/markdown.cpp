@@ -92,7 +92,7 @@ private:
     // The first two lines of a table are its head.
     void add_to_table(const std::string& line) {
         if (!begins_with(above, "|")) {
-            page.tables.push_back({marker, {}});
+            page.tables.push_back({marker, line, {}});
             lines_of_table = 0;
         }
         if (++lines_of_table > 2)

@@ -24,7 +24,8 @@ struct Cell {
 
 struct Table {
     std::string marker;
-    std::vector<std::vector<Cell>> rows;  // without the head
+    std::string head;  // its first line
+    std::vector<std::vector<Cell>> rows;
 };
 
 struct Page {
