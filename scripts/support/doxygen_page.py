@@ -34,8 +34,9 @@ def make_link(text, target, page):
 
 
 def escape(code):
-    """Code that Doxygen shows as it is."""
-    return re.sub(r"([\\@#$%\"&<>|]|--+)", r"\\\1", code)
+    """Code that Doxygen shows as it is; of several blanks it would leave one."""
+    escaped = re.sub(r"([\\@#$%\"&<>|]|--+)", r"\\\1", code)
+    return re.sub(" {2,}", lambda blanks: "&nbsp;" * len(blanks[0]), escaped)
 
 
 LINK = re.compile(r"(?<!!)\[((?:<code>(?:(?!</code>).)*</code>|(?!<code>)[^][])+)\]\(([^)\s]+)\)")
