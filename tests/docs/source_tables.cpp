@@ -157,13 +157,17 @@ void check_files(const Page& /*page*/, const Table& table, const std::string& fo
         EXPECT_EQ(stems.count(entry.stem().string()), 1U) << entry.filename();
 }
 
+bool is_of_a_build(const std::filesystem::path& folder) {
+    return folder.filename() == "build" || std::filesystem::exists(folder / "CMakeCache.txt");
+}
+
 // | Folder; of those at the top each is named, or one below it | ...
 void check_folders(const Page& /*page*/, const Table& table, const std::string& /*subject*/) {
     for (const std::string& folder : codes_of_column(table, 0))
         EXPECT_TRUE(std::filesystem::is_directory(top + folder)) << folder;
     const Names named = find_in_column(table, 0, "^([a-z]+)/");
     for (const auto& entry : entries_of("")) {
-        if (std::filesystem::is_directory(entry) && entry.filename() != "build") {
+        if (std::filesystem::is_directory(entry) && !is_of_a_build(entry)) {
             EXPECT_EQ(named.count(entry.filename().string()), 1U) << entry.filename();
         }
     }
@@ -175,6 +179,8 @@ void check_programs(const Page& page, const Table& table, const std::string& /*s
     for (const Block& block : page.blocks)
         programs.insert(block.marker);
     EXPECT_EQ(codes_of_column(table, 1), programs);
+    const std::string count = std::to_string(table.rows.size()) + " recipes";
+    EXPECT_NE(read_file("docs/guide.md").find(count), std::string::npos) << count;
     for (const auto& row : table.rows) {
         const std::string title = find_all(row[0].text, R"(^\[(.*)\]\(#)").at(0);
         EXPECT_EQ(std::count(page.prose.begin(), page.prose.end(), "## " + title), 1) << title;
@@ -354,12 +360,20 @@ long long block_for(std::size_t size) {
     return static_cast<long long>((size + sizeof(void*) + unit - 1) / unit * unit);
 }
 
+#ifdef _GLIBCXX_DEBUG
+constexpr bool has_ordinary_lists = false;
+#else
+constexpr bool has_ordinary_lists = true;
+#endif
+
 // | Node | bytes of the node and of the entry in its parent's list | ... | blocks |
 void check_node_memory(const Page& /*page*/, const Table& table, const std::string& /*subject*/) {
     const std::map<std::string, std::size_t> sizes = {{"element", sizeof(quxml::Element)},
                                                       {"attribute", sizeof(quxml::Attribute)},
                                                       {"text", sizeof(quxml::TextNode)}};
     EXPECT_EQ(table.rows.size(), sizes.size());
+    if (!has_ordinary_lists)  // those that check themselves are larger
+        return;
     for (const auto& row : table.rows)
         EXPECT_EQ(to_number(row.at(own_column)),
                   block_for(sizes.at(row[0].text)) + block_for(3 * sizeof(void*)))
