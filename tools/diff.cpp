@@ -25,7 +25,9 @@ constexpr const char* help_on_diff =
     "  - PATH                 only in A        - PATH/@NAME=\"VALUE\"   an attribute only in A\n"
     "  + PATH                 only in B        + PATH/@NAME=\"VALUE\"   an attribute only in B\n"
     "  ! PATH: \"A\" -> \"B\"     another text     ! PATH/@NAME: \"A\" -> \"B\"\n"
-    "\"quxml query\" understands these paths, up to the @.\n"
+    "\"quxml query\" understands these paths, up to the @. Each difference is one line: in values, line\n"
+    "feeds are written \\n, quotes \\\", backslashes \\\\ and other control characters such as \\t or "
+    "\\x1b.\n"
     "\n"
     "Examples:\n"
     "  quxml diff settings.xml settings.xml~\n"
@@ -68,7 +70,8 @@ ExitCode diff(const DiffOptions& options) {
 void add_diff(CLI::App& app, Action& action) {
     const auto options = std::make_shared<DiffOptions>();
     CLI::App* command = app.add_subcommand("diff", "Tell in what two documents differ");
-    command->add_flag("--quiet", options->quiet, "Only exit with the code");
+    command->add_flag("--quiet", options->quiet,
+                      "Only exit with the code; what can not be read is told all the same");
     command->add_option("A", options->one, "A document; standard input if it is -")->required();
     command->add_option("B", options->other, "The other document; standard input if it is -")->required();
     command->footer(help_on_diff);

@@ -163,7 +163,7 @@ private:
 // ---- Differences
 
 std::string show(const std::string& text) {
-    return quote(to_printable(text));
+    return quote(escape_controls(text));
 }
 
 class Comparison {

@@ -11,6 +11,7 @@
 #include "Failure.h"
 #include "Progress.h"
 #include "diagnostics.h"
+#include "terminal.h"
 
 namespace tool {
 
@@ -63,7 +64,7 @@ bool is_out_of_memory(const quxml::DomParserError& error) {
 }  // namespace
 
 std::string name_of(const std::string& file) {
-    return file == standard_input ? "standard input" : file;
+    return file == standard_input ? "standard input" : escape_controls(file);
 }
 
 std::string read_text(const std::string& file) {

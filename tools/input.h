@@ -11,7 +11,8 @@ namespace tool {
 /// The FILE of a command line that names none.
 constexpr const char* standard_input = "-";
 
-/// How messages call a file: by its name, or "standard input" for "-".
+/// How messages call a file: by its name, escaped so that it is one line and harmless on a terminal, or
+/// "standard input" for "-".
 std::string name_of(const std::string& file);
 
 /// The whole text of a file, or of standard input for "-".

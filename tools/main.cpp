@@ -16,6 +16,7 @@
 #include "help.h"
 #include "manual.h"
 #include "output.h"
+#include "terminal.h"
 
 namespace tool {
 
@@ -115,7 +116,7 @@ ExitCode run(int argc, const char* const* argv) {
 
 int fail(ExitCode code, const std::string& message) {
     if (!message.empty())
-        std::cerr << "quxml: " << message << '\n';
+        std::cerr << "quxml: " << to_printable_lines(message) << '\n';
     return static_cast<int>(code);
 }
 

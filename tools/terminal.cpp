@@ -3,6 +3,7 @@
 #include <libxml/xmlstring.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <string_view>
 
@@ -18,14 +19,6 @@ bool is_set(const char* variable) {
 bool is_dumb() {
     const char* terminal = std::getenv("TERM");
     return terminal == nullptr || std::string_view(terminal) == "dumb";
-}
-
-char to_printable(char byte) {
-    constexpr char escape_of_terminals = 0x7f;
-    if (byte == '\t' || byte == '\n' || byte == '\r')
-        return ' ';
-    const bool is_control = static_cast<unsigned char>(byte) < ' ' || byte == escape_of_terminals;
-    return is_control ? '?' : byte;
 }
 
 // Some terminals take the characters U+0080 to U+009F for control characters.
@@ -44,6 +37,64 @@ std::size_t size_of_character(std::string_view text) {
     return character < 0 ? 0 : static_cast<std::size_t>(size);
 }
 
+// The character at the front or, where there is none, the byte.
+std::string_view first_of(std::string_view text) {
+    return text.substr(0, std::max<std::size_t>(size_of_character(text), 1));
+}
+
+bool is_harmless(std::string_view character) {
+    constexpr unsigned char escape_of_terminals = 0x7f;
+    const auto byte = static_cast<unsigned char>(character.front());
+    const bool is_plain = byte >= ' ' && byte < escape_of_terminals;
+    return character.size() == 1 ? is_plain : !is_control_sequence(character);
+}
+
+std::string blank_out(std::string_view character) {
+    if (character == "\t" || character == "\n" || character == "\r")
+        return " ";
+    return is_harmless(character) ? std::string(character) : "?";
+}
+
+std::string escape_bytes(std::string_view bytes) {
+    constexpr std::string_view digits = "0123456789abcdef";
+    constexpr unsigned base = 16;
+    std::string escaped;
+    for (const char byte : bytes) {
+        const auto number = static_cast<unsigned char>(byte);
+        escaped += "\\x";
+        escaped += digits[number / base];
+        escaped += digits[number % base];
+    }
+    return escaped;
+}
+
+std::string escape_character(std::string_view character) {
+    switch (character.front()) {
+        case '\n':
+            return "\\n";
+        case '\t':
+            return "\\t";
+        case '\r':
+            return "\\r";
+        case '\\':
+            return "\\\\";
+        case '"':
+            return "\\\"";
+        default:
+            return is_harmless(character) ? std::string(character) : escape_bytes(character);
+    }
+}
+
+std::string replace_each(std::string_view text, std::string (*replace)(std::string_view character)) {
+    std::string replaced;
+    while (!text.empty()) {
+        const std::string_view character = first_of(text);
+        replaced += replace(character);
+        text.remove_prefix(character.size());
+    }
+    return replaced;
+}
+
 }  // namespace
 
 bool has_terminal() {
@@ -55,19 +106,18 @@ bool has_colours() {
 }
 
 std::string to_printable(std::string_view text) {
-    std::string printable;
-    while (!text.empty()) {
-        const std::size_t size = size_of_character(text);
-        const std::string_view character = text.substr(0, size);
-        if (size == 0 || is_control_sequence(character))
-            printable += '?';
-        else if (size == 1)
-            printable += to_printable(text.front());
-        else
-            printable += character;
-        text.remove_prefix(size == 0 ? 1 : size);
-    }
-    return printable;
+    return replace_each(text, blank_out);
+}
+
+std::string to_printable_lines(std::string_view text) {
+    const auto replace = [](std::string_view character) {
+        return character == "\n" ? "\n" : blank_out(character);
+    };
+    return replace_each(text, replace);
+}
+
+std::string escape_controls(std::string_view text) {
+    return replace_each(text, escape_character);
 }
 
 }  // namespace tool

@@ -42,7 +42,9 @@ TEST_F(Diff, lists_differences_with_paths) {
         {"<a><B/></a>", "<a><b/></a>", "- /a/B\n+ /a/b\n"},
         {"<a><b><c><d>x</d></c></b></a>", "<a><b><c><d>y</d><e/></c></b></a>",
          "! /a/b/c/d: \"x\" -> \"y\"\n+ /a/b/c/e\n"},
-        {"<a x='&#10;\x7f&lt;'/>", "<a x='&quot;'/>", "! /a/@x: \" ?<\" -> \"\"\"\n"},
+        {"<a x='&#10;\x7f&lt;'/>", "<a x='&quot;'/>", "! /a/@x: \"\\n\\x7f<\" -> \"\\\"\"\n"},
+        {"<a>&#9;\xc2\x9b&#13;\xc3\xa4</a>", "<a>\\n</a>",
+         "! /a: \"\\t\\xc2\\x9b\\r\xc3\xa4\" -> \"\\\\n\"\n"},
     };
     for (const Compared& one : all) {
         SCOPED_TRACE(std::string(one.one) + " with " + one.other);
@@ -80,6 +82,8 @@ TEST_F(Diff, exits_with_the_code_of_what_fails) {
     write("bad.xml", "<a>");
     EXPECT_EQ(run("quxml diff a.xml bad.xml").code, 3);
     EXPECT_EQ(run("quxml diff bad.xml a.xml").code, 3);
+    EXPECT_EQ(run("quxml diff --quiet bad.xml a.xml").err, run("quxml check bad.xml").err);
+    EXPECT_EQ(run("quxml diff --quiet bad.xml a.xml").code, 3);
     expect(run("quxml diff a.xml nothing.xml"), 5, "", "quxml: nothing.xml: No such file or directory\n");
     expect(run("quxml diff a.xml"), 2, "", "quxml: B is required\nquxml diff --help tells more.\n");
     expect(run("quxml diff - -"), 2, "",
