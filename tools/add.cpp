@@ -57,6 +57,14 @@ ExitCode add(quxml::Document& document, const AddOptions& options) {
     return ExitCode::done;
 }
 
+// The item is an attribute too.
+void require_distinct_attributes(const AddOptions& options) {
+    std::vector<std::string> names = get_setting_names(options.attributes);
+    if (options.has_item)
+        names.emplace_back("item");
+    require_distinct("--attribute", names);
+}
+
 }  // namespace
 
 void add_add(CLI::App& app, Action& action) {
@@ -65,9 +73,12 @@ void add_add(CLI::App& app, Action& action) {
     add_rewrite_options(*command, options->rewrite);
     CLI::Option* item =
         command->add_option("--item", options->item, "The attribute \"item\", which numbers namesakes")
-            ->type_name("N");
+            ->type_name("N")
+            ->check(CLI::Validator(check_number, ""));
     command->add_option("--text", options->text, "The new element's text")->type_name("TEXT");
-    command->add_option("--attribute", options->attributes, "An attribute; may be given several times")
+    command
+        ->add_option("--attribute", options->attributes,
+                     "An attribute; may be given several times, for other names")
         ->type_name("NAME=VALUE")
         ->allow_extra_args(false)
         ->check(CLI::Validator(check_setting, ""));
@@ -79,6 +90,7 @@ void add_add(CLI::App& app, Action& action) {
     command->footer(help_on_add);
     command->callback([options, item, &action] {
         options->has_item = item->count() != 0;
+        require_distinct_attributes(*options);
         action = [options] {
             write_hints(options->rewrite, {{"PATH", options->path}, {"NAME", options->name}});
             return rewrite(options->rewrite, Purpose::change,

@@ -2,9 +2,23 @@
 
 #include <libxml/tree.h>
 
+#include <algorithm>
+#include <charconv>
+#include <system_error>
+
 #include "Failure.h"
+#include "words.h"
 
 namespace tool {
+
+namespace {
+
+void require_no(const std::string& complaint, const std::string& argument) {
+    if (!complaint.empty())
+        throw Failure(ExitCode::usage, argument + ": " + complaint);
+}
+
+}  // namespace
 
 bool is_name(const std::string& text) {
     return xmlValidateNCName(reinterpret_cast<const xmlChar*>(text.c_str()), 0) == 0;
@@ -23,16 +37,34 @@ std::string check_setting(const std::string& text) {
     return is_setting(text) ? "" : '"' + text + "\" is not NAME=VALUE, with a name without a prefix";
 }
 
-void require_name(const std::string& text) {
-    const std::string complaint = check_name(text);
-    if (!complaint.empty())
-        throw Failure(ExitCode::usage, complaint);
+std::string check_number(const std::string& text) {
+    int number = 0;
+    const char* const end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data(), end, number);
+    const bool is_number = error == std::errc() && rest == end;
+    return is_number ? "" : "a whole number is wanted, not " + quote(text);
 }
 
-void require_setting(const std::string& text) {
-    const std::string complaint = check_setting(text);
-    if (!complaint.empty())
-        throw Failure(ExitCode::usage, complaint);
+void require_name(const std::string& argument, const std::string& text) {
+    require_no(check_name(text), argument);
+}
+
+void require_setting(const std::string& argument, const std::string& text) {
+    require_no(check_setting(text), argument);
+}
+
+void require_distinct(const std::string& argument, std::vector<std::string> names) {
+    std::sort(names.begin(), names.end());
+    const auto twice = std::adjacent_find(names.begin(), names.end());
+    if (twice != names.end())
+        require_no(quote(*twice) + " is given more than once", argument);
+}
+
+std::vector<std::string> get_setting_names(const std::vector<std::string>& settings) {
+    std::vector<std::string> names;
+    for (const std::string& setting : settings)
+        names.push_back(split_setting(setting).first);
+    return names;
 }
 
 std::pair<std::string, std::string> split_setting(const std::string& setting) {

@@ -3,6 +3,7 @@
 
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace tool {
 
@@ -19,9 +20,18 @@ bool is_setting(const std::string& text);
 /// The same as `check_name`, for NAME=VALUE.
 std::string check_setting(const std::string& text);
 
+/// The same for a whole number, as items are.
+std::string check_number(const std::string& text);
+
 /// \throws Failure  (usage) for what is no name, or no NAME=VALUE
-void require_name(const std::string& text);
-void require_setting(const std::string& text);
+void require_name(const std::string& argument, const std::string& text);
+void require_setting(const std::string& argument, const std::string& text);
+
+/// \throws Failure  (usage) if a name is there twice
+void require_distinct(const std::string& argument, std::vector<std::string> names);
+
+/// The names of several NAME=VALUE.
+std::vector<std::string> get_setting_names(const std::vector<std::string>& settings);
 
 /// NAME and VALUE of NAME=VALUE.
 std::pair<std::string, std::string> split_setting(const std::string& setting);

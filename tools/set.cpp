@@ -17,7 +17,8 @@ namespace {
 
 constexpr const char* help_on_set =
     "Every element that PATH selects gets these attributes; what is there already keeps its place. Behind\n"
-    "the last NAME=VALUE may stand the FILE. Exits with 1 and writes nothing if PATH selects no element.\n"
+    "the last NAME=VALUE may stand the FILE. A NAME may stand there once. Exits with 1 and writes nothing\n"
+    "if PATH selects no element.\n"
     "\n"
     "Examples:\n"
     "  quxml set -i /settings/network dhcp=no address=10.0.0.7 settings.xml\n"
@@ -47,7 +48,8 @@ void take_file(SetOptions& options) {
         options.settings.pop_back();
     }
     for (const std::string& setting : options.settings)
-        require_setting(setting);
+        require_setting("SETTING", setting);
+    require_distinct("SETTING", get_setting_names(options.settings));
 }
 
 }  // namespace

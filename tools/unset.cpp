@@ -44,7 +44,7 @@ void take_file(UnsetOptions& options) {
         options.names.pop_back();
     }
     for (const std::string& name : options.names)
-        require_name(name);
+        require_name("NAME", name);
 }
 
 }  // namespace
