@@ -9,8 +9,8 @@ namespace tool {
 namespace {
 
 constexpr const char* help_on_format =
-    "Comments, CDATA sections, prefixes, the DOCTYPE and text between elements are left out; a warning\n"
-    "tells of it.\n"
+    "Comments, CDATA sections, prefixes, the DOCTYPE and text between elements are left out, and so are\n"
+    "\"standalone\" and XML versions other than 1.0; a warning tells of it.\n"
     "\n"
     "Examples:\n"
     "  quxml format catalog.xml\n"

@@ -8,6 +8,7 @@
 
 #include "Progress.h"
 #include "encoding.h"
+#include "input.h"
 #include "terminal.h"
 #include "words.h"
 #include "xml_events.h"
@@ -124,6 +125,16 @@ class LossFinder {
 public:
     explicit LossFinder(std::string_view searched_text) : text(searched_text) {}
 
+    // What libxml2 does not tell of: the XML declaration and line ends, which are told of once.
+    void take_text_itself() {
+        const std::string_view beginning = "<?xml";
+        if (has_beginning(text, beginning) && is_white(text.substr(beginning.size(), 1)))
+            take_declaration(text.find("?>"));
+        const std::size_t end = text.find('\r');
+        if (end != std::string_view::npos)
+            add(LossKind::line_ends, end, end + (text.substr(end + 1, 1) == "\n" ? 2 : 1));
+    }
+
     void take(const Event& event) {
         end_text(event);
         switch (event.kind) {
@@ -167,6 +178,18 @@ private:
     }
 
     void add(LossKind kind, std::size_t begin, std::size_t end) { found.push_back({kind, begin, end}); }
+
+    // UTF-8 is what is read when no encoding is named, so the name is no loss.
+    void take_declaration(std::size_t end) {
+        AttributeScanner attributes(text, 0, end);
+        while (attributes.has_next()) {
+            const RawAttribute attribute = attributes.take_next();
+            if (attribute.name == "standalone")
+                add(LossKind::standalone, attribute.begin, attribute.end);
+            else if (attribute.name == "version" && attribute.value != "1.0")
+                add(LossKind::version, attribute.begin, attribute.end);
+        }
+    }
 
     // The end of a text is known once something else begins.
     void end_text(const Event& event) {
@@ -221,20 +244,19 @@ private:
     }
 
     void take_tag(const Event& event) {
-        const std::string_view tag = text.substr(event.begin, event.end - event.begin);
-        if (has(tag.substr(0, tag.find_first_of(white_space)), ':'))
+        if (event.element_loses_prefix)
             add(LossKind::prefix, event.begin, event.end);
         AttributeScanner attributes(text, event.begin, event.end);
         while (attributes.has_next())
-            take_attribute(attributes.take_next());
+            take_attribute(attributes.take_next(), event.prefixed_attributes);
     }
 
-    void take_attribute(const RawAttribute& attribute) {
+    void take_attribute(const RawAttribute& attribute, const std::vector<std::string>& prefixed) {
         if (attribute.name == "xmlns" || has_beginning(attribute.name, "xmlns:")) {
-            add(LossKind::declaration, attribute.begin, attribute.end);
+            add(LossKind::namespace_declaration, attribute.begin, attribute.end);
             return;
         }
-        if (has(attribute.name, ':'))
+        if (std::find(prefixed.begin(), prefixed.end(), attribute.name) != prefixed.end())
             add(LossKind::prefix, attribute.begin, attribute.end);
         if (any_reference(attribute.value, is_entity))
             add(LossKind::entity, attribute.begin, attribute.end);
@@ -248,6 +270,8 @@ private:
 };
 
 std::string get_excerpt(std::string_view text, const Found& one) {
+    if (one.kind == LossKind::line_ends)
+        return one.end - one.begin == 2 ? "CR LF" : "CR";
     constexpr std::size_t longest = 50;
     std::size_t end = std::min(one.end, one.begin + longest);
     while (end > one.begin && end < text.size() && !begins_character(text[end]))
@@ -270,8 +294,12 @@ struct Name {
 };
 
 // In the order of LossKind.
-constexpr std::array<Name, 12> kind_names{{
+constexpr std::array<Name, 16> kind_names{{
     {"encoding", "encodings"},
+    {"byte-order mark", "byte-order marks"},
+    {"XML version", "XML versions"},
+    {"standalone declaration", "standalone declarations"},
+    {"line ends", "line ends"},
     {"DOCTYPE", "DOCTYPEs"},
     {"comment", "comments"},
     {"processing instruction", "processing instructions"},
@@ -285,6 +313,14 @@ constexpr std::array<Name, 12> kind_names{{
     {"attribute value that needs escapes", "attribute values that need escapes"},
 }};
 
+// Line ends are told of once however many there are.
+std::string count_of(LossKind kind, std::size_t count) {
+    const Name name = kind_names.at(static_cast<std::size_t>(kind));
+    if (kind == LossKind::line_ends)
+        return name.many;
+    return std::to_string(count) + ' ' + (count == 1 ? name.one : name.many);
+}
+
 }  // namespace
 
 std::vector<Loss> find_losses(const std::string& document) {
@@ -292,6 +328,7 @@ std::vector<Loss> find_losses(const std::string& document) {
     const std::string converted = encoding.empty() ? "" : to_utf8(document, encoding);
     const std::string_view text = without_mark(encoding.empty() ? document : converted);
     LossFinder finder(text);
+    finder.take_text_itself();
     {
         Progress progress("looking for what would be lost", text.size());
         read_events(text, [&](const Event& event) {
@@ -302,7 +339,17 @@ std::vector<Loss> find_losses(const std::string& document) {
     std::vector<Loss> losses = locate(text, finder.get_found());
     if (!encoding.empty())
         losses.insert(losses.begin(), {LossKind::encoding, {1, 1}, to_printable(encoding)});
+    else if (text.size() != document.size())
+        losses.insert(losses.begin(), {LossKind::byte_order_mark, {1, 1}, "EF BB BF"});
     return losses;
+}
+
+bool is_in_declaration(const Loss& loss) {
+    return loss.kind == LossKind::version || loss.kind == LossKind::standalone;
+}
+
+bool is_content(const Loss& loss) {
+    return loss.kind == LossKind::text || loss.kind == LossKind::cdata || loss.kind == LossKind::entity;
 }
 
 bool is_note(const Loss& loss) {
@@ -311,6 +358,10 @@ bool is_note(const Loss& loss) {
 
 bool has_losses(const std::vector<Loss>& losses) {
     return !std::all_of(losses.begin(), losses.end(), is_note);
+}
+
+std::string get_advice(const std::string& file) {
+    return "\"quxml loss" + (file == standard_input ? "" : ' ' + name_of(file)) + "\" lists them";
 }
 
 std::string get_name(LossKind kind) {
@@ -325,8 +376,7 @@ std::string get_summary(const std::vector<Loss>& losses) {
     std::string summary;
     for (std::size_t i = 0; i < counts.size(); ++i)
         if (counts.at(i) != 0)
-            summary += (summary.empty() ? "" : ", ") + std::to_string(counts.at(i)) + ' ' +
-                       (counts.at(i) == 1 ? kind_names.at(i).one : kind_names.at(i).many);
+            summary += (summary.empty() ? "" : ", ") + count_of(static_cast<LossKind>(i), counts.at(i));
     return summary;
 }
 

@@ -10,6 +10,10 @@ namespace tool {
 
 enum class LossKind {
     encoding,
+    byte_order_mark,
+    version,
+    standalone,
+    line_ends,
     doctype,
     comment,
     instruction,
@@ -18,7 +22,7 @@ enum class LossKind {
     blank_text,
     entity,
     prefix,
-    declaration,
+    namespace_declaration,
     // Only notes, since this program escapes what the library alone writes as it stands:
     carriage_return,
     escape,
@@ -36,8 +40,17 @@ std::vector<Loss> find_losses(const std::string& document);
 
 bool is_note(const Loss& loss);
 
+/// Whether only the XML declaration holds it: who keeps that loses nothing.
+bool is_in_declaration(const Loss& loss);
+
+/// Whether it is content, so that queries give another answer than the document does.
+bool is_content(const Loss& loss);
+
 /// Whether anything is lost; notes do not count.
 bool has_losses(const std::vector<Loss>& losses);
+
+/// How to see them all: "quxml loss FILE" does it.
+std::string get_advice(const std::string& file);
 
 /// Such as "comment".
 std::string get_name(LossKind kind);

@@ -16,6 +16,7 @@
 #include "help.h"
 #include "manual.h"
 #include "output.h"
+#include "rewrite.h"
 #include "terminal.h"
 
 namespace tool {
@@ -102,6 +103,7 @@ ExitCode run(int argc, const char* const* argv) {
         write_output(companion);
         return ExitCode::done;
     }
+    require_suffix(argc, argv);
     try {
         app.parse(argc, argv);
         return action();

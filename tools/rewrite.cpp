@@ -3,6 +3,7 @@
 #include <quxml/Element.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -11,6 +12,7 @@
 #include "Failure.h"
 #include "Progress.h"
 #include "diagnostics.h"
+#include "encoding.h"
 #include "layout.h"
 #include "losses.h"
 #include "output.h"
@@ -71,23 +73,33 @@ bool is_changed(const RewriteOptions& options, const std::string& text, const qu
     return !is_same_tree(*before->get_root_node(), *document.get_root_node());
 }
 
-std::string get_advice(const RewriteOptions& options) {
-    return options.file == standard_input ? "\"quxml loss\" lists them"
-                                          : "\"quxml loss " + options.file + "\" lists them";
+// A document in UTF-8 keeps its XML declaration when it is changed, and with it what only that holds.
+std::vector<Loss> find_what_is_lost(const RewriteOptions& options, Purpose purpose, const std::string& text) {
+    std::vector<Loss> losses = find_losses(text);
+    if (purpose == Purpose::change && !options.no_declaration && get_encoding(text).empty())
+        losses.erase(std::remove_if(losses.begin(), losses.end(), is_in_declaration), losses.end());
+    return losses;
 }
 
-void refuse_or_warn(const RewriteOptions& options, const std::string& text) {
+// Once the file has been changed, nothing lists what is gone.
+std::string get_warning(const RewriteOptions& options, const std::vector<Loss>& losses) {
+    return options.in_place
+               ? "this is lost: " + get_summary(losses)
+               : "left out of the output: " + get_summary(losses) + "; " + get_advice(options.file);
+}
+
+void refuse_or_warn(const RewriteOptions& options, Purpose purpose, const std::string& text) {
     if (options.in_place ? options.lossy && options.quiet : options.quiet)
         return;
-    const std::vector<Loss> losses = find_losses(text);
+    const std::vector<Loss> losses = find_what_is_lost(options, purpose, text);
     if (!has_losses(losses))
         return;
     if (options.in_place && !options.lossy)
         throw Failure(ExitCode::malformed,
-                      options.file + ": not touched, this would be lost: " + get_summary(losses) + "; " +
-                          get_advice(options) + ", --lossy changes the file all the same");
+                      name_of(options.file) + ": not touched, this would be lost: " + get_summary(losses) +
+                          "; " + get_advice(options.file) + ", --lossy changes the file all the same");
     if (!options.quiet)
-        write_warning(options.file, "this is lost: " + get_summary(losses) + "; " + get_advice(options));
+        write_warning(options.file, get_warning(options, losses));
 }
 
 // The attribute values of `root` have been escaped for writing, so those that were read are escaped as well.
@@ -133,7 +145,7 @@ ExitCode rewrite_in_place(const RewriteOptions& options, Purpose purpose, const 
         return code;
     if (purpose == Purpose::change && !is_changed(options, original.text, *document))
         return ExitCode::done;
-    refuse_or_warn(options, original.text);
+    refuse_or_warn(options, purpose, original.text);
     const std::string written = write(options, purpose, original.text, *document);
     if (written != original.text)
         replace_file(original, written, options.backup);
@@ -146,7 +158,7 @@ ExitCode rewrite_to_output(const RewriteOptions& options, Purpose purpose, const
     const ExitCode code = change(*document);
     if (code != ExitCode::done)
         return code;
-    refuse_or_warn(options, text);
+    refuse_or_warn(options, purpose, text);
     std::string written = write(options, purpose, text, *document);
     write_output(written);
     return ExitCode::done;
@@ -172,6 +184,12 @@ void add_rewrite_options(CLI::App& command, RewriteOptions& options) {
         ->check(CLI::Validator(check_indent, ""))
         ->excludes(compact);
     command.add_flag("--no-declaration", options.no_declaration, "Leave out <?xml version=\"1.0\"?>");
+}
+
+void require_suffix(int argc, const char* const* argv) {
+    for (int i = 1; i < argc && std::string(argv[i]) != "--"; ++i)
+        if (std::string(argv[i]) == "--backup=")
+            throw Failure(ExitCode::usage, "--backup: " + check_backup(""));
 }
 
 void add_file_argument(CLI::App& command, std::string& file) {

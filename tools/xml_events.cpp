@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <exception>
 #include <new>
+#include <utility>
 
 #include "libxml2_owners.h"
 
@@ -47,20 +48,27 @@ std::size_t find_begin(const Reading& reading, EventKind kind, std::string_view 
     return std::min(reading.document.find('<', reading.reached), end);
 }
 
-void call_handler(Reading& reading, const Event& event) {
+// No exception may pass through libxml2.
+template <typename Work>
+void guard(Reading& reading, const Work& work) {
     try {
-        reading.handler(event);
+        work();
     } catch (...) {
         reading.failure = std::current_exception();
         xmlStopParser(reading.parser);
     }
 }
 
+// Gives the event its place and hands it on.
+void report(Reading& reading, Event event) {
+    event.end = static_cast<std::size_t>(xmlByteConsumed(reading.parser));
+    event.begin = find_begin(reading, event.kind, event.content, event.end);
+    reading.reached = event.end;
+    guard(reading, [&] { reading.handler(event); });
+}
+
 void report(Reading& reading, EventKind kind, std::string_view content) {
-    const auto end = static_cast<std::size_t>(xmlByteConsumed(reading.parser));
-    const std::size_t begin = find_begin(reading, kind, content, end);
-    reading.reached = end;
-    call_handler(reading, {kind, begin, end, content});
+    report(reading, {kind, 0, 0, content});
 }
 
 void report_if_inside(void* context, EventKind kind, std::string_view content = {}) {
@@ -73,13 +81,30 @@ std::string_view view_of(const xmlChar* text, int size) {
     return {reinterpret_cast<const char*>(text), static_cast<std::size_t>(size)};
 }
 
-void on_start(void* context, const xmlChar* /*name*/, const xmlChar* /*prefix*/, const xmlChar* /*uri*/,
-              int /*namespaces*/, const xmlChar** /*namespace_list*/, int /*attributes*/, int /*defaulted*/,
-              const xmlChar** /*attribute_list*/) {
+std::string string_of(const xmlChar* text) {
+    return reinterpret_cast<const char*>(text);
+}
+
+// libxml2 gives five pointers for each attribute: its local name, its prefix, the prefix's meaning, and its value.
+std::vector<std::string> get_prefixed(const xmlChar** attributes, int count) {
+    constexpr int size = 5;
+    std::vector<std::string> names;
+    for (const xmlChar** one = attributes; one != attributes + count * size; one += size)
+        if (one[1] != nullptr && one[2] != nullptr)
+            names.push_back(string_of(one[1]) + ':' + string_of(one[0]));
+    return names;
+}
+
+void on_start(void* context, const xmlChar* /*name*/, const xmlChar* prefix, const xmlChar* uri,
+              int /*namespaces*/, const xmlChar** /*namespace_list*/, int attributes, int /*defaulted*/,
+              const xmlChar** attribute_list) {
     Reading& reading = reading_of(context);
     if (is_outside(reading, context))
         return;
-    report(reading, EventKind::start_tag, {});
+    Event event{EventKind::start_tag, 0, 0, {}, prefix != nullptr && uri != nullptr};
+    guard(reading, [&] { event.prefixed_attributes = get_prefixed(attribute_list, attributes); });
+    if (reading.failure == nullptr)
+        report(reading, std::move(event));
     if (reading.document.substr(reading.reached, 1) == ">")
         ++reading.reached;
 }

@@ -140,6 +140,21 @@ TEST_F(InPlace, keeps_a_backup_of_the_old_text) {
     EXPECT_EQ(get_files(), (Files{"a.xml", "a.xml.old", "a.xml~"}));
 }
 
+TEST_F(InPlace, wants_a_suffix_for_backups) {
+    const std::vector<Refused> all = {
+        {"--backup=", "--backup: a suffix for the name of a file is wanted, not \"\""},
+        {"--backup=x/y", "--backup: a suffix for the name of a file is wanted, not \"x/y\""},
+    };
+    for (const Refused& one : all) {
+        SCOPED_TRACE(one.arguments);
+        expect(run(std::string("quxml set -i ") + one.arguments + " //host port=80 a.xml"), 2, "",
+               std::string("quxml: ") + one.message + "\nquxml --help tells more.\n");
+    }
+    EXPECT_EQ(written("a.xml"), old_text);
+    EXPECT_EQ(get_files(), Files{"a.xml"});
+    EXPECT_EQ(run("quxml text -i -- //host --backup= a.xml").code, 0);
+}
+
 // ---- What is refused
 
 TEST_F(InPlace, refuses_with_3_what_would_lose_something) {
@@ -162,8 +177,7 @@ TEST_F(InPlace, refuses_with_3_what_would_lose_something) {
 
 TEST_F(InPlace, lossy_changes_the_file_all_the_same) {
     write("a.xml", "<settings><!-- mine --><host/></settings>");
-    expect(run("quxml set -i --lossy //host a=1 a.xml"), 0, "",
-           "a.xml: warning: this is lost: 1 comment; \"quxml loss a.xml\" lists them\n");
+    expect(run("quxml set -i --lossy //host a=1 a.xml"), 0, "", "a.xml: warning: this is lost: 1 comment\n");
     EXPECT_EQ(written("a.xml"), "<settings><host a=\"1\"/></settings>\n");
     write("a.xml", "<settings><!-- mine --><host/></settings>");
     expect_done(run("quxml set -i --lossy --quiet //host a=1 a.xml"), "");
@@ -232,6 +246,8 @@ TEST_F(InPlace, exits_with_5_and_leaves_the_file_whole_when_the_new_one_has_no_r
     EXPECT_TRUE(written("a.xml") == text);
     EXPECT_EQ(get_files(), Files{"a.xml"});
     EXPECT_EQ(run("ulimit -f 4; quxml set /catalog n=1 a.xml").code, 5);
+    EXPECT_EQ(run("ulimit -f 4; quxml format -i a.xml").code, 5);
+    EXPECT_TRUE(written("a.xml") == text);
 }
 
 // Mounts a small file system, where that is allowed.

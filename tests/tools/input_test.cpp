@@ -49,6 +49,34 @@ TEST_F(Input, exits_with_5_for_files_that_can_not_be_read) {
     expect(run("quxml format <&-"), 5, "", "quxml: standard input: Bad file descriptor\n");
 }
 
+// A name is one line of a message, and no terminal obeys it.
+TEST_F(Input, shows_names_of_files_without_control_characters) {
+    const std::string name = "\033[31mx\n\"\xff\\.xml";
+    const std::string shown = "\\x1b[31mx\\n\\\"\\xff\\\\.xml";
+    const auto run_on = [&](const std::string& command) { return run(command + " '" + name + "'"); };
+    for (const char* command : {"format", "check", "loss", "query a", "set -i /a x=1"})
+        EXPECT_TRUE(
+            contains(run_on(std::string("quxml ") + command).err, shown + ": No such file or directory\n"))
+            << command;
+    write(name, "<a><!-- x --></a>");
+    EXPECT_EQ(run_on("quxml loss").out, shown + ":1:4: comment: <!-- x -->\n");
+    EXPECT_EQ(
+        run_on("quxml format").err,
+        shown + ": warning: left out of the output: 1 comment; \"quxml loss " + shown + "\" lists them\n");
+    EXPECT_EQ(run_on("quxml set -i /a x=1").err,
+              "quxml: " + shown + ": not touched, this would be lost: 1 comment; \"quxml loss " + shown +
+                  "\" lists them, --lossy changes the file all the same\n");
+    write(name, "<a>");
+    EXPECT_EQ(run_on("quxml check").err.rfind(shown + ":1:4: error: ", 0), 0U);
+    EXPECT_EQ(run("mkdir '\033'; quxml set -i /a x=1 '\033'").err, "quxml: \\x1b: is not a regular file\n");
+}
+
+TEST_F(Input, shows_arguments_without_control_characters) {
+    EXPECT_EQ(run("quxml '\033[31m'").err.find('\033'), std::string::npos);
+    EXPECT_EQ(run("echo '<a/>' | quxml set '/a[\033[31m' x=1").err.find('\033'), std::string::npos);
+    EXPECT_EQ(run("quxml format --indent '\033[31m'").err.find('\033'), std::string::npos);
+}
+
 TEST_F(Input, exits_with_5_and_never_with_3_when_memory_runs_out) {
     write("books.xml", many_books(60000));
     const auto run_within = [&](int kilobytes) {

@@ -41,7 +41,8 @@ TEST_F(Terminal, shows_errors_in_colours) {
 
 TEST_F(Terminal, shows_warnings_in_colours) {
     EXPECT_EQ(show("quxml format comment.xml >out"),
-              "\033[1mcomment.xml: \033[0m\033[1;35mwarning: \033[0mthis is lost: 1 comment; \"quxml loss "
+              "\033[1mcomment.xml: \033[0m\033[1;35mwarning: \033[0mleft out of the output: 1 comment; "
+              "\"quxml loss "
               "comment.xml\" "
               "lists them\n");
 }
