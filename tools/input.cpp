@@ -95,8 +95,4 @@ std::shared_ptr<quxml::Document> parse_document(const std::string& file, const s
     }
 }
 
-std::shared_ptr<quxml::Document> read_document(const std::string& file, bool keep_sorted) {
-    return parse_document(file, read_text(file), keep_sorted);
-}
-
 }  // namespace tool

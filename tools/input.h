@@ -27,10 +27,6 @@ enum class Errors { written, silent };
 std::shared_ptr<quxml::Document> parse_document(const std::string& file, const std::string& text,
                                                 bool keep_sorted, Errors errors = Errors::written);
 
-/// The document in a file, or in standard input for "-".
-/// \throws Failure  (io, malformed), as those above
-std::shared_ptr<quxml::Document> read_document(const std::string& file, bool keep_sorted);
-
 }  // namespace tool
 
 #endif

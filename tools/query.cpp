@@ -16,6 +16,7 @@
 #include "output.h"
 #include "selection.h"
 #include "tree.h"
+#include "unseen.h"
 
 namespace tool {
 
@@ -27,6 +28,9 @@ constexpr const char* help_on_query =
     "element; put it in quotes, since the shell has its own use for brackets and stars. Notes on\n"
     "standard error say where the path may not be what was meant: all of them if nothing matches, else\n"
     "those that are a surprise. \"quxml explain\" tells more.\n"
+    "CDATA sections, text beside other content and entity references are not read, so queries answer\n"
+    "as if they were not there; a warning tells of it. Of comments, prefixes and the rest of what\n"
+    "\"quxml loss\" lists nothing is said, since only what is found is written.\n"
     "\n"
     "Examples:\n"
     "  quxml query '/catalog/book' catalog.xml         all books in the catalog\n"
@@ -112,10 +116,18 @@ void write_count(std::size_t count, char end) {
     write_output(text);
 }
 
+std::shared_ptr<quxml::Document> read(const QueryOptions& options) {
+    const std::string text = read_text(options.file);
+    std::shared_ptr<quxml::Document> document = parse_document(options.file, text, false);
+    if (!options.quiet)
+        warn_of_unseen(options.file, text);
+    return document;
+}
+
 ExitCode query(const QueryOptions& options) {
     if (!options.quiet)
         write_hints(options.file, {{"PATH", options.path}});
-    const std::shared_ptr<quxml::Document> document = read_document(options.file, false);
+    const std::shared_ptr<quxml::Document> document = read(options);
     const std::vector<quxml::Node*> matches = get_matches(*document, options);
     const char end = options.null ? '\0' : '\n';
     const bool is_xml = !options.value && options.attribute.empty() && !options.node_path;
@@ -157,7 +169,7 @@ void add_query(CLI::App& app, Action& action) {
                       "A name in the path also stands for all that begin with it");
     command->add_flag("-0,--null", options->null, "A zero byte behind each match instead of a line feed");
     add_output_options(*command, *options);
-    command->add_flag("--quiet", options->quiet, "No notes on the path");
+    command->add_flag("--quiet", options->quiet, "No notes on the path or on content that queries do not see");
     command->add_option("PATH", options->path, "What to look for")->required();
     command->add_option("FILE", options->file, "The document; standard input if it is - or missing");
     command->footer(help_on_query);

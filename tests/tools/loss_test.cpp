@@ -15,7 +15,7 @@ struct Lost {
 };
 
 TEST_F(Loss, lists_each_thing_with_its_place) {
-    const std::array<Lost, 23> all{{
+    const std::array<Lost, 34> all{{
         {"<a><!-- x --></a>", ":1:4: comment: <!-- x -->\n"},
         {"<?xml version='1.0'?>\n<!-- x -->\n<a/>\n <!-- y -->\n",
          ":2:1: comment: <!-- x -->\n:4:2: comment: <!-- y -->\n"},
@@ -44,12 +44,28 @@ TEST_F(Loss, lists_each_thing_with_its_place) {
          ":1:4: namespace declaration: xmlns='u'\n:2:3: prefix: xml:lang = \"de\"\n"},
         {"<a xmlnsx='u'/>", ""},
         {"<\xc3\xa4\xc3\xb6><!-- x --></\xc3\xa4\xc3\xb6>", ":1:5: comment: <!-- x -->\n"},
-        {"\xef\xbb\xbf<a><!-- x --></a>", ":1:4: comment: <!-- x -->\n"},
+        {"\xef\xbb\xbf<a><!-- x --></a>", ":1:1: byte-order mark: EF BB BF\n:1:4: comment: <!-- x -->\n"},
         {"<?xml version='1.0' encoding='ISO-8859-1'?><a>\xe4<!-- \xe4 --></a>",
          ":1:1: encoding: ISO-8859-1\n:1:47: text beside other content: \xc3\xa4\n:1:48: comment: <!-- "
          "\xc3\xa4 -->\n"},
         {"<a><!--  a comment that is much too long to be shown as a whole --></a>",
          ":1:4: comment: <!--  a comment that is much too long to be shown ...\n"},
+        // No declaration tells what p means, so the names keep it.
+        {"<a><p:b/><c p:x='1'/></a>", ""},
+        {"<a p:x='1' xml:lang='de'><p:b xmlns:p='u'/><p:c/></a>",
+         ":1:12: prefix: xml:lang='de'\n:1:26: prefix: <p:b xmlns:p='u'\n:1:31: namespace declaration: "
+         "xmlns:p='u'\n"},
+        {"<:a b:='1' c:1='2' xmlns:c='u'/>", ":1:20: namespace declaration: xmlns:c='u'\n"},
+        {"<?xml version='1.0' encoding='utf-8' standalone='no'?>\n<a/>",
+         ":1:38: standalone declaration: standalone='no'\n"},
+        {"\n<a/>", ""},
+        {"<?xml-stylesheet version='1.1'?><a/>",
+         ":1:1: processing instruction: <?xml-stylesheet version='1.1'?>\n"},
+        {"<?xml version='1.1'?><a/>", ":1:7: XML version: version='1.1'\n"},
+        {"\xef\xbb\xbf<a/>", ":1:1: byte-order mark: EF BB BF\n"},
+        {"<a>\r\n  <b/>\r\n  <!-- x -->\r\n</a>\r\n", ":1:4: line ends: CR LF\n:3:3: comment: <!-- x -->\n"},
+        {"<a>\n  <b>x</b>\r</a>", ":2:11: line ends: CR\n"},
+        {"<a b='x\ry'/>", ":1:8: line ends: CR\n"},
     }};
     for (const Lost& one : all) {
         SCOPED_TRACE(one.text);
@@ -66,12 +82,11 @@ TEST_F(Loss, lists_each_thing_with_its_place) {
 }
 
 TEST_F(Loss, finds_nothing_in_what_reads_back) {
-    for (const char* text :
-         {"<a/>",
-          "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n<a b='1'>\n  <c>x &lt; "
-          "y</c>\n\n</a>\n",
-          "<a>  </a>", "<a> \n </a>", "<a>\nx\n</a>", "<a b='&apos;&gt;&#228;'>&#228;]]&gt;</a>",
-          "<a\n b = '1'\n></a\n>", "<a>\r\n  <b/>\r\n</a>"}) {
+    for (const char* text : {"<a/>",
+                             "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<a b='1'>\n  <c>x &lt; "
+                             "y</c>\n\n</a>\n",
+                             "<a>  </a>", "<a> \n </a>", "<a>\nx\n</a>",
+                             "<a b='&apos;&gt;&#228;'>&#228;]]&gt;</a>", "<a\n b = '1'\n></a\n>"}) {
         SCOPED_TRACE(text);
         write("a.xml", text);
         expect_done(run("quxml loss a.xml"), "");
@@ -117,17 +132,18 @@ struct Warned {
 };
 
 TEST_F(Loss, of_all_kinds_is_warned_of_in_one_line) {
-    const std::array<Warned, 6> all{{
+    const std::array<Warned, 7> all{{
         {"<a><!-- x --></a>", "1 comment"},
         {"<a><!-- x --><!-- y --><?p?></a>", "2 comments, 1 processing instruction"},
         {"<!DOCTYPE a [<!ENTITY e 'x'>]><a>&e;&e;</a>", "1 DOCTYPE, 2 entity references"},
         {"<a xmlns:p='u' p:x='1' p:y='2'>\n</a>", "1 white space, 2 prefixes, 1 namespace declaration"},
         {"<a>x<![CDATA[y]]>z</a>", "1 CDATA section, 2 texts beside other content"},
         {"<?xml version='1.0' encoding='ISO-8859-1'?><a x='&amp;'>&#13;</a>", "1 encoding"},
+        {"\xef\xbb\xbf<a>\r\n<!-- x -->\r\n</a>", "1 byte-order mark, line ends, 1 comment"},
     }};
     for (const Warned& one : all) {
         write("a.xml", one.text);
-        const std::string summary = std::string("warning: this is lost: ") + one.summary;
+        const std::string summary = std::string("warning: left out of the output: ") + one.summary;
         for (const char* command : {"format", "sort", "set a y=1"}) {
             SCOPED_TRACE(std::string(command) + ' ' + one.text);
             const std::string quxml = std::string("quxml ") + command;
@@ -139,6 +155,58 @@ TEST_F(Loss, of_all_kinds_is_warned_of_in_one_line) {
             EXPECT_EQ(run(quxml + " --quiet a.xml").err, "");
         }
     }
+}
+
+// Editing keeps the declaration, and with it what only that holds.
+TEST_F(Loss, of_the_declaration_counts_only_where_it_is_not_kept) {
+    const std::string text = "<?xml version=\"1.1\" standalone=\"yes\"?>\n<a/>\n";
+    write("a.xml", text);
+    EXPECT_EQ(run("quxml loss a.xml").code, 1);
+    const std::string lost = "1 XML version, 1 standalone declaration";
+    const std::string warning =
+        "a.xml: warning: left out of the output: " + lost + "; \"quxml loss a.xml\" lists them\n";
+    expect(run("quxml format a.xml"), 0, "<?xml version=\"1.0\"?>\n<a/>\n", warning);
+    expect(run("quxml sort --no-declaration a.xml"), 0, "<a/>\n", warning);
+    expect_done(run("quxml sort a.xml | cmp - a.xml"), "");
+    expect(run("quxml format -i a.xml"), 3, "",
+           "quxml: a.xml: not touched, this would be lost: " + lost +
+               "; \"quxml loss a.xml\" lists them, --lossy changes the file all the same\n");
+    EXPECT_EQ(written("a.xml"), text);
+    expect_done(run("quxml set -i /a x=1 a.xml"), "");
+    EXPECT_EQ(written("a.xml"), "<?xml version=\"1.1\" standalone=\"yes\"?>\n<a x=\"1\"/>\n");
+    write("a.xml", "<?xml version='1.0' encoding='ISO-8859-1' standalone='yes'?><a/>");
+    EXPECT_TRUE(contains(run("quxml set /a x=1 a.xml").err, ": 1 encoding, 1 standalone declaration;"));
+}
+
+TEST_F(Loss, of_line_ends_or_a_byte_order_mark_keeps_a_file_from_being_changed) {
+    for (const std::string text : {"<a>\r\n  <b/>\r\n</a>\r\n", "\xef\xbb\xbf<a/>", "<a>\r</a>"}) {
+        for (const char* command : {"set -i /a x=1", "format -i"}) {
+            SCOPED_TRACE(command + text);
+            write("a.xml", text);
+            EXPECT_EQ(run(std::string("quxml ") + command + " a.xml").code, 3);
+            EXPECT_EQ(written("a.xml"), text);
+        }
+    }
+    write("a.xml", "\xef\xbb\xbf<a>\r\n  <b/>\r\n</a>\r\n");
+    expect(run("quxml set -i --lossy /a x=1 a.xml"), 0, "",
+           "a.xml: warning: this is lost: 1 byte-order mark, line ends\n");
+    EXPECT_EQ(written("a.xml"), "<a x=\"1\">\n  <b/>\n</a>\n");
+}
+
+// Queries answer as if these were not there.
+TEST_F(Loss, of_content_is_warned_of_by_queries) {
+    write("a.xml", "<a><b>x<![CDATA[y]]></b></a>");
+    for (const char* option : {"--value", "--count", ""}) {
+        const Result result = run(std::string("quxml query ") + option + " //b a.xml");
+        EXPECT_EQ(result.code, 0);
+        EXPECT_EQ(
+            result.err,
+            "a.xml: warning: queries do not see 1 CDATA section, 1 text beside other content; \"quxml loss "
+            "a.xml\" lists them\n");
+    }
+    expect_done(run("quxml query --quiet --value //b a.xml"), "\n");
+    write("a.xml", "<!DOCTYPE a>\r\n<a xmlns='u'><!-- x --><?p?><b>x</b></a>");
+    expect_done(run("quxml query --value //b a.xml"), "x\n");
 }
 
 }  // namespace
