@@ -68,9 +68,21 @@ std::shared_ptr<quxml::Document> parse(const RewriteOptions& options, const std:
     return document;
 }
 
-bool is_changed(const RewriteOptions& options, const std::string& text, const quxml::Document& document) {
-    const std::shared_ptr<quxml::Document> before = parse_document(options.file, text, false);
-    return !is_same_tree(*before->get_root_node(), *document.get_root_node());
+// What to compare a changed tree with; nothing if only the layout changes. A copy takes less time and memory than
+// another parse, but one that was sorted while it was read tells nothing of the order before.
+std::shared_ptr<quxml::Document> get_tree_before(const RewriteOptions& options, Purpose purpose,
+                                                 const std::string& text, const quxml::Document& document) {
+    if (purpose == Purpose::layout)
+        return nullptr;
+    if (options.sorted)
+        return parse_document(options.file, text, false);
+    auto copy = std::make_shared<quxml::Document>(false);
+    copy->create_root_node_by_import(document.get_root_node(), true);
+    return copy;
+}
+
+bool is_unchanged(const quxml::Document& document, const quxml::Document* before) {
+    return before != nullptr && is_same_tree(*before->get_root_node(), *document.get_root_node());
 }
 
 // A document in UTF-8 keeps its XML declaration when it is changed, and with it what only that holds.
@@ -140,11 +152,11 @@ std::string write(const RewriteOptions& options, Purpose purpose, const std::str
 ExitCode rewrite_in_place(const RewriteOptions& options, Purpose purpose, const Change& change) {
     const Original original = read_original(options.file);
     const std::shared_ptr<quxml::Document> document = parse(options, original.text);
+    std::shared_ptr<quxml::Document> before = get_tree_before(options, purpose, original.text, *document);
     const ExitCode code = change(*document);
-    if (code != ExitCode::done)
+    if (code != ExitCode::done || is_unchanged(*document, before.get()))
         return code;
-    if (purpose == Purpose::change && !is_changed(options, original.text, *document))
-        return ExitCode::done;
+    before.reset();  // what follows needs the memory
     refuse_or_warn(options, purpose, original.text);
     const std::string written = write(options, purpose, original.text, *document);
     if (written != original.text)
