@@ -103,8 +103,8 @@ ExitCode run(int argc, const char* const* argv) {
         write_output(companion);
         return ExitCode::done;
     }
-    require_suffix(argc, argv);
     try {
+        require_suffix(argc, argv);
         app.parse(argc, argv);
         return action();
     } catch (const CLI::ParseError& error) {

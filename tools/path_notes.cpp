@@ -74,7 +74,7 @@ constexpr std::array<Advice, 8> advices{{
     {"", "any name is *"},
 }};
 
-std::string get_advice(const std::string& name) {
+std::string get_advice_on_name(const std::string& name) {
     if (name[0] == '@')
         return "attributes are not selected; \"quxml query --attribute " + name.substr(1) + "\" writes them";
     const auto* const advice = std::find_if(advices.begin(), advices.end(),
@@ -88,7 +88,7 @@ void note_name_test(const std::string& name, Notes& notes) {
     if (name == "*")
         return;
     if (!can_be_name(name))
-        return warn(notes, "no element can have the name " + quote(name) + "; " + get_advice(name));
+        return warn(notes, "no element can have the name " + quote(name) + "; " + get_advice_on_name(name));
     if (contains(name, "::"))
         warn(notes, quote(name) + " is taken for a name, since there are no axes; // searches all below");
     else if (contains(name, ":"))

@@ -169,7 +169,8 @@ void add_query(CLI::App& app, Action& action) {
                       "A name in the path also stands for all that begin with it");
     command->add_flag("-0,--null", options->null, "A zero byte behind each match instead of a line feed");
     add_output_options(*command, *options);
-    command->add_flag("--quiet", options->quiet, "No notes on the path or on content that queries do not see");
+    command->add_flag("--quiet", options->quiet,
+                      "No notes on the path or on content that queries do not see");
     command->add_option("PATH", options->path, "What to look for")->required();
     command->add_option("FILE", options->file, "The document; standard input if it is - or missing");
     command->footer(help_on_query);

@@ -86,7 +86,9 @@ TEST_F(Explain, tells_what_predicates_keep_of_a_list) {
          "  [position()=last()] position from the end: keeps the last\n"
          "  note: what stands before last() is ignored\n"},
         {"[position()=2]", "  [position()=2] position: keeps the one at position 2\n"},
-        {"[position()=-1]", "  [position()=-1] position: keeps the one at position 4294967295\n"},
+        {"[position()=-1]",
+         "  [position()=-1] position: keeps the one at position 4294967295\n"
+         "  note: positions begin with 1; the last is [last()]\n"},
         {"[position()<3]", "  [position()<3] position: keeps those from position 1 up to 2\n"},
         {"[position()<1]", "  [position()<1] position: keeps none\n"},
         {"[position()<0]",

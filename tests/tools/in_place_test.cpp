@@ -142,13 +142,14 @@ TEST_F(InPlace, keeps_a_backup_of_the_old_text) {
 
 TEST_F(InPlace, wants_a_suffix_for_backups) {
     const std::vector<Refused> all = {
-        {"--backup=", "--backup: a suffix for the name of a file is wanted, not \"\""},
-        {"--backup=x/y", "--backup: a suffix for the name of a file is wanted, not \"x/y\""},
+        {"--backup=", "--backup: a suffix for the name of a file is wanted, not \"\"\nquxml --help"},
+        {"--backup=x/y",
+         "--backup: a suffix for the name of a file is wanted, not \"x/y\"\nquxml set --help"},
     };
     for (const Refused& one : all) {
         SCOPED_TRACE(one.arguments);
         expect(run(std::string("quxml set -i ") + one.arguments + " //host port=80 a.xml"), 2, "",
-               std::string("quxml: ") + one.message + "\nquxml --help tells more.\n");
+               std::string("quxml: ") + one.message + " tells more.\n");
     }
     EXPECT_EQ(written("a.xml"), old_text);
     EXPECT_EQ(get_files(), Files{"a.xml"});

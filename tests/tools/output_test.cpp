@@ -32,8 +32,8 @@ TEST_F(Output, exits_with_5_on_a_full_disk) {
 }
 
 TEST_F(Output, a_full_disk_does_not_matter_when_there_is_nothing_to_write) {
-    expect(run("quxml query b a.xml >/dev/full"), 1, "", "");
-    expect(run("quxml query b a.xml >&-"), 1, "", "");
+    expect(run("quxml query --quiet b a.xml >/dev/full"), 1, "", "");
+    expect(run("quxml query --quiet b a.xml >&-"), 1, "", "");
 }
 
 TEST_F(Output, exits_with_5_without_a_standard_output) {
