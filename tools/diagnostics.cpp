@@ -81,9 +81,10 @@ struct Wording {
     const char* plain;
 };
 
-constexpr std::array<Wording, 2> wordings{{
+constexpr std::array<Wording, 3> wordings{{
     {"Excessive depth in document", "elements are nested too deep, more than 257 levels"},
     {"internal error: Huge input lookup", "something is too long, nearly 10,000,000 bytes or more"},
+    {"xmlSAX2Characters: huge text nod", "a text is too long, more than 10,000,000 bytes"},
 }};
 
 std::string in_plain_words(const std::string& message) {

@@ -12,6 +12,7 @@
 #include "Progress.h"
 #include "diagnostics.h"
 #include "terminal.h"
+#include "words.h"
 
 namespace tool {
 
@@ -52,9 +53,10 @@ std::size_t get_size(std::FILE& file) {
 }
 
 // libxml2 tells of exhausted memory as of an error in the text: with its code 2 or, when there is no memory left
-// even for a description, without one.
+// even for a description, without one. It gives the same code to text beyond its limit.
 bool is_out_of_memory(const std::string& message) {
-    return message.rfind(" (error code: ", 0) == 0 || message.find(" (error code: 2) ") != std::string::npos;
+    return message.rfind(" (error code: ", 0) == 0 ||
+           (contains(message, " (error code: 2) ") && !contains(message, "huge text nod"));
 }
 
 bool is_out_of_memory(const quxml::DomParserError& error) {

@@ -16,7 +16,6 @@
 #include "help.h"
 #include "manual.h"
 #include "output.h"
-#include "rewrite.h"
 #include "terminal.h"
 
 namespace tool {
@@ -81,6 +80,15 @@ void describe(CLI::App& app, Action& action) {
         add(app, action);
 }
 
+// CLI11 takes the next argument for the value that is missing in "--attribute=".
+void refuse_missing_values(int argc, const char* const* argv) {
+    for (int i = 1; i < argc && std::string(argv[i]) != "--"; ++i) {
+        const std::string argument = argv[i];
+        if (argument.rfind("--", 0) == 0 && argument.back() == '=')
+            throw Failure(ExitCode::usage, argument + ": a value is missing behind the equal sign");
+    }
+}
+
 // What is installed beside the program; no help names the options that write it.
 std::string get_companion(const CLI::App& app, const std::string& option) {
     if (option == "--write-manual")
@@ -104,7 +112,7 @@ ExitCode run(int argc, const char* const* argv) {
         return ExitCode::done;
     }
     try {
-        require_suffix(argc, argv);
+        refuse_missing_values(argc, argv);
         app.parse(argc, argv);
         return action();
     } catch (const CLI::ParseError& error) {

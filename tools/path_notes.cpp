@@ -31,12 +31,16 @@ std::string without_quotes(const std::string& text) {
                                       : text.substr(first, text.find_last_not_of(quote_signs) - first + 1);
 }
 
-void inform(Notes& notes, const std::string& text) {
-    notes.push_back({text, false});
+void warn(Notes& notes, const std::string& text) {
+    notes.push_back({text, NoteKind::surprise});
 }
 
-void warn(Notes& notes, const std::string& text) {
-    notes.push_back({text, true});
+void give_hint(Notes& notes, const std::string& text) {
+    notes.push_back({text, NoteKind::hint});
+}
+
+void inform(Notes& notes, const std::string& text) {
+    notes.push_back({text, NoteKind::information});
 }
 
 // ---- Names of steps
@@ -92,8 +96,8 @@ void note_name_test(const std::string& name, Notes& notes) {
     if (contains(name, "::"))
         warn(notes, quote(name) + " is taken for a name, since there are no axes; // searches all below");
     else if (contains(name, ":"))
-        inform(notes, "a declared prefix is dropped when a document is read, so that only " +
-                          quote(name.substr(name.find(':') + 1)) + " is left");
+        give_hint(notes, "a declared prefix is dropped when a document is read, so that only " +
+                             quote(name.substr(name.find(':') + 1)) + " is left");
 }
 
 // ---- Nodes of steps
@@ -141,9 +145,9 @@ void note_bare_text(const Predicate& predicate, const char* equal, const char* q
         warn(notes, "no such function is known; it is taken for a text");
     note_signs(predicate.text, " belongs to the text", notes);
     if (notes.size() == before)
-        inform(notes, "to compare an attribute write [@name" + std::string(equal) + quote_sign +
-                          predicate.value + quote_sign + "], for the text of a child [name='" +
-                          predicate.value + "']");
+        give_hint(notes, "to compare an attribute write [@name" + std::string(equal) + quote_sign +
+                             predicate.value + quote_sign + "], for the text of a child [name='" +
+                             predicate.value + "']");
 }
 
 // ---- Predicates of lists
@@ -151,7 +155,8 @@ void note_bare_text(const Predicate& predicate, const char* equal, const char* q
 void note_last(const Predicate& predicate, Notes& notes) {
     if (!begins_with(predicate.text, "last()"))
         notes.push_back(
-            {"what stands before last() is ignored", !begins_with(predicate.text, "position()=last()")});
+            {"what stands before last() is ignored",
+             begins_with(predicate.text, "position()=last()") ? NoteKind::information : NoteKind::surprise});
 }
 
 bool has_unread_words(const std::string& text) {
@@ -189,7 +194,8 @@ std::string get_position_for(int number) {
 // 1 also selects elements without an item.
 void note_item(const Predicate& predicate, Notes& notes) {
     const int number = std::stoi(predicate.value);
-    notes.push_back({"this is no position; " + get_position_for(number), number == 1});
+    notes.push_back({"this is no position; " + get_position_for(number),
+                     number == 1 ? NoteKind::surprise : NoteKind::hint});
     if (predicate.value.find_first_not_of("+-0123456789") != std::string::npos)
         warn(notes, "the attribute \"item\" is compared with all of " + quote(predicate.value));
 }
@@ -243,9 +249,10 @@ void note_words_of_positions(const Predicate& predicate, Notes& notes) {
 
 // 1 also selects elements without an item.
 void note_number(const std::string& number, Notes& notes) {
-    notes.push_back({"this is no position; those are known only behind a single /", number == "1"});
+    notes.push_back({"this is no position; those are known only behind a single /",
+                     number == "1" ? NoteKind::surprise : NoteKind::hint});
     if (is_too_large(number))
-        inform(notes, "it is compared as text here; behind a single / it would be too large");
+        give_hint(notes, "it is compared as text here; behind a single / it would be too large");
 }
 
 void note_test_of_item(const Predicate& predicate, Notes& notes) {
@@ -262,7 +269,7 @@ void note_test_of_item(const Predicate& predicate, Notes& notes) {
 std::vector<Note> get_notes_on_nodes(const Step& step) {
     Notes notes;
     if (step.kind == StepKind::start)
-        inform(notes, "the first step names the root element itself, not a child of it");
+        give_hint(notes, "the first step names the root element itself, not a child of it");
     if (is_search(step))
         note_search(step, notes);
     if (step.kind != StepKind::all_children)

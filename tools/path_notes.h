@@ -8,10 +8,16 @@
 
 namespace tool {
 
+enum class NoteKind {
+    surprise,    // the path does something else than it seems to say
+    hint,        // perhaps why nothing is selected
+    information  // good to know
+};
+
 /// Where a path may not do what was meant.
 struct Note {
     std::string text;
-    bool is_surprise = true;  // it does something else than it seems to say; else the note only informs
+    NoteKind kind;
 };
 
 /// The notes on where a step looks for its nodes.

@@ -198,12 +198,6 @@ void add_rewrite_options(CLI::App& command, RewriteOptions& options) {
     command.add_flag("--no-declaration", options.no_declaration, "Leave out <?xml version=\"1.0\"?>");
 }
 
-void require_suffix(int argc, const char* const* argv) {
-    for (int i = 1; i < argc && std::string(argv[i]) != "--"; ++i)
-        if (std::string(argv[i]) == "--backup=")
-            throw Failure(ExitCode::usage, "--backup: " + check_backup(""));
-}
-
 void add_file_argument(CLI::App& command, std::string& file) {
     command.add_option("FILE", file, "The document; standard input if it is - or missing");
 }

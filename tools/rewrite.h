@@ -40,9 +40,6 @@ PathNotes get_path_notes(const RewriteOptions& options);
 /// Hints about standard input, unless they are unwanted.
 void write_hints(const RewriteOptions& options, const std::vector<Argument>& arguments = {});
 
-/// Refuses "--backup=", which CLI11 takes for "--backup". \throws Failure  (usage)
-void require_suffix(int argc, const char* const* argv);
-
 /// Adds to a command the last argument, FILE.
 void add_file_argument(CLI::App& command, std::string& file);
 

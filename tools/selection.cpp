@@ -46,14 +46,21 @@ quxml::NodeSet get_matches(quxml::Node* root, const std::string& path, Names nam
     }
 }
 
-void write_notes(const std::string& path, bool only_surprises) {
+void write_notes(const Step& step, int number, NoteKind least) {
+    const std::string name = step.text.empty() ? "(empty)" : step.text;
+    const std::string place = "step " + std::to_string(number) + ", " + name + ": ";
+    for (const Note& note : get_notes(step))
+        if (note.kind <= least)
+            std::cerr << "quxml: note: " << to_printable(place + note.text) << '\n';
+}
+
+// Of a step that the root element satisfies no hint is wanted: nothing is selected for another reason.
+void write_notes(quxml::Node* root, const std::string& path, Names names, bool has_match) {
     int number = 0;
     for (const Step& step : get_steps(path)) {
-        const std::string place =
-            "step " + std::to_string(++number) + ", " + (step.text.empty() ? "(empty)" : step.text);
-        for (const Note& note : get_notes(step))
-            if (note.is_surprise || !only_surprises)
-                std::cerr << "quxml: note: " << to_printable(place + ": " + note.text) << '\n';
+        const bool is_satisfied =
+            has_match || (step.kind == StepKind::start && !get_matches(root, step.text, names).empty());
+        write_notes(step, ++number, is_satisfied ? NoteKind::surprise : NoteKind::hint);
     }
 }
 
@@ -64,7 +71,7 @@ std::vector<quxml::Node*> select(const quxml::Document& document, const std::str
     quxml::Node* const root = document.get_root_node();
     std::vector<quxml::Node*> nodes = in_document_order(root, get_matches(root, path, names));
     if (notes == PathNotes::written)
-        write_notes(path, !nodes.empty());
+        write_notes(root, path, names, !nodes.empty());
     return nodes;
 }
 

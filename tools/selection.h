@@ -12,8 +12,8 @@ namespace tool {
 /// How the names in a path are compared, in both cases without regard to case.
 enum class Names { whole, prefixes };
 
-/// Whether standard error is told where a path may not do what was meant: on a path that selects nothing all there
-/// is to say, else only what is a surprise.
+/// Whether standard error is told where a path may not do what was meant: of surprises, and on a path that selects
+/// nothing also of what may be the reason.
 enum class PathNotes { written, silent };
 
 /// The nodes that a path selects from the root element, in document order.

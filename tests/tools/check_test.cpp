@@ -81,6 +81,10 @@ TEST_F(Check, says_in_plain_words_what_goes_beyond_the_limits_of_libxml2) {
                          "error: elements are nested too deep, more than 257 levels\n"));
     EXPECT_TRUE(contains(run("quxml check long.xml").err,
                          "error: something is too long, nearly 10,000,000 bytes or more\n"));
+    write("text.xml", "<a>&lt;" + std::string(10000000, 'x') + "</a>");
+    const Result text = run("quxml check text.xml");
+    EXPECT_EQ(text.code, 3);
+    EXPECT_TRUE(contains(text.err, "error: a text is too long, more than 10,000,000 bytes\n"));
 }
 
 TEST_F(Check, stops_at_loops_of_entities_that_libxml2_would_never_come_back_from) {

@@ -29,8 +29,6 @@ struct Noted {
 };
 
 const std::string root = "the first step names the root element itself, not a child of it";
-const std::string search =
-    "the search stops at the first match of each branch; what is inside of a match is not found";
 
 std::string to_lines(const std::vector<std::string>& notes) {
     std::string lines;
@@ -39,7 +37,7 @@ std::string to_lines(const std::vector<std::string>& notes) {
     return lines;
 }
 
-// Of which nothing matches, so that everything is told.
+// Of which nothing matches, so that all hints are told.
 const std::vector<Noted>& get_paths_without_match() {
     static const std::vector<Noted> paths = {
         {"", "", {"step 1, (empty): a name is missing here; any name is *"}},
@@ -50,120 +48,82 @@ const std::vector<Noted>& get_paths_without_match() {
          {"step 1, ': " + root, "step 1, ': no element can have the name \"'\"; the quotes belong to it"}},
         {"/a/b/text()",
          "",
-         {"step 1, a: " + root,
-          "step 3, text(): no element can have the name \"text()\"; a / at the end selects all that is in an "
+         {"step 3, text(): no element can have the name \"text()\"; a / at the end selects all that is in an "
           "element, its text too"}},
-        {"/a/b/..",
-         "",
-         {"step 1, a: " + root, "step 3, ..: no element can have the name \"..\"; there is no way up"}},
-        {"/a/b|/a/c",
-         "",
-         {"step 1, a: " + root,
-          "step 2, b|: no element can have the name \"b|\"; ask for one path at a time"}},
+        {"/a/b/..", "", {"step 3, ..: no element can have the name \"..\"; there is no way up"}},
+        {"/a/b|/a/c", "", {"step 2, b|: no element can have the name \"b|\"; ask for one path at a time"}},
         {"/a/b/@id",
          "",
-         {"step 1, a: " + root,
-          "step 3, @id: no element can have the name \"@id\"; attributes are not selected; \"quxml query "
+         {"step 3, @id: no element can have the name \"@id\"; attributes are not selected; \"quxml query "
           "--attribute id\" writes them"}},
         {"/a/descendant::c",
          "",
-         {"step 1, a: " + root,
-          "step 2, descendant::c: \"descendant::c\" is taken for a name, since there are no axes; // "
+         {"step 2, descendant::c: \"descendant::c\" is taken for a name, since there are no axes; // "
           "searches all below"}},
         {"count(//b)",
          "",
          {"step 1, count(: " + root,
           "step 1, count(: no element can have the name \"count(\"; there are no functions here",
-          "step 2, b): " + search, "step 2, b): no element can have the name \"b)\"; any name is *"}},
+          "step 2, b): no element can have the name \"b)\"; any name is *"}},
         {"/a/b [2]",
          "",
-         {"step 1, a: " + root, "step 2, b [2]: no element can have the name \"b \"; the blanks belong to it",
+         {"step 2, b [2]: no element can have the name \"b \"; the blanks belong to it",
           "step 2, b [2]: this is no position; for that, write [position()=2]"}},
-        {"/a/[@id]", "", {"step 1, a: " + root, "step 2, [@id]: a name is missing here; any name is *"}},
+        {"/a/[@id]", "", {"step 2, [@id]: a name is missing here; any name is *"}},
         {"/a/p:b",
          "",
-         {"step 1, a: " + root,
-          "step 2, p:b: a declared prefix is dropped when a document is read, so that only \"b\" is left"}},
+         {"step 2, p:b: a declared prefix is dropped when a document is read, so that only \"b\" is left"}},
         {"//b[@id=2]",
          "",
-         {"step 1, b[@id=2]: " + search,
-          "step 1, b[@id=2]: the character before = is not taken for a part of the name; for \"id\" write "
+         {"step 1, b[@id=2]: the character before = is not taken for a part of the name; for \"id\" write "
           "[@id "
           "=2]"}},
         {"//b[@id=\"O'Brien\"]",
          "",
-         {"step 1, b[@id=\"O'Brien\"]: " + search,
-          "step 1, b[@id=\"O'Brien\"]: the character before = is not taken for a part of the name; for "
+         {"step 1, b[@id=\"O'Brien\"]: the character before = is not taken for a part of the name; for "
           "\"id\" write "
           "[@id =O'Brien]",
           "step 1, b[@id=\"O'Brien\"]: here quotes belong to the value"}},
-        {"//b[@id = 2]",
-         "",
-         {"step 1, b[@id = 2]: " + search, "step 1, b[@id = 2]: the blank behind = belongs to the value"}},
-        {"//b[foo()]",
-         "",
-         {"step 1, b[foo()]: " + search,
-          "step 1, b[foo()]: no such function is known; it is taken for a text"}},
-        {"/a/b[foo()]",
-         "",
-         {"step 1, a: " + root, "step 2, b[foo()]: no such function is known; it is taken for a text"}},
+        {"//b[@id = 2]", "", {"step 1, b[@id = 2]: the blank behind = belongs to the value"}},
+        {"//b[foo()]", "", {"step 1, b[foo()]: no such function is known; it is taken for a text"}},
+        {"/a/b[foo()]", "", {"step 2, b[foo()]: no such function is known; it is taken for a text"}},
         {"/a/b[text()='y']",
          "",
-         {"step 1, a: " + root,
-          "step 2, b[text()='y']: no such function is known; \"text()\" is taken for a name"}},
-        {"/a/b[@item>1]",
-         "",
-         {"step 1, a: " + root, "step 2, b[@item>1]: only = compares here; \">\" belongs to the name"}},
-        {"//b[@item>1]",
-         "",
-         {"step 1, b[@item>1]: " + search,
-          "step 1, b[@item>1]: only = compares here; \">\" belongs to the name"}},
-        {"/a/b[c>1]",
-         "",
-         {"step 1, a: " + root, "step 2, b[c>1]: only = compares here; \">\" belongs to the text"}},
-        {"/a/b[@id!='2']",
-         "",
-         {"step 1, a: " + root, "step 2, b[@id!='2']: only = compares here; \"!\" belongs to the name"}},
-        {"/a/b[c!='x']",
-         "",
-         {"step 1, a: " + root, "step 2, b[c!='x']: only = compares here; \"!\" belongs to the name"}},
+         {"step 2, b[text()='y']: no such function is known; \"text()\" is taken for a name"}},
+        {"/a/b[@item>1]", "", {"step 2, b[@item>1]: only = compares here; \">\" belongs to the name"}},
+        {"//b[@item>1]", "", {"step 1, b[@item>1]: only = compares here; \">\" belongs to the name"}},
+        {"/a/b[c>1]", "", {"step 2, b[c>1]: only = compares here; \">\" belongs to the text"}},
+        {"/a/b[@id!='2']", "", {"step 2, b[@id!='2']: only = compares here; \"!\" belongs to the name"}},
+        {"/a/b[c!='x']", "", {"step 2, b[c!='x']: only = compares here; \"!\" belongs to the name"}},
         {"/a/b[@id and @item]",
          "",
-         {"step 1, a: " + root,
-          "step 2, b[@id and @item]: the blanks in \"id and @item\" belong to the name"}},
+         {"step 2, b[@id and @item]: the blanks in \"id and @item\" belong to the name"}},
         {"//b[c]",
          "",
-         {"step 1, b[c]: " + search,
-          "step 1, b[c]: to compare an attribute write [@name =c], for the text of a child [name='c']"}},
+         {"step 1, b[c]: to compare an attribute write [@name =c], for the text of a child [name='c']"}},
         {"/a/b[0]",
          "",
-         {"step 1, a: " + root,
-          "step 2, b[0]: this is no position; positions begin with 1; from the end they are [last()], "
+         {"step 2, b[0]: this is no position; positions begin with 1; from the end they are [last()], "
           "[last()-1] and so on"}},
         {"/a/b[-1]",
          "",
-         {"step 1, a: " + root,
-          "step 2, b[-1]: this is no position; positions begin with 1; from the end they are [last()], "
+         {"step 2, b[-1]: this is no position; positions begin with 1; from the end they are [last()], "
           "[last()-1] and so on"}},
         {"/a/b[-2]",
          "",
-         {"step 1, a: " + root,
-          "step 2, b[-2]: this is no position; positions begin with 1; from the end they are [last()], "
+         {"step 2, b[-2]: this is no position; positions begin with 1; from the end they are [last()], "
           "[last()-1] and so on"}},
-        {"/a/b[position()=0]",
-         "",
-         {"step 1, a: " + root, "step 2, b[position()=0]: positions begin with 1; the last is [last()]"}},
+        {"/a/b[position()=0]", "", {"step 2, b[position()=0]: positions begin with 1; the last is [last()]"}},
         {"/a/b[position()=-1]",
          "",
-         {"step 1, a: " + root, "step 2, b[position()=-1]: positions begin with 1; the last is [last()]"}},
+         {"step 2, b[position()=-1]: positions begin with 1; the last is [last()]"}},
         {"//b[99999999999999]",
          "",
-         {"step 1, b[99999999999999]: " + search,
-          "step 1, b[99999999999999]: this is no position; those are known only behind a single /",
+         {"step 1, b[99999999999999]: this is no position; those are known only behind a single /",
           "step 1, b[99999999999999]: it is compared as text here; behind a single / it would be too large"}},
         {"/a/b[2 or 3]",
          "",
-         {"step 1, a: " + root, "step 2, b[2 or 3]: this is no position; for that, write [position()=2]",
+         {"step 2, b[2 or 3]: this is no position; for that, write [position()=2]",
           "step 2, b[2 or 3]: the attribute \"item\" is compared with all of \"2 or 3\""}},
     };
     return paths;
@@ -202,7 +162,7 @@ const std::vector<Noted>& get_paths_with_matches() {
     return paths;
 }
 
-TEST_F(PathNotes, are_all_told_by_a_query_that_matches_nothing) {
+TEST_F(PathNotes, are_told_by_a_query_that_matches_nothing_if_they_may_be_the_reason) {
     for (const Noted& one : get_paths_without_match()) {
         SCOPED_TRACE(one.path);
         expect(run_with("quxml query", one.path, "a.xml"), 1, one.selected, to_lines(one.notes));
@@ -239,12 +199,21 @@ std::vector<std::string> get_explained(const std::string& text) {
     return notes;
 }
 
-TEST_F(PathNotes, are_those_that_explain_gives) {
+// In the same order.
+bool are_among(const std::vector<std::string>& texts, const std::vector<std::string>& all) {
+    auto next = texts.begin();
+    for (const std::string& one : all)
+        if (next != texts.end() && *next == one)
+            ++next;
+    return next == texts.end();
+}
+
+TEST_F(PathNotes, are_among_those_that_explain_gives) {
     for (const Noted& one : get_paths_without_match()) {
         SCOPED_TRACE(one.path);
         const Result result = run_with("quxml explain", one.path, "");
         EXPECT_EQ(result.code, 0);
-        EXPECT_EQ(get_explained(result.out), get_texts(one.notes));
+        EXPECT_TRUE(are_among(get_texts(one.notes), get_explained(result.out))) << result.out;
     }
 }
 
@@ -268,18 +237,16 @@ TEST_F(PathNotes, are_told_before_a_document_is_changed) {
 TEST_F(PathNotes, are_told_when_there_is_nothing_to_change) {
     expect(
         run("quxml set /a/@id x=1 a.xml"), 1, "",
-        to_lines({"step 1, a: " + root,
-                  "step 2, @id: no element can have the name \"@id\"; attributes are not selected; \"quxml "
+        to_lines({"step 2, @id: no element can have the name \"@id\"; attributes are not selected; \"quxml "
                   "query --attribute id\" writes them"}) +
             "quxml: no element matches /a/@id\n");
     expect(run("quxml remove --quiet /a/@id a.xml"), 1, "", "quxml: nothing matches /a/@id\n");
 }
 
 TEST_F(PathNotes, have_nothing_in_them_that_a_terminal_would_obey) {
-    expect(
-        run("quxml query \"/a/b$(printf '\\033')[3]\" a.xml"), 1, "",
-        to_lines({"step 1, a: " + root, "step 2, b?[3]: no element can have the name \"b?\"; any name is *",
-                  "step 2, b?[3]: this is no position; for that, write [position()=3]"}));
+    expect(run("quxml query \"/a/b$(printf '\\033')[3]\" a.xml"), 1, "",
+           to_lines({"step 2, b?[3]: no element can have the name \"b?\"; any name is *",
+                     "step 2, b?[3]: this is no position; for that, write [position()=3]"}));
 }
 
 TEST_F(PathNotes, say_why_a_number_that_is_an_error_among_children_is_none_behind_a_search) {

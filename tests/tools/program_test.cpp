@@ -48,7 +48,7 @@ std::string help_of(const Refused& refused) {
 
 TEST_F(Program, exits_with_2_for_a_command_line_it_can_not_understand) {
     write("a.xml", "<a/>");
-    const std::array<Refused, 16> refused{{
+    const std::array<Refused, 17> refused{{
         {"", "A subcommand is required"},
         {"frobnicate", "there is no command \"frobnicate\""},
         {"frobnicate -x a.xml", "there is no command \"frobnicate\""},
@@ -65,6 +65,7 @@ TEST_F(Program, exits_with_2_for_a_command_line_it_can_not_understand) {
         {"query --compact a a.xml", "The following argument was not expected: --compact"},
         {"query a a.xml b.xml", "The following argument was not expected: b.xml"},
         {"query --attribute '' a a.xml", "--attribute: a name is wanted"},
+        {"query --attribute= a a.xml", "--attribute=: a value is missing behind the equal sign"},
     }};
     for (const Refused& one : refused) {
         SCOPED_TRACE(one.arguments);
