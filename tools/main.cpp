@@ -89,6 +89,17 @@ void refuse_missing_values(int argc, const char* const* argv) {
     }
 }
 
+// A missing value is told of first: it may be why the rest is not understood.
+void parse(CLI::App& app, int argc, const char* const* argv) {
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError&) {
+        refuse_missing_values(argc, argv);
+        throw;
+    }
+    refuse_missing_values(argc, argv);
+}
+
 // What is installed beside the program; no help names the options that write it.
 std::string get_companion(const CLI::App& app, const std::string& option) {
     if (option == "--write-manual")
@@ -112,8 +123,7 @@ ExitCode run(int argc, const char* const* argv) {
         return ExitCode::done;
     }
     try {
-        refuse_missing_values(argc, argv);
-        app.parse(argc, argv);
+        parse(app, argc, argv);
         return action();
     } catch (const CLI::ParseError& error) {
         return answer(app, error);

@@ -142,7 +142,7 @@ TEST_F(InPlace, keeps_a_backup_of_the_old_text) {
 
 TEST_F(InPlace, wants_a_suffix_for_backups) {
     const std::vector<Refused> all = {
-        {"--backup=", "--backup=: a value is missing behind the equal sign\nquxml --help"},
+        {"--backup=", "--backup=: a value is missing behind the equal sign\nquxml set --help"},
         {"--backup=x/y",
          "--backup: a suffix for the name of a file is wanted, not \"x/y\"\nquxml set --help"},
     };
