@@ -77,7 +77,8 @@ public:
     NewFile(const std::string& path, const struct stat& status)
         : name(path.substr(0, path.rfind('/') + 1) + ".quxml-XXXXXX"),
           file(mkostemp(name.data(), O_CLOEXEC), path) {
-        set_owner_and_mode(path, status);
+        if (!set_owner(status))
+            refuse(path + ": its owner can not be kept");
     }
 
     ~NewFile() {
@@ -96,6 +97,16 @@ public:
             require(count >= 0, name);
             text.remove_prefix(static_cast<std::size_t>(count));
         }
+    }
+
+    // Comes after the owner and the text, since changing these can clear bits of the mode.
+    void set_mode(mode_t mode, const std::string& path) {
+        constexpr mode_t all_bits = 07777;
+        if (::fchmod(file.get(), mode & all_bits) != 0)
+            throw io_failure(path + ": its mode can not be kept");
+    }
+
+    void close() {
         require(::fsync(file.get()) == 0, name);
         require(file.close(), name);
     }
@@ -106,15 +117,6 @@ public:
     }
 
 private:
-    // The owner comes first, since changing it can clear bits of the mode.
-    void set_owner_and_mode(const std::string& path, const struct stat& status) {
-        constexpr mode_t all_bits = 07777;
-        if (!set_owner(status))
-            refuse(path + ": its owner can not be kept");
-        if (::fchmod(file.get(), status.st_mode & all_bits) != 0)
-            refuse(path + ": its mode can not be kept");
-    }
-
     // Not every file system lets an owner be set, be it the right one.
     bool set_owner(const struct stat& status) {
         struct stat now {};
@@ -171,6 +173,8 @@ void require_unchanged(const Original& original) {
 void write_new_file(const Original& original, const std::string& text, const std::string& path) {
     NewFile file(original.path, original.status);
     file.write(text);
+    file.set_mode(original.status.st_mode, original.path);
+    file.close();
     require_unchanged(original);
     file.rename_to(path);
 }
@@ -190,7 +194,7 @@ Original read_original(const std::string& file) {
 
 void replace_file(const Original& original, const std::string& text, const std::string& backup) {
     const SignalsHeld held;
-    const Progress progress("writing " + original.path, 0);
+    const Progress progress("writing " + name_of(original.path), 0);
     if (!backup.empty())
         write_new_file(original, original.text, original.path + backup);
     write_new_file(original, text, original.path);
