@@ -72,7 +72,7 @@ for route in find_package pkg_config pkg_config_static example; do
     $route
     say "a program by $route printed what it must"
 done
-grep -q '<title>quxml' /usr/share/doc/libquxml-doc/html/index.html
+grep -q '<title>quxml' /usr/share/doc/libquxml-dev/html/index.html
 say "the guide and the reference are there"
 removal
 say "the packages went without a trace"
