@@ -81,9 +81,10 @@ struct Wording {
     const char* plain;
 };
 
-constexpr std::array<Wording, 3> wordings{{
+constexpr std::array<Wording, 4> wordings{{
     {"Excessive depth in document", "elements are nested too deep, more than 257 levels"},
     {"internal error: Huge input lookup", "something is too long, nearly 10,000,000 bytes or more"},
+    {"Detected an entity reference loop", "entities hold each other, or too much"},
     {"xmlSAX2Characters: huge text nod", "a text is too long, more than 10,000,000 bytes"},
 }};
 
@@ -108,6 +109,15 @@ std::vector<Problem> find_errors(std::string_view document) {
     return problems;
 }
 
+// Of errors that libxml2 does not see, only zero characters have a place.
+Problem find_other_error(std::string_view document, const std::string& reason) {
+    const std::size_t zero = document.find('\0');
+    if (zero == std::string_view::npos)
+        return {true, 1, 1, reason};
+    const Place place = PlaceFinder(document).find(zero);
+    return {true, place.line, place.column, "a zero byte, which XML can not have"};
+}
+
 }  // namespace
 
 void write_errors(const std::string& file, const std::string& document, const std::string& reason) {
@@ -115,7 +125,7 @@ void write_errors(const std::string& file, const std::string& document, const st
     const std::string_view shown = without_mark(text);
     std::vector<Problem> errors = find_errors(shown);
     if (errors.empty())
-        errors.push_back({true, 1, 1, reason});
+        errors.push_back(find_other_error(shown, reason));
     const std::size_t count = std::min(errors.size(), most_errors);
     for (std::size_t i = 0; i < count; ++i)
         write_error(file, shown, errors[i]);

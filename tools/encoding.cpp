@@ -60,6 +60,12 @@ std::string to_utf8(const std::string& document, const std::string& encoding) {
                        static_cast<std::size_t>(xmlBufferLength(out.get())));
 }
 
+// In some encodings other characters have zero bytes, too.
+bool has_zero_character(const std::string& document) {
+    return document.find('\0') != std::string::npos &&
+           to_utf8(document, get_encoding(document)).find('\0') != std::string::npos;
+}
+
 std::string_view without_mark(std::string_view document) {
     constexpr std::string_view mark = "\xef\xbb\xbf";
     return document.substr(0, mark.size()) == mark ? document.substr(mark.size()) : document;

@@ -12,6 +12,10 @@ std::string get_encoding(const std::string& document);
 /// The document as UTF-8. What can not be converted is given as it is; reading it fails then as well.
 std::string to_utf8(const std::string& document, const std::string& encoding);
 
+/// Whether a document has a character that XML can not have and that libxml2, behind the root element, takes for the
+/// end of the text: the character 0.
+bool has_zero_character(const std::string& document);
+
 /// The document without the byte-order mark of UTF-8.
 std::string_view without_mark(std::string_view document);
 

@@ -7,6 +7,7 @@
 #include "output.h"
 #include "path_steps.h"
 #include "step_words.h"
+#include "terminal.h"
 
 namespace tool {
 
@@ -29,7 +30,7 @@ struct ExplainOptions {
 std::string indented(const std::vector<std::string>& lines) {
     std::string text;
     for (const std::string& line : lines)
-        text += "  " + line + '\n';
+        text += "  " + to_printable(line) + '\n';
     return text;
 }
 
@@ -39,8 +40,8 @@ ExitCode explain(const ExplainOptions& options) {
     bool is_bad = false;
     int number = 0;
     for (const Step& step : get_steps(options.path)) {
-        text +=
-            "step " + std::to_string(++number) + ": " + (step.text.empty() ? "(empty)" : step.text) + '\n';
+        const std::string name = step.text.empty() ? "(empty)" : to_printable(step.text);
+        text += "step " + std::to_string(++number) + ": " + name + '\n';
         text += indented(describe(step, names));
         is_bad = is_bad || has_fault(step);
     }

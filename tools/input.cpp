@@ -11,6 +11,7 @@
 #include "Failure.h"
 #include "Progress.h"
 #include "diagnostics.h"
+#include "encoding.h"
 #include "terminal.h"
 #include "words.h"
 
@@ -87,6 +88,8 @@ std::shared_ptr<quxml::Document> parse_document(const std::string& file, const s
                                                 bool keep_sorted, Errors errors) {
     try {
         const Progress progress("parsing " + name_of(file), 0);
+        if (has_zero_character(text))
+            throw quxml::DomParserError("there is a zero character");
         return quxml::from_string(text, keep_sorted);
     } catch (const quxml::DomParserError& error) {
         if (is_out_of_memory(error))

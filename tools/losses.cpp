@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdlib>
+#include <map>
 #include <string_view>
 
 #include "Progress.h"
@@ -67,7 +68,7 @@ struct RawAttribute {
 class AttributeScanner {
 public:
     AttributeScanner(std::string_view scanned_text, std::size_t first, std::size_t behind)
-        : text(scanned_text), next(first), end(behind) {
+        : text(scanned_text.substr(0, behind)), next(first), end(text.size()) {
         skip_name();
     }
 
@@ -246,17 +247,29 @@ private:
     void take_tag(const Event& event) {
         if (event.element_loses_prefix)
             add(LossKind::prefix, event.begin, event.end);
+        std::map<std::string_view, RawAttribute> kept;
         AttributeScanner attributes(text, event.begin, event.end);
-        while (attributes.has_next())
-            take_attribute(attributes.take_next(), event.prefixed_attributes);
+        while (attributes.has_next()) {
+            const RawAttribute attribute = attributes.take_next();
+            if (attribute.name == "xmlns" || has_beginning(attribute.name, "xmlns:"))
+                add(LossKind::namespace_declaration, attribute.begin, attribute.end);
+            else
+                take_attribute(attribute, event.prefixed_attributes, kept);
+        }
     }
 
-    void take_attribute(const RawAttribute& attribute, const std::vector<std::string>& prefixed) {
-        if (attribute.name == "xmlns" || has_beginning(attribute.name, "xmlns:")) {
-            add(LossKind::namespace_declaration, attribute.begin, attribute.end);
-            return;
-        }
-        if (std::find(prefixed.begin(), prefixed.end(), attribute.name) != prefixed.end())
+    // Of attributes with the same name the last value is read.
+    void take_attribute(const RawAttribute& attribute, const std::vector<std::string>& prefixed,
+                        std::map<std::string_view, RawAttribute>& kept) {
+        const bool loses_prefix =
+            std::find(prefixed.begin(), prefixed.end(), attribute.name) != prefixed.end();
+        const std::string_view name =
+            loses_prefix ? attribute.name.substr(attribute.name.find(':') + 1) : attribute.name;
+        const auto [namesake, is_first] = kept.insert({name, attribute});
+        if (!is_first)
+            add(LossKind::replaced_attribute, namesake->second.begin, namesake->second.end);
+        namesake->second = attribute;
+        if (loses_prefix)
             add(LossKind::prefix, attribute.begin, attribute.end);
         if (any_reference(attribute.value, is_entity))
             add(LossKind::entity, attribute.begin, attribute.end);
@@ -294,7 +307,7 @@ struct Name {
 };
 
 // In the order of LossKind.
-constexpr std::array<Name, 16> kind_names{{
+constexpr std::array<Name, 17> kind_names{{
     {"encoding", "encodings"},
     {"byte-order mark", "byte-order marks"},
     {"XML version", "XML versions"},
@@ -309,6 +322,7 @@ constexpr std::array<Name, 16> kind_names{{
     {"entity reference", "entity references"},
     {"prefix", "prefixes"},
     {"namespace declaration", "namespace declarations"},
+    {"replaced attribute", "replaced attributes"},
     {"carriage return", "carriage returns"},
     {"attribute value that needs escapes", "attribute values that need escapes"},
 }};
@@ -349,7 +363,8 @@ bool is_in_declaration(const Loss& loss) {
 }
 
 bool is_content(const Loss& loss) {
-    return loss.kind == LossKind::text || loss.kind == LossKind::cdata || loss.kind == LossKind::entity;
+    return loss.kind == LossKind::text || loss.kind == LossKind::cdata || loss.kind == LossKind::entity ||
+           loss.kind == LossKind::replaced_attribute;
 }
 
 bool is_note(const Loss& loss) {

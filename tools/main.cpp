@@ -29,7 +29,7 @@ constexpr const char* help_on_exit_codes =
     "  2  the command line can not be understood\n"
     "  3  the document is not well-formed XML, or the work would lose or spoil something\n"
     "  4  the path can not be understood\n"
-    "  5  reading, writing or memory failed";
+    "  5  reading, writing or memory failed; a reader that closes the pipe is no failure";
 
 std::string get_version() {
     return "quxml " + std::to_string(QUXML_VERSION_MAJOR) + '.' + std::to_string(QUXML_VERSION_MINOR) + '.' +
@@ -42,7 +42,8 @@ std::string get_unknown(const CLI::App& app) {
     return app.get_subcommands().empty() && !words.empty() ? words.front() : "";
 }
 
-std::string get_complaint(const CLI::App& app, const std::string& unknown) {
+std::string get_complaint(const CLI::App& app, const std::string& word) {
+    const std::string unknown = to_printable(word);
     if (unknown[0] == '-')
         return "there is no option " + unknown;
     const std::string similar = get_similar_command(app, unknown);

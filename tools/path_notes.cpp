@@ -132,11 +132,16 @@ bool has_unknown_function(const std::string& text) {
 }
 
 void note_name(const std::string& name, Notes& notes) {
+    const std::size_t before = notes.size();
     if (contains(name, " "))
         warn(notes, "the blanks in " + quote(name) + " belong to the name");
     if (has_unknown_function(name))
         warn(notes, "no such function is known; " + quote(name) + " is taken for a name");
     note_signs(name, " belongs to the name", notes);
+    if (name.empty())
+        warn(notes, "a name is missing");
+    else if (notes.size() == before && !can_be_name(name) && !contains(name, "()"))
+        warn(notes, "nothing can have the name " + quote(name));
 }
 
 void note_bare_text(const Predicate& predicate, const char* equal, const char* quote_sign, Notes& notes) {
@@ -179,6 +184,8 @@ void note_position(const Predicate& predicate, Notes& notes) {
         warn(notes, "0 behind < stands for no limit");
     if (contains(predicate.text, "!="))
         warn(notes, "!= is taken for =");
+    if (!has_any(predicate.text, "<>="))
+        warn(notes, "without < > or = and a number it keeps everything");
     if (asks_for_no_position(predicate))
         warn(notes, "positions begin with 1; the last is [last()]");
     if (has_unread_words(predicate.text))
@@ -201,6 +208,8 @@ void note_item(const Predicate& predicate, Notes& notes) {
 }
 
 void note_value(const Predicate& predicate, Notes& notes) {
+    if (predicate.existence_only && contains(predicate.text, "="))
+        warn(notes, "without a value it only asks for the attribute, whatever that is");
     if (has_any(predicate.value, quote_signs))
         warn(notes, "the quotes belong to the value, since blanks stand outside of them");
 }
@@ -268,7 +277,7 @@ void note_test_of_item(const Predicate& predicate, Notes& notes) {
 
 std::vector<Note> get_notes_on_nodes(const Step& step) {
     Notes notes;
-    if (step.kind == StepKind::start)
+    if (step.kind == StepKind::start && step.is_relative)
         give_hint(notes, "the first step names the root element itself, not a child of it");
     if (is_search(step))
         note_search(step, notes);
@@ -276,6 +285,8 @@ std::vector<Note> get_notes_on_nodes(const Step& step) {
         note_name_test(step.name_test, notes);
     if (!step.is_closed)
         warn(notes, "there is no ] at the end; a path is cut at every /, also between quotes");
+    if (has_empty_predicate(step))
+        warn(notes, "[] keeps everything");
     if (!step.ignored.empty())
         warn(notes, "only one predicate counts in the first step and behind //; ignored: " + step.ignored);
     return notes;
@@ -314,8 +325,11 @@ std::vector<Note> get_notes(const Predicate& predicate) {
     return notes;
 }
 
+// What follows from a cut predicate is of no interest.
 std::vector<Note> get_notes(const Step& step) {
     Notes notes = get_notes_on_nodes(step);
+    if (!step.is_closed)
+        return notes;
     for (const Predicate& predicate : step.predicates)
         if (predicate.fault.empty())
             for (const Note& note : get_notes(predicate))

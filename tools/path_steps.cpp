@@ -198,7 +198,7 @@ void take_single_predicate(Step& step, std::size_t bracket) {
 // ---- Steps
 
 Step get_step(const std::string& text, StepKind kind) {
-    Step step{text, text.empty() ? StepKind::nothing : kind, "", {}, "", true, false};
+    Step step{text, text.empty() ? StepKind::nothing : kind, "", {}, "", true, false, false};
     const std::size_t bracket = text.find('[');
     step.name_test = text.substr(0, bracket);
     if (tests_single_nodes(step))
@@ -208,9 +208,11 @@ Step get_step(const std::string& text, StepKind kind) {
     return step;
 }
 
+constexpr const char* blanks = " \t\n\v\f\r";
+
 // Cuts the path at every "/", also between quotes, and tells whether it begins with a search.
 std::vector<std::string> get_pieces(const std::string& path, bool& searches) {
-    const std::string trimmed = trim(path, " \t\n\v\f\r");
+    const std::string trimmed = trim(path, blanks);
     searches = trimmed.substr(0, 2) == "//";
     std::vector<std::string> pieces = split(trimmed, "/");
     const bool is_rooted = pieces[0].empty() && pieces.size() > 1;
@@ -239,6 +241,10 @@ unsigned get_next_position(unsigned position) {
     return static_cast<unsigned>(std::uint64_t{position} + 1);
 }
 
+bool has_empty_predicate(const Step& step) {
+    return !tests_single_nodes(step) && contains(step.text, "[]");
+}
+
 bool tests_single_nodes(const Step& step) {
     return step.kind == StepKind::start || step.kind == StepKind::search ||
            step.kind == StepKind::search_below;
@@ -250,11 +256,12 @@ std::vector<Step> get_steps(const std::string& path) {
     std::vector<Step> steps{get_step(pieces[0], searches ? StepKind::search : StepKind::start)};
     for (std::size_t i = 1; i < pieces.size(); ++i) {
         if (is_all_children(pieces, i))
-            steps.push_back({"", StepKind::all_children, "", {}, "", true, false});
+            steps.push_back({"", StepKind::all_children, "", {}, "", true, false, false});
         else if (!is_mark_of_search(pieces, i))
             steps.push_back(get_step(pieces[i], get_kind(pieces, i)));
     }
     steps.back().is_last = true;
+    steps.front().is_relative = trim(path, blanks).substr(0, 1) != "/";
     return steps;
 }
 

@@ -56,7 +56,11 @@ struct Step {
     std::string ignored;    // what stands behind the predicate of a single node
     bool is_closed = true;  // the last character is the "]" that the library takes it for
     bool is_last = false;
+    bool is_relative = false;  // the first, with no / before it
 };
+
+/// Whether a step among children has an empty predicate, which keeps everything.
+bool has_empty_predicate(const Step& step);
 
 /// The position behind another; 0 behind the largest, since positions count modulo 2^32.
 unsigned get_next_position(unsigned position);

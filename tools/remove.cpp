@@ -47,6 +47,7 @@ std::vector<quxml::Node*> get_topmost(const std::vector<quxml::Node*>& nodes) {
 }
 
 ExitCode remove(quxml::Document& document, const RemoveOptions& options) {
+    require_no_gap(options.path);
     const std::vector<quxml::Node*> nodes = select(document, options.path, get_path_notes(options.rewrite));
     if (nodes.empty())
         throw Failure(ExitCode::no_match, "nothing matches " + options.path);

@@ -10,6 +10,7 @@
 #include "path_notes.h"
 #include "path_steps.h"
 #include "terminal.h"
+#include "words.h"
 
 namespace tool {
 
@@ -46,6 +47,17 @@ quxml::NodeSet get_matches(quxml::Node* root, const std::string& path, Names nam
     }
 }
 
+std::string get_gap(const Step& step) {
+    if (!step.is_closed)
+        return "there is no ] at the end";
+    if (has_empty_predicate(step))
+        return "[] asks for nothing";
+    for (const Predicate& predicate : step.predicates)
+        if (predicate.existence_only && contains(predicate.text, "="))
+            return '[' + predicate.text + "] has no value";
+    return "";
+}
+
 void write_notes(const Step& step, int number, NoteKind least) {
     const std::string name = step.text.empty() ? "(empty)" : step.text;
     const std::string place = "step " + std::to_string(number) + ", " + name + ": ";
@@ -75,8 +87,20 @@ std::vector<quxml::Node*> select(const quxml::Document& document, const std::str
     return nodes;
 }
 
+void require_no_gap(const std::string& path) {
+    int number = 0;
+    for (const Step& step : get_steps(path)) {
+        const std::string gap = get_gap(step);
+        ++number;
+        if (!gap.empty())
+            throw bad_query(path, "step " + std::to_string(number) + ", " + step.text + ": " + gap +
+                                      ", and nothing is changed on a guess");
+    }
+}
+
 std::vector<quxml::Element*> select_elements(const quxml::Document& document, const std::string& path,
                                              PathNotes notes) {
+    require_no_gap(path);
     std::vector<quxml::Element*> elements;
     for (quxml::Node* node : select(document, path, notes))
         if (auto* element = dynamic_cast<quxml::Element*>(node))

@@ -21,7 +21,11 @@ enum class PathNotes { written, silent };
 std::vector<quxml::Node*> select(const quxml::Document& document, const std::string& path, PathNotes notes,
                                  Names names = Names::whole);
 
-/// The elements among them. \throws Failure  (bad_query, or no_match if there are none)
+/// Refuses a path with a gap in it, as scripts make it of a variable that is not set: it would select too much.
+/// \throws Failure  (bad_query)
+void require_no_gap(const std::string& path);
+
+/// The elements among them, for a command that changes them: the path has no gap. \throws Failure  (bad_query, or no_match if there are none)
 std::vector<quxml::Element*> select_elements(const quxml::Document& document, const std::string& path,
                                              PathNotes notes);
 

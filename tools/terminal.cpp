@@ -30,6 +30,16 @@ bool is_control_sequence(std::string_view character) {
            static_cast<unsigned char>(character[1]) < behind_them;
 }
 
+// Such characters can make a line read as another: U+200E, U+200F, U+202A to U+202E, U+2066 to U+2069.
+bool changes_direction(std::string_view character) {
+    const std::string_view first = character.substr(0, 2);
+    const char last = character.back();
+    if (character.size() != 3 || (first != "\xE2\x80" && first != "\xE2\x81"))
+        return false;
+    return first == "\xE2\x81" ? last >= '\xA6' && last <= '\xA9'
+                               : last == '\x8E' || last == '\x8F' || (last >= '\xAA' && last <= '\xAE');
+}
+
 // How many bytes the character at the front has; 0 if it is no UTF-8.
 std::size_t size_of_character(std::string_view text) {
     int size = static_cast<int>(std::min<std::size_t>(text.size(), 4));
@@ -46,7 +56,8 @@ bool is_harmless(std::string_view character) {
     constexpr unsigned char escape_of_terminals = 0x7f;
     const auto byte = static_cast<unsigned char>(character.front());
     const bool is_plain = byte >= ' ' && byte < escape_of_terminals;
-    return character.size() == 1 ? is_plain : !is_control_sequence(character);
+    return character.size() == 1 ? is_plain
+                                 : !is_control_sequence(character) && !changes_direction(character);
 }
 
 std::string blank_out(std::string_view character) {

@@ -87,6 +87,21 @@ TEST_F(Check, says_in_plain_words_what_goes_beyond_the_limits_of_libxml2) {
     EXPECT_TRUE(contains(text.err, "error: a text is too long, more than 10,000,000 bytes\n"));
 }
 
+// libxml2 takes the first behind the root element for the end of the text.
+TEST_F(Check, refuses_zero_bytes_wherever_they_are) {
+    for (const char* text : {"<a/>\\n\\0\\0", "<a/>\\n\\0<!-- c -->", "<a/>\\n\\0<b/>garbage"}) {
+        SCOPED_TRACE(text);
+        const std::string zero = std::string("printf '") + text + "' >zero.xml; quxml ";
+        EXPECT_EQ(run(zero + "check zero.xml").code, 3);
+        EXPECT_TRUE(contains(run(zero + "check zero.xml").err,
+                             "zero.xml:2:1: error: a zero byte, which XML can not have\n"));
+        EXPECT_EQ(run(zero + "set -i /a k=v zero.xml").code, 3);
+        EXPECT_EQ(run(zero + "loss zero.xml").code, 3);
+    }
+    EXPECT_EQ(run("printf '\\377\\376<\\0a\\0/\\0>\\0' >wide.xml; quxml check wide.xml").code, 0);
+    EXPECT_EQ(run("printf '\\377\\376<\\0a\\0/\\0>\\0\\0\\0' >wide.xml; quxml check wide.xml").code, 3);
+}
+
 TEST_F(Check, stops_at_loops_of_entities_that_libxml2_would_never_come_back_from) {
     write("loop.xml", "<!DOCTYPE a [<!ENTITY % x '&#37;y;'><!ENTITY % y '&#37;x;'>%x;]><a/>");
     const Result result = run("quxml check loop.xml");

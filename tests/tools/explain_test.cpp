@@ -25,7 +25,6 @@ TEST_F(Explain, tells_where_each_step_looks) {
         {"/a/b",
          "step 1: a\n"
          "  start node: the root element, if it has the name \"a\" in upper or lower case\n"
-         "  note: the first step names the root element itself, not a child of it\n"
          "step 2: b\n"
          "  children: those with the name \"b\" in upper or lower case\n"},
         {"//a/*/",
@@ -102,7 +101,9 @@ TEST_F(Explain, tells_what_predicates_keep_of_a_list) {
          "  note: a predicate with > never keeps the last one\n"
          "  note: what < says is ignored beside >\n"
          "  note: only the first < > = count, each with the number behind it\n"},
-        {"[position()]", "  [position()] position: keeps those from position 1 to the last\n"},
+        {"[position()]",
+         "  [position()] position: keeps those from position 1 to the last\n"
+         "  note: without < > or = and a number it keeps everything\n"},
         {"[@id]", "  [@id] attribute: keeps those that have the attribute \"id\"\n"},
         {"[@id=\"1\"]", "  [@id=\"1\"] attribute: keeps those that have \"1\" as their attribute \"id\"\n"},
         {"[@id = x]",

@@ -15,7 +15,7 @@ struct Lost {
 };
 
 TEST_F(Loss, lists_each_thing_with_its_place) {
-    const std::array<Lost, 34> all{{
+    const std::array<Lost, 36> all{{
         {"<a><!-- x --></a>", ":1:4: comment: <!-- x -->\n"},
         {"<?xml version='1.0'?>\n<!-- x -->\n<a/>\n <!-- y -->\n",
          ":2:1: comment: <!-- x -->\n:4:2: comment: <!-- y -->\n"},
@@ -43,6 +43,12 @@ TEST_F(Loss, lists_each_thing_with_its_place) {
         {"<a xmlns='u'\n  xml:lang = \"de\"/>",
          ":1:4: namespace declaration: xmlns='u'\n:2:3: prefix: xml:lang = \"de\"\n"},
         {"<a xmlnsx='u'/>", ""},
+        {"<a xmlns:p='u' b='1' p:b='2'/>",
+         ":1:4: namespace declaration: xmlns:p='u'\n:1:16: replaced attribute: b='1'\n:1:22: prefix: "
+         "p:b='2'\n"},
+        {"<a xmlns:p='u' p:b='1' b='2'/>",
+         ":1:4: namespace declaration: xmlns:p='u'\n:1:16: prefix: p:b='1'\n:1:16: replaced attribute: "
+         "p:b='1'\n"},
         {"<\xc3\xa4\xc3\xb6><!-- x --></\xc3\xa4\xc3\xb6>", ":1:5: comment: <!-- x -->\n"},
         {"\xef\xbb\xbf<a><!-- x --></a>", ":1:1: byte-order mark: EF BB BF\n:1:4: comment: <!-- x -->\n"},
         {"<?xml version='1.0' encoding='ISO-8859-1'?><a>\xe4<!-- \xe4 --></a>",

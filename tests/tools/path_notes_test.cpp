@@ -69,6 +69,9 @@ const std::vector<Noted>& get_paths_without_match() {
          "",
          {"step 2, b [2]: no element can have the name \"b \"; the blanks belong to it",
           "step 2, b [2]: this is no position; for that, write [position()=2]"}},
+        {"/a/b[@]", "", {"step 2, b[@]: a name is missing"}},
+        {"/a/b[@*]", "", {"step 2, b[@*]: nothing can have the name \"*\""}},
+        {"/a/b[.='x']", "", {"step 2, b[.='x']: nothing can have the name \".\""}},
         {"/a/[@id]", "", {"step 2, [@id]: a name is missing here; any name is *"}},
         {"/a/p:b",
          "",
@@ -134,6 +137,16 @@ const std::vector<Noted>& get_paths_with_matches() {
     static const std::vector<Noted> paths = {
         {"/a/b", "1\n2\n3\n", {}},
         {"//b", "1\n2\n3\n", {}},
+        {"/a/b[]", "1\n2\n3\n", {"step 2, b[]: [] keeps everything"}},
+        {"/a/b[",
+         "1\n2\n3\n",
+         {"step 2, b[: there is no ] at the end; a path is cut at every /, also between quotes"}},
+        {"/a/b[@id='']",
+         "1\n2\n3\n",
+         {"step 2, b[@id='']: without a value it only asks for the attribute, whatever that is"}},
+        {"/a/b[position()]",
+         "1\n2\n3\n",
+         {"step 2, b[position()]: without < > or = and a number it keeps everything"}},
         {"/a/b[3]", "1\n", {}},
         {"/a/b[1]", "2\n", {"step 2, b[1]: this is no position; for that, write [position()=1]"}},
         {"//b[1]", "2\n3\n", {"step 1, b[1]: this is no position; those are known only behind a single /"}},
@@ -232,6 +245,35 @@ TEST_F(PathNotes, are_told_before_a_document_is_changed) {
     EXPECT_EQ(written("b.xml"), "<a><b/><b/></a>\n");
     expect_done(run("quxml remove -i //b b.xml"), "");
     EXPECT_EQ(written("b.xml"), "<a/>\n");
+}
+
+struct Gap {
+    const char* path;
+    const char* complaint;
+};
+
+// They select too much, and come from variables that are not set.
+TEST_F(PathNotes, of_gaps_are_errors_where_a_document_is_changed) {
+    const std::vector<Gap> all = {
+        {"/a/b[@id='']", "step 2, b[@id='']: [@id=''] has no value"},
+        {"/a/b[@id=]", "step 2, b[@id=]: [@id=] has no value"},
+        {"/a/b[]", "step 2, b[]: [] asks for nothing"},
+        {"/a/b[2", "step 2, b[2: there is no ] at the end"},
+    };
+    for (const Gap& one : all)
+        for (const auto& [command, rest] :
+             std::vector<std::pair<const char*, const char*>>{{"remove", "a.xml"},
+                                                              {"text", "x a.xml"},
+                                                              {"add", "x a.xml"},
+                                                              {"set", "x=1 a.xml"},
+                                                              {"unset", "x a.xml"}}) {
+            SCOPED_TRACE(std::string(command) + ' ' + one.path);
+            expect(run_with(std::string("quxml ") + command + " -i", one.path, rest), 4, "",
+                   std::string("quxml: bad query \"") + one.path + "\": " + one.complaint +
+                       ", and nothing is changed on a guess\n\"quxml explain\" tells how a path is taken; "
+                       "put it "
+                       "between quotes.\n");
+        }
 }
 
 TEST_F(PathNotes, are_told_when_there_is_nothing_to_change) {

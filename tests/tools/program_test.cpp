@@ -18,7 +18,7 @@ TEST_F(Program, help_names_the_commands_and_the_exit_codes) {
     EXPECT_EQ(result.code, 0);
     EXPECT_EQ(result.err, "");
     for (const char* part : {"Usage: quxml [OPTIONS] SUBCOMMAND", "\n  format ", "\n  query ",
-                             "\n  1  no match", "\n  5  reading, writing or memory failed\n"})
+                             "\n  1  no match", "\n  5  reading, writing or memory failed;"})
         EXPECT_TRUE(contains(result.out, part)) << part;
     EXPECT_EQ(run("quxml -h").out, result.out);
 }
