@@ -101,6 +101,7 @@ sessions() {
 }
 
 manual() {
+    [[ ${emulator[0]-} != *qemu* ]] || skip "the manual's frames are not to be found through the emulator"
     sessions | sed -n "s/^(gdb) \(.*\)/echo (gdb) \1\\\\n\n\1/p" >"$work/session.gdb"
     run_gdb_on_program -ex "frame function abort_with_variables" "${source_script[@]}" -ex "source $work/session.gdb" |
         only_what_was_shown | diff <(sessions) -
