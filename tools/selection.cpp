@@ -3,6 +3,7 @@
 #include <quxml/Element.h>
 
 #include <iostream>
+#include <set>
 #include <stdexcept>
 
 #include "Failure.h"
@@ -76,14 +77,28 @@ void write_notes(quxml::Node* root, const std::string& path, Names names, bool h
     }
 }
 
+void write_note_on_case(const Step& last, const std::vector<quxml::Node*>& nodes) {
+    if (last.name_test == "*" || last.kind == StepKind::all_children)
+        return;
+    std::set<std::string> spellings;
+    for (const quxml::Node* node : nodes)
+        spellings.insert(node->get_name());
+    if (spellings.size() > 1)
+        std::cerr << "quxml: note: matches differ in case: " << to_printable(*spellings.begin()) << " and "
+                  << to_printable(*spellings.rbegin()) << '\n';
+}
+
 }  // namespace
 
 std::vector<quxml::Node*> select(const quxml::Document& document, const std::string& path, PathNotes notes,
                                  Names names) {
     quxml::Node* const root = document.get_root_node();
     std::vector<quxml::Node*> nodes = in_document_order(root, get_matches(root, path, names));
-    if (notes == PathNotes::written)
+    if (notes == PathNotes::written) {
         write_notes(root, path, names, !nodes.empty());
+        if (names == Names::whole)
+            write_note_on_case(get_steps(path).back(), nodes);
+    }
     return nodes;
 }
 

@@ -245,6 +245,12 @@ TEST_F(PathNotes, are_told_before_a_document_is_changed) {
     EXPECT_EQ(written("b.xml"), "<a><b/><b/></a>\n");
     expect_done(run("quxml remove -i //b b.xml"), "");
     EXPECT_EQ(written("b.xml"), "<a/>\n");
+    write("b.xml", "<a><b/><B/><c/></a>");
+    const std::string cases = "quxml: note: matches differ in case: B and b\n";
+    expect(run("quxml remove /a/b b.xml"), 0, "<a><c/></a>\n", cases);
+    expect(run("quxml query --count //b b.xml"), 0, "2\n", cases);
+    expect_done(run("quxml query --count '/a/*' b.xml"), "3\n");
+    expect_done(run("quxml query --count --prefix /a/b b.xml"), "2\n");
 }
 
 struct Gap {
