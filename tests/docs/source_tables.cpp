@@ -357,7 +357,8 @@ constexpr std::size_t own_column = sizeof(void*) == 4 ? 1 : 2;
 // glibc's block for a size: its length stands in front of it, and it is a multiple of two pointers.
 long long block_for(std::size_t size) {
     constexpr std::size_t unit = 2 * sizeof(void*);
-    return static_cast<long long>((size + sizeof(void*) + unit - 1) / unit * unit);
+    const std::size_t units = (size + sizeof(void*) + unit - 1) / unit;
+    return static_cast<long long>(units) * static_cast<long long>(unit);
 }
 
 #ifdef _GLIBCXX_DEBUG

@@ -2,11 +2,11 @@
 #define QUXML_TESTS_TOOLS_TERMINAL_H
 
 #include <fcntl.h>
-#include <stdlib.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
+#include <cstdlib>
 #include <stdexcept>
 #include <string>
 
