@@ -62,6 +62,7 @@ void require_distinct(const std::string& argument, std::vector<std::string> name
 
 std::vector<std::string> get_setting_names(const std::vector<std::string>& settings) {
     std::vector<std::string> names;
+    names.reserve(settings.size());
     for (const std::string& setting : settings)
         names.push_back(split_setting(setting).first);
     return names;

@@ -140,6 +140,7 @@ private:
 // Makes a new name in a folder outlast a loss of power. Not every file system can.
 void sync_folder_of(const std::string& path) {
     const std::string folder = path.substr(0, path.rfind('/') + 1);
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): open is declared so
     const int opened = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (opened < 0)
         return;

@@ -12,7 +12,7 @@
 #include "input.h"
 #include "selection.h"
 
-namespace CLI {
+namespace CLI {  // NOLINT(readability-identifier-naming): the name is CLI11's
 class App;
 }  // namespace CLI
 
