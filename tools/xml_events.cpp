@@ -87,7 +87,7 @@ std::string string_of(const xmlChar* text) {
 
 // libxml2 gives five pointers for each attribute: its local name, its prefix, the prefix's meaning, and its value.
 std::vector<std::string> get_prefixed(const xmlChar** attributes, int count) {
-    constexpr int size = 5;
+    constexpr std::ptrdiff_t size = 5;
     std::vector<std::string> names;
     for (const xmlChar** one = attributes; one != attributes + count * size; one += size)
         if (one[1] != nullptr && one[2] != nullptr)
