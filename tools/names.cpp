@@ -41,8 +41,9 @@ std::string check_number(const std::string& text) {
     int number = 0;
     const char* const end = text.data() + text.size();
     const auto [rest, error] = std::from_chars(text.data(), end, number);
-    const bool is_number = error == std::errc() && rest == end;
-    return is_number ? "" : "a whole number is wanted, not " + quote(text);
+    if (text.empty() || rest != end)
+        return "a whole number is wanted, not " + quote(text);
+    return error == std::errc() ? "" : quote(text) + " is beyond the numbers from -2147483648 to 2147483647";
 }
 
 void require_name(const std::string& argument, const std::string& text) {

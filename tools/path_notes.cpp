@@ -286,7 +286,7 @@ std::vector<Note> get_notes_on_nodes(const Step& step) {
     if (!step.is_closed)
         warn(notes, "there is no ] at the end; a path is cut at every /, also between quotes");
     if (has_empty_predicate(step))
-        warn(notes, "[] keeps everything");
+        warn(notes, "[] asks for nothing; brackets count between quotes too");
     if (!step.ignored.empty())
         warn(notes, "only one predicate counts in the first step and behind //; ignored: " + step.ignored);
     return notes;

@@ -59,7 +59,7 @@ struct Step {
     bool is_relative = false;  // the first, with no / before it
 };
 
-/// Whether a step among children has an empty predicate, which keeps everything.
+/// Whether a step among children has an empty predicate, if only between quotes, which keeps everything.
 bool has_empty_predicate(const Step& step);
 
 /// The position behind another; 0 behind the largest, since positions count modulo 2^32.

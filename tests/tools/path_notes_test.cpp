@@ -137,7 +137,7 @@ const std::vector<Noted>& get_paths_with_matches() {
     static const std::vector<Noted> paths = {
         {"/a/b", "1\n2\n3\n", {}},
         {"//b", "1\n2\n3\n", {}},
-        {"/a/b[]", "1\n2\n3\n", {"step 2, b[]: [] keeps everything"}},
+        {"/a/b[]", "1\n2\n3\n", {"step 2, b[]: [] asks for nothing; brackets count between quotes too"}},
         {"/a/b[",
          "1\n2\n3\n",
          {"step 2, b[: there is no ] at the end; a path is cut at every /, also between quotes"}},
