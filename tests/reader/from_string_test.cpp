@@ -535,6 +535,19 @@ TEST(Depth, Of257LevelsIsReadAndOf258RefusedWithLibxml2Version2914) {
     EXPECT_THROW(from_string(nested(258), false), quxml::DomParserError);
 }
 
+// ---- Zero bytes ----
+
+const std::string zero_byte_behind_root("<a/>\0<b/>", 9);
+
+TEST(ZeroByte, BehindTheRootHasTheEffectThatItHasOnLibxml2) {
+    EXPECT_EQ(outcome(zero_byte_behind_root), expected_outcome(zero_byte_behind_root));
+}
+
+TEST(ZeroByte, BehindTheRootEndsTheTextWithLibxml2Version2914) {
+    QUXML_SKIP_UNLESS_LIBXML2_2_9_14();
+    EXPECT_EQ(outcome(zero_byte_behind_root), "a");
+}
+
 // ---- There and back ----
 
 /// Grows trees that survive writing and reading: no text beside other children, no empty text, no white space
