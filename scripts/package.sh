@@ -1,5 +1,5 @@
-# Builds the Debian packages of what is committed, twice, checks them, and tries them in a bare Debian; takes root.
-refuse_arguments "$@"
+# Builds the Debian packages of what is committed, twice, and tries them; or cross-builds them for ARCH; takes root.
+. scripts/support/sysroot.sh
 [ "$(id -u)" -eq 0 ] || fail "package: only root can make a system to try the packages in"
 need_to_build_with debhelper dpkg-dev libcli11-dev libgtest-dev lintian mmdebstrap
 place=$PWD/build/package
@@ -30,31 +30,56 @@ compare_packages() {
     done
 }
 
-# Prints the sources of Debian's packages that this machine has indexes of, as lines of a sources.list.
+# Prints the sources of Debian's packages of which an apt-get has indexes, as lines of a sources.list.
 debian_sources() {
-    apt-get indextargets --format "deb \$(REPO_URI) \$(RELEASE) \$(COMPONENT)" "Created-By: Packages" "Origin: Debian" |
+    "$@" indextargets --format "deb \$(REPO_URI) \$(RELEASE) \$(COMPONENT)" "Created-By: Packages" "Origin: Debian" |
         sort --unique
 }
 
-# Makes a bare Debian below build/, installs the packages in it and tries them there. It is gone afterwards, whatever
-# happens, and what is mounted in it is never seen by the rest of this machine.
+# Makes a bare Debian below build/, from the sources on standard input, and tries the packages in it. It is gone
+# afterwards, whatever happens, and what is mounted in it is never seen by the rest of this machine.
 try_packages() {
-    debian_sources | TMPDIR=$place/temporary mmdebstrap --mode=root --variant=minbase --format=null \
-        --customize-hook="copy-in '$place/trial' /" --customize-hook="chroot \"\$1\" bash /trial/trial.sh" \
-        "$(sed -n 's/^VERSION_CODENAME=//p' /etc/os-release)" /dev/null -
+    cp -r "$first"/tests/{packaging/trial.sh,consumers/consumer,data} "$place/trial"
+    TMPDIR=$place/temporary quietly mmdebstrap --mode=root --variant=minbase --format=null \
+        --customize-hook="copy-in '$place/trial' /" --customize-hook="chroot \"\$1\" bash /trial/trial.sh $1" \
+        "${@:2}" "$(sed -n 's/^VERSION_CODENAME=//p' /etc/os-release)" /dev/null -
+    sed -n 's/^trial: //p' build/last.log
 }
 
-[ -n "$(debian_sources)" ] || fail "package: there are no indexes of Debian's packages here; run apt-get update"
+package() {
+    [ -n "$(debian_sources apt-get)" ] || fail "package: there are no indexes of Debian's packages here; run apt-get update"
+    export_tree "$first"
+    export_tree "$second"
+    DEB_BUILD_OPTIONS=terse quietly build_packages "$first"
+    grep "tests passed" build/last.log
+    DEB_BUILD_OPTIONS="terse nocheck" DEB_BUILD_PROFILES=nocheck quietly build_packages "$second"
+    compare_packages
+    show lintian --allow-root --fail-on error,warning "$place"/*.changes
+    cp "$place"/*.deb "$place/trial/packages"
+    debian_sources apt-get | try_packages ""
+}
+
+# The packages of another architecture are built and tried in a Debian of their own, so that this machine never learns of
+# that architecture. Only sources that have packages of both serve: of a library, both must be of one version.
+cross_package() {
+    local made=$place/$1
+    triplet_of "$1" >/dev/null
+    update_indexes "$1"
+    [ -n "$(debian_sources apt_get_for "$1")" ] || fail "package: there are no packages of Debian's for $1"
+    export_tree "$place/trial/packages/quxml"
+    export_tree "$first"
+    mkdir "$made"
+    debian_sources apt_get_for "$1" | try_packages "$1" --architectures="$(dpkg --print-architecture),$1" \
+        --customize-hook="sync-out /trial/packages '$made'"
+    show lintian --allow-root --fail-on error,warning "$made"/*.changes
+}
+
+[ $# -le 1 ] || fail "package takes one architecture at most: $*"
 [ -z "$(git status --porcelain)" ] || echo "The packages are made of what is committed; not everything is."
 rm -rf --one-file-system "$place"
-mkdir -p "$place/temporary" "$place/trial"
-export_tree "$first"
-export_tree "$second"
-DEB_BUILD_OPTIONS=terse quietly build_packages "$first"
-grep "tests passed" build/last.log
-DEB_BUILD_OPTIONS="terse nocheck" DEB_BUILD_PROFILES=nocheck quietly build_packages "$second"
-compare_packages
-show lintian --allow-root --fail-on error,warning "$place"/*.changes
-cp -r "$first"/tests/{packaging/trial.sh,consumers/consumer,data} "$place"/*.deb "$place/trial"
-quietly try_packages
-sed -n 's/^trial: //p' build/last.log
+mkdir -p "$place/temporary" "$place/trial/packages"
+if [ $# -eq 0 ]; then
+    package
+else
+    cross_package "$1"
+fi
