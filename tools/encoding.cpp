@@ -13,8 +13,6 @@ namespace tool {
 
 namespace {
 
-void ignore_error(void* /*context*/, xmlErrorPtr /*error*/) {}
-
 // The XML declaration has been read by now, and nothing else has.
 void note_encoding(void* context) {
     auto* parser = static_cast<xmlParserCtxtPtr>(context);
@@ -40,7 +38,8 @@ std::string get_encoding(const std::string& document) {
         return encoding;
     const ParserOwner parser = create_parser(document);
     parser->_private = &encoding;
-    parser->sax->serror = ignore_error;
+    // The error is const from libxml2 2.12 on.
+    parser->sax->serror = [](void* /*context*/, auto* /*error*/) {};
     parser->sax->startDocument = note_encoding;
     xmlParseDocument(parser.get());
     return encoding;

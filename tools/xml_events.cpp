@@ -165,20 +165,24 @@ Problem problem_of(const xmlError& error) {
 }
 
 // Versions of libxml2 before 2.11 go on for ever in some loops of entities of a DOCTYPE.
-bool is_endless(const xmlError& error, const xmlParserCtxt& parser) {
+bool is_endless([[maybe_unused]] const xmlError& error, [[maybe_unused]] const xmlParserCtxt& parser) {
+#if LIBXML_VERSION < 21100
     return error.code == XML_ERR_ENTITY_LOOP && parser.instate == XML_PARSER_DTD;
+#else
+    return false;
+#endif
 }
 
-void on_problem(void* context, xmlErrorPtr error) {
+void on_problem(void* context, const xmlError& error) {
     auto* parser = static_cast<xmlParserCtxtPtr>(context);
     Reading& reading = reading_of(context);
-    reading.out_of_memory = reading.out_of_memory || error->code == XML_ERR_NO_MEMORY;
+    reading.out_of_memory = reading.out_of_memory || error.code == XML_ERR_NO_MEMORY;
     try {
-        reading.problems.push_back(problem_of(*error));
+        reading.problems.push_back(problem_of(error));
     } catch (const std::bad_alloc&) {
         reading.out_of_memory = true;
     }
-    if (is_endless(*error, *parser))
+    if (is_endless(error, *parser))
         xmlStopParser(parser);
 }
 
@@ -194,7 +198,8 @@ void set_handlers(xmlSAXHandler& handlers) {
     handlers.comment = on_comment;
     handlers.processingInstruction = on_instruction;
     handlers.reference = on_entity;
-    handlers.serror = on_problem;
+    // The error is const from libxml2 2.12 on.
+    handlers.serror = [](void* context, auto* error) { on_problem(context, *error); };
 }
 
 }  // namespace
