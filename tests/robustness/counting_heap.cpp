@@ -27,6 +27,7 @@ void* count_in(CountingHeap& heap, void* block, std::size_t size) noexcept {
     if (block == nullptr)
         return nullptr;
     ++heap.blocks;
+    heap.requested += size;
     heap.bytes += malloc_usable_size(block);
     heap.peak = std::max(heap.peak, heap.bytes);
     if (size == heap.watched_size)

@@ -35,6 +35,7 @@ constexpr std::size_t list_entry = block(3 * sizeof(void*));
 struct Taken {
     std::size_t allocations;
     std::size_t bytes;
+    std::size_t requested;
 };
 
 /// For each of many nodes that `add` adds to an element, one by one.
@@ -47,7 +48,8 @@ Taken taken_by_each(const std::function<void(Element&, int)>& add) {
         add(parent, i);
     const quxml_test::CountingHeap& after = cpp_heap();
     const std::size_t beside = (after.blocks - before.blocks) * sizeof(std::size_t);
-    return {(after.allocations - before.allocations) / count, (after.bytes + beside - before.bytes) / count};
+    return {(after.allocations - before.allocations) / count, (after.bytes + beside - before.bytes) / count,
+            (after.requested - before.requested) / count};
 }
 
 TEST(NodeMemory, ObjectsHoldTheirFieldsAndNothingElse) {
@@ -60,6 +62,7 @@ TEST(NodeMemory, ObjectsHoldTheirFieldsAndNothingElse) {
 /// A block that was free before may be a little larger than asked for; hence the tenth.
 void expect_one_object_and_one_entry(const Taken& taken, std::size_t size) {
     EXPECT_EQ(taken.allocations, 2U);
+    EXPECT_EQ(taken.requested, size + 3 * sizeof(void*));
     EXPECT_LE(taken.bytes, (block(size) + list_entry) * 11 / 10);
 }
 
