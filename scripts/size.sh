@@ -31,11 +31,16 @@ write_neighbours() {
     sed -i -E "s/^(\| \`$1\` \|)( [0-9]+ \|){2}\$/\1$sizes/" docs/sizes.md
 }
 
+print_neighbours() {
+    sed -n "s/^| \`$1\` | \([0-9]*\) | \([0-9]*\) |\$/$1: Debian's libtinyxml2 has \1 bytes, its libpugixml \2/p" docs/sizes.md
+}
+
 [ $# -gt 0 ] || set -- amd64 "${architectures[@]}"
 results=0
 for arch in "$@"; do
     size "$arch" || results=1
     # There are no packages for powerpc.
     [ "$command" = check ] || [ "$arch" = powerpc ] || write_neighbours "$arch"
+    print_neighbours "$arch"
 done
 [ "$results" -eq 0 ] || fail "something has grown by more than 2 %"
