@@ -104,18 +104,24 @@ gdb_auto_load() {
         -ex "help quxml-tree" | grep -F "quxml-tree NODE [DEPTH]"
 }
 
-# The installed files name no folder of the machine that they were built on.
-paths() {
+# Runs a grep that must find nothing; that it goes wrong is no good news either.
+finds_nothing() {
     local status=0
-    grep -rF -e "$sources" -e "$builds" ${sysroot:+-e "$sysroot"} "$prefix" || status=$?
-    [ "$status" -eq 1 ] # nothing was found, and nothing went wrong
+    "$@" || status=$?
+    [ "$status" -eq 1 ]
+}
+
+# The installed files name no folder of the machine that they were built on. Deliberate: one file stands below the name of
+# the folder in which the library was installed, for gdb looks for it there.
+paths() {
+    finds_nothing grep -rF -e "$sources" -e "$builds" ${sysroot:+-e "$sysroot"} "$prefix"
+    find "$prefix" ! -path "$prefix/share/gdb/auto-load/*" -printf '%P\n' |
+        finds_nothing grep -F -e "${sources#/}" -e "${builds#/}"
 }
 
 # Nothing of the library runs before a program or after it, so static objects of the program can use it.
 static_objects() {
-    local status=0
-    "$nm" "$prefix/$libraries/libquxml.a" | grep _GLOBAL__sub_I || status=$?
-    [ "$status" -eq 1 ] # none was found, and nothing went wrong
+    "$nm" "$prefix/$libraries/libquxml.a" | finds_nothing grep _GLOBAL__sub_I
 }
 
 soname() {
