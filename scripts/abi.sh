@@ -6,6 +6,8 @@ command="check"
 [ "${1-}" != --write ] || { command="write" && shift; }
 refuse_arguments "$@"
 
+major=$(sed -n 's/^#define QUXML_VERSION_MAJOR *//p' include/quxml/version.h)
+
 # Builds the shared library with debug information below build/abi/NAME; flags may follow. Files compiled together repeat
 # fewer of the standard library's types.
 build_for_abi() {
@@ -16,13 +18,13 @@ build_for_abi() {
         -DCMAKE_CXX_FLAGS_RELEASE="-O2 -g -DNDEBUG" \
         -DQUXML_BUILD_TESTS=OFF -DQUXML_BUILD_TOOLS=OFF -DQUXML_BUILD_EXAMPLES=OFF
     quietly cmake --build "$place"
-    # What follows is reachable from the exported functions and declared in the public headers.
+    # What follows is what the exported functions reach.
     abidw --no-corpus-path --no-comp-dir-path --no-show-locs --no-parameter-names --no-elf-needed --type-id-style hash \
         --exported-interfaces-only --drop-private-types --headers-dir include/quxml "$place/src/libquxml.so" >"$place.abi"
 }
 
 dump_of() {
-    echo "abi/libquxml.so.1.$1.abi"
+    echo "abi/libquxml.so.$major.$1.abi"
 }
 
 # New functions are no harm; anything else that abidiff reports is.
