@@ -25,7 +25,8 @@ std::vector<quxml::Node*> select(const quxml::Document& document, const std::str
 /// \throws Failure  (bad_query)
 void require_no_gap(const std::string& path);
 
-/// The elements among them, for a command that changes them: the path has no gap. \throws Failure  (bad_query, or no_match if there are none)
+/// The elements that a path selects, for a command that changes them; the path must have no gap.
+/// \throws Failure  (bad_query, or no_match if there are none)
 std::vector<quxml::Element*> select_elements(const quxml::Document& document, const std::string& path,
                                              PathNotes notes);
 

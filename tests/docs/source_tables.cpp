@@ -315,7 +315,7 @@ void check_architectures(const Page& /*page*/, const Table& table, const std::st
     }
 }
 
-// | Architecture | flags | ...; tests/size measures the line of the machine
+// | Architecture | flags | ...; tests/size measures the lines of the machine.
 // The shared library shall not take more than 64 KiB of a small device.
 void check_sizes(const Page& /*page*/, const Table& table, const std::string& /*subject*/) {
     constexpr std::size_t limit = 65536;

@@ -14,7 +14,7 @@ struct CountingHeap {
     std::size_t blocks = 0;       // that are in use
     std::size_t bytes = 0;        // in these blocks
     std::size_t peak = 0;         // of `bytes`, since it was last set
-    std::size_t requested = 0;    // bytes asked for, ever
+    std::size_t requested = 0;    // bytes that were asked for and given, ever
     std::size_t allocations = 0;  // asked for, whether they failed or not, since it was last set
     std::size_t failures = 0;     // of these
 

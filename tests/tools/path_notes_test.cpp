@@ -276,9 +276,8 @@ TEST_F(PathNotes, of_gaps_are_errors_where_a_document_is_changed) {
             SCOPED_TRACE(std::string(command) + ' ' + one.path);
             expect(run_with(std::string("quxml ") + command + " -i", one.path, rest), 4, "",
                    std::string("quxml: bad query \"") + one.path + "\": " + one.complaint +
-                       ", and nothing is changed on a guess\n\"quxml explain\" tells how a path is taken; "
-                       "put it "
-                       "between quotes.\n");
+                       ", and nothing is changed on a guess\n"
+                       "\"quxml explain\" tells how a path is taken; put it between quotes.\n");
         }
 }
 
