@@ -41,7 +41,7 @@ using StringComparator = std::function<bool(const std::string&, const std::strin
 ///     [child='text']                a child element whose first text is that
 ///     [2]                           elements whose attribute "item" is "2"; [1] also takes some without one
 ///
-/// The first step of a path, and a step behind "//", test one node at a time, and only by their first
+/// The first step of a path, and a step after "//", test one node at a time, and only by their first
 /// predicate:
 ///
 ///     [@key] [@key =value]          Deliberate: the character before "=" does not belong to the name,
@@ -51,12 +51,12 @@ using StringComparator = std::function<bool(const std::string&, const std::strin
 ///     anything else, last() too     compared with the item, so `//x[last()]` finds nothing
 ///
 /// A predicate in which "last()" or "position()" stands anywhere is one of those, and `position()<=n` and
-/// `position()>=n` can not be read. A step that selects among children may also have a bare text in brackets:
+/// `position()>=n` cannot be read. A step that selects among children may also have a bare text in brackets:
 /// it keeps a node if that is the only one left and its parent has a child of the same name with that text.
 /// A path is cut at every "/", and predicates at every "[" and "]", inside quotes too.
 ///
 /// Lists of children handed to the handlers below are not changed unless a handler says so. Errors, wherever
-/// a predicate that is reached can not be read: `std::invalid_argument` with a message of its own or "stoi",
+/// a predicate that is reached cannot be read: `std::invalid_argument` with a message of its own or "stoi",
 /// `std::out_of_range` ("stoi") for numbers beyond `int`, and `std::bad_function_call` if a name is to be
 /// tested and the comparator is empty. The tree is only read, and no node is ever owned by a helper. Nodes
 /// handed to the operations must not be null, except where they say what they make of it.
@@ -113,7 +113,7 @@ public:
     /// list.
     NodeList get_last_node(const std::string& predicate, NodeList& nodes) const;
 
-    /// The offset behind `last()`, which `predicate` must contain: 0 if nothing follows it.
+    /// The offset after `last()`, which `predicate` must contain: 0 if nothing follows it.
     int index_from_last(const std::string& predicate) const;
 
     /// The predicate `position()` with `<`, `>` or `=`.

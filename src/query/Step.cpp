@@ -7,22 +7,6 @@
 
 namespace quxml {
 
-NodePredicate::NodePredicate(const std::string& text) {
-    const bool is_about_child = text.find('=') != std::string::npos && text.front() != '@';
-    if (is_about_child) {
-        child = read_child_value(text);
-    } else {
-        element_test.emplace(text);
-    }
-}
-
-bool NodePredicate::accepts(const Node* node) const {
-    if (!element_test)
-        return has_child_value(node, child.first, child.second);
-    const Element* element = as_element(node);
-    return element != nullptr && element_test->accepts(*element);
-}
-
 Step::Step(std::string step)
     : text(std::move(step)),
       bracket(text.find('[')),
@@ -49,18 +33,21 @@ void Step::select_children(const Node* parent, const StringComparator& comparato
     keep_if(selected, [&](const Node* child) { return accepts_name(child, comparator); });
     if (!list_predicates)
         read_list_predicates();
-    for (Predicate& predicate : *list_predicates)
+    for (ListPredicate& predicate : *list_predicates)
         predicate.filter(selected);
 }
 
-/// Deliberate: an empty name test, as in "[1]", passes no child.
+// Deliberate: an empty name test, as in "[1]", passes no child.
+// Test: Cuts/ListFilter.Selects/AnEmptyNameTestKeepsNothing.
 bool Step::accepts_name(const Node* node, const StringComparator& comparator) const {
     if (takes_any_name)
         return true;
     return !name_test.empty() && comparator(NodeAccess::name(*node), name_test);
 }
 
-/// Deliberate: only the first predicate is read; a "]" before the "[" leaves it open to the end of the step.
+// Deliberate: only the first predicate is read; a "]" before the "[" leaves it open to the end of the step.
+// Tests: Brackets/SingleNode.Selects/ItIsDeliberateThatFurtherPredicatesAreIgnored,
+// SingleNodeTest.AClosingBracketBeforeTheOpeningOneLetsThePredicateRunToTheEnd.
 void Step::read_node_predicate() {
     const std::size_t begin = bracket + 1;
     const std::size_t end = text.find(']');
@@ -68,7 +55,7 @@ void Step::read_node_predicate() {
     node_predicate.emplace(is_closed ? text.substr(begin, end - begin) : text.substr(begin));
 }
 
-/// The last character of the step is taken to be the closing "]", whatever it is.
+// The last character of the step is taken to be the closing "]", whatever it is.
 void Step::read_list_predicates() {
     list_predicates.emplace();
     if (!has_predicates())
@@ -79,8 +66,8 @@ void Step::read_list_predicates() {
     list_predicates = read_predicates(predicates);
 }
 
-std::vector<Predicate> read_predicates(const std::string& predicates) {
-    std::vector<Predicate> result;
+std::vector<ListPredicate> read_predicates(const std::string& predicates) {
+    std::vector<ListPredicate> result;
     for (std::string& piece : split(predicates, "]["))
         result.emplace_back(std::move(piece));
     return result;

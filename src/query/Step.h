@@ -7,31 +7,18 @@
 #include <vector>
 
 #include "Candidates.h"
-#include "Predicate.h"
+#include "ListPredicate.h"
+#include "NodePredicate.h"
 #include "quxml/XPathHelper.h"
-#include "values.h"
 
 namespace quxml {
-
-/// The predicate of a step that tests one node: about the element itself, or about the text of a child.
-class NodePredicate {
-public:
-    /// \throws std::invalid_argument if it is about a child and has more than one "=".
-    explicit NodePredicate(const std::string& text);
-
-    bool accepts(const Node* node) const;
-
-private:
-    std::optional<ElementTest> element_test;
-    NameAndValue child;  // used without an element test
-};
 
 /// One step of a path, taken apart once: a name test and predicates.
 class Step {
 public:
     explicit Step(std::string step);
 
-    /// An empty step stands between two "/" or behind the last one.
+    /// An empty step stands between two "/" or after the last one.
     bool is_empty() const { return text.empty(); }
 
     /// Whether the step is exactly "*", which takes any node and has no predicates.
@@ -58,11 +45,11 @@ private:
 
     // Read when the step first needs them: a step is used in one way or in the other.
     std::optional<NodePredicate> node_predicate;
-    std::optional<std::vector<Predicate>> list_predicates;
+    std::optional<std::vector<ListPredicate>> list_predicates;
 };
 
 /// Takes apart a run of predicates, written `p1][p2` without the outer brackets.
-std::vector<Predicate> read_predicates(const std::string& predicates);
+std::vector<ListPredicate> read_predicates(const std::string& predicates);
 
 }  // namespace quxml
 

@@ -68,6 +68,7 @@ void Walk::search(Node* node, std::size_t step) {
     if (steps[step].accepts(node, comparator)) {
         follow(node, step);
         // Deliberate: a match ends the search of its branch, except for a final "*".
+        // Test: Searches/ExactMatch.Selects/ASearchStopsAtTheOuterMatch.
         if (!is_last(step) || !steps[step].is_star())
             return;
     }

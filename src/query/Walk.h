@@ -29,7 +29,7 @@ public:
 
 private:
     /// What remains to be done with the nodes from `begin` on, one at least: to search them and everything
-    /// below them for `step` if that is a step to search for, else to follow the steps behind it, which they
+    /// below them for `step` if that is a step to search for, else to follow the steps after it, which they
     /// satisfy.
     struct Task {
         std::size_t step;

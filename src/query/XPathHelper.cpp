@@ -1,9 +1,9 @@
 // The path-query engine as its users see it. `XPathHelper.h` has the language.
 //
-// A query takes its path apart once. `Walk` goes from node to node, `Step` holds one step, `Predicate` one
+// A query takes its path apart once. `Walk` goes from node to node, `Step` holds one step, `ListPredicate` one
 // predicate of the list filter and `NodePredicate` the one predicate of the single-node test; `positions` and
-// `values` have the rules, `names` the comparators. The operations below that take a step, a predicate or a
-// part of one as text are thin: they take it apart and apply the same rule.
+// `values` have the rules, `comparators` the two ways to compare names. The operations below that take a step,
+// a predicate or a part of one as text are thin: they take it apart and apply the same rule.
 
 #include "quxml/XPathHelper.h"
 
@@ -12,7 +12,7 @@
 #include <utility>
 
 #include "Candidates.h"
-#include "Predicate.h"
+#include "ListPredicate.h"
 #include "Step.h"
 #include "Walk.h"
 #include "dom/NodeAccess.h"
@@ -86,15 +86,15 @@ bool XPathHelper::is_correct_node(Node* node, const std::string& step) const {
 }
 
 NodeList XPathHelper::get_nodes_matching_attributes(NodeList& nodes, const std::string& predicates) const {
-    for (Predicate& predicate : read_predicates(predicates)) {
+    for (ListPredicate& predicate : read_predicates(predicates)) {
         nodes = filter_list(nodes, [&predicate](Candidates& candidates) { predicate.filter(candidates); });
     }
     return nodes;
 }
 
 NodeList XPathHelper::get_nodes_matching_attribute(NodeList& nodes, std::string predicate) const {
-    return filter_list(
-        nodes, [&predicate](Candidates& candidates) { Predicate(std::move(predicate)).filter(candidates); });
+    ListPredicate filter(std::move(predicate));
+    return filter_list(nodes, [&filter](Candidates& candidates) { filter.filter(candidates); });
 }
 
 NodeList XPathHelper::get_node_by_number(const std::string& number, NodeList& nodes) const {

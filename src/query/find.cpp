@@ -3,7 +3,7 @@
 #include <functional>
 #include <utility>
 
-#include "names.h"
+#include "comparators.h"
 #include "quxml/Node.h"
 #include "quxml/XPathHelper.h"
 
@@ -17,6 +17,7 @@ NodeSet Node::find_exact_match(const std::string& path) {
 }
 
 // Deliberate: a prefix of the name, not a substring.
+// Test: Names/PrefixMatch.Selects/ItIsDeliberateThatAPartWithinANameDoesNotMatch.
 NodeSet Node::find_substring_match(const std::string& path) {
     const BeginsIgnoringCase comparator;
     XPathHelper helper{std::cref(comparator)};

@@ -22,8 +22,8 @@ void keep_range(Candidates& nodes, std::size_t begin, std::size_t end) {
     nodes.erase(nodes.begin(), nodes.begin() + static_cast<std::ptrdiff_t>(begin));
 }
 
-/// The number behind the first `or_equal` in the predicate or, without one, behind the first `strict`; read
-/// from one character behind the start of either.
+/// The number after the first `or_equal` in the predicate or, without one, after the first `strict`; read
+/// from one character after the start of either.
 std::optional<unsigned int> read_operand(const std::string& predicate, const char* or_equal,
                                          const char* strict) {
     std::size_t at = predicate.find(or_equal);
@@ -34,7 +34,8 @@ std::optional<unsigned int> read_operand(const std::string& predicate, const cha
     return static_cast<unsigned int>(std::stoi(predicate.substr(at + 1)));
 }
 
-/// Deliberate: positions are 32 bits wide, and sums begin again at 0 beyond the largest.
+// Deliberate: positions are 32 bits wide, and sums begin again at 0 beyond the largest.
+// Test: Rows/PositionRange.IsRead/EqualToMinus1.
 unsigned int add_positions(unsigned int a, unsigned int b) {
     return static_cast<unsigned int>(std::uint64_t{a} + b);
 }
@@ -57,8 +58,10 @@ void keep_last(const std::string& predicate, Candidates& nodes) {
     }
 }
 
-// Deliberate: the number behind "<=" or ">=" is read from the "=" on, which is no number, so both always
-// throw. And ">" stops at `count`, so it never selects the last node.
+// Deliberate: the number after "<=" or ">=" is read from the "=" on, which is not a number, so both
+// always throw. And ">" stops at `count`, so it never selects the last node.
+// Tests: Position/Positional.Selects/ItIsDeliberateThatLessOrEqualThrows,
+// Position/Positional.Selects/ItIsDeliberateThatGreaterLeavesOutTheLast.
 std::pair<unsigned int, unsigned int> read_position_range(const std::string& predicate, unsigned int count) {
     std::pair<unsigned int, unsigned int> range(0, 0);
     if (const auto less = read_operand(predicate, "<=", "<"))
@@ -78,6 +81,8 @@ void keep_positions(const std::string& predicate, Candidates& nodes) {
 
 // Deliberate: the number 1, in whatever spelling, also stands for elements without an item, but only for the
 // first of each run of namesakes; every other number selects items, compared as text.
+// Tests: Number/Positional.Selects/ItIsDeliberateThat1SelectsTheFirstOfEachRun,
+// Number/Positional.Selects/ItIsDeliberateThat3IsNotTheThirdNode.
 void keep_item(const std::string& number, Candidates& nodes) {
     std::string remembered_name;
     const auto begins_run = [&](const Element& element) {

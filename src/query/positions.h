@@ -10,7 +10,7 @@
 
 namespace quxml {
 
-/// The offset behind `last()`, 0 if nothing follows it.
+/// The offset after `last()`, 0 if nothing follows it.
 /// \throws std::invalid_argument, std::out_of_range ("stoi")
 int read_index_from_last(const std::string& predicate);
 

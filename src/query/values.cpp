@@ -51,7 +51,7 @@ void keep_with_attribute(const NameAndValue& attribute, Candidates& nodes) {
         if (found == nullptr)
             return false;
         // Deliberate: an empty value, written as nothing or as quotes alone, asks for the attribute, not for
-        // its value.
+        // its value. Test: Values/BothRoutes.Select/QuotesAlone.
         return attribute.second.empty() || NodeAccess::value(*found) == attribute.second;
     });
 }
@@ -66,32 +66,6 @@ void keep_with_literal(const std::string& literal, Candidates& nodes) {
         has_child_value(nodes.front()->get_parent(), NodeAccess::name(*nodes.front()), trim_quotes(literal));
     if (!is_kept)
         nodes.clear();
-}
-
-ElementTest::ElementTest(const std::string& predicate) : kind(item_equals), value(predicate) {
-    if (predicate.empty() || predicate.front() != '@')
-        return;
-    const std::size_t equal = predicate.find('=');
-    if (equal == std::string::npos) {
-        kind = has_attribute;
-        name = predicate.substr(1);
-        return;
-    }
-    // Deliberate: the character before the "=" does not belong to the name; if the "=" follows the "@" at
-    // once, the name is everything behind the "@". The value is taken as it stands, quotes included.
-    kind = attribute_equals;
-    name = equal == 1 ? predicate.substr(1) : predicate.substr(1, equal - 2);
-    value = predicate.substr(equal + 1);
-}
-
-bool ElementTest::accepts(const Element& element) const {
-    if (kind == item_equals) {
-        // Deliberate: an element without an item counts as item "1".
-        const std::string* item = find_item(element);
-        return item == nullptr ? value == "1" : *item == value;
-    }
-    const Attribute* attribute = find_attribute(element, name);
-    return attribute != nullptr && (kind == has_attribute || NodeAccess::value(*attribute) == value);
 }
 
 }  // namespace quxml

@@ -4,15 +4,14 @@
 // The predicates that look at values: of an attribute, of the text of a child, of an item. Every comparison
 // is exact.
 //
-// There are two kinds, and they take different syntax. The list filter (`keep_...`) removes quotes around a
-// value and takes an empty value of an attribute as a mere question for its existence. The single-node test
-// (`ElementTest`) removes no quotes, but the character before the "=".
+// Attributes are tested in two ways, which take different syntax. The list filter (`keep_with_attribute`)
+// removes quotes around a value, and an empty value only asks whether the attribute exists. The single-node
+// test (`ElementTest` in NodePredicate.h) removes no quotes, but the character before the "=".
 
 #include <string>
 #include <utility>
 
 #include "Candidates.h"
-#include "quxml/Element.h"
 
 namespace quxml {
 
@@ -42,21 +41,6 @@ void keep_with_child_value(const NameAndValue& child, Candidates& nodes);
 /// Keeps a single node whose parent has a child of the node's own name with the text `literal`, quotes
 /// removed; of several nodes it keeps none.
 void keep_with_literal(const std::string& literal, Candidates& nodes);
-
-/// A predicate of the single-node test about the element itself: `@name`, `@name =value` or an item.
-class ElementTest {
-public:
-    explicit ElementTest(const std::string& predicate);
-
-    bool accepts(const Element& element) const;
-
-private:
-    enum Kind { has_attribute, attribute_equals, item_equals };
-
-    Kind kind;
-    std::string name;   // of the attribute
-    std::string value;  // of the attribute or item
-};
 
 }  // namespace quxml
 

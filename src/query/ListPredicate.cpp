@@ -1,4 +1,4 @@
-#include "Predicate.h"
+#include "ListPredicate.h"
 
 #include <utility>
 
@@ -7,10 +7,10 @@
 
 namespace quxml {
 
-Predicate::Predicate(std::string predicate) : text(std::move(predicate)), kind(classify(text)) {}
+ListPredicate::ListPredicate(std::string predicate) : text(std::move(predicate)), kind(classify(text)) {}
 
 /// The first kind that fits wins.
-Predicate::Kind Predicate::classify(const std::string& predicate) {
+ListPredicate::Kind ListPredicate::classify(const std::string& predicate) {
     const auto contains = [&predicate](const char* part) {
         return predicate.find(part) != std::string::npos;
     };
@@ -27,7 +27,7 @@ Predicate::Kind Predicate::classify(const std::string& predicate) {
     return item_or_literal;
 }
 
-void Predicate::filter(Candidates& nodes) {
+void ListPredicate::filter(Candidates& nodes) {
     switch (kind) {
         case empty:
             return;
@@ -44,13 +44,13 @@ void Predicate::filter(Candidates& nodes) {
     }
 }
 
-const NameAndValue& Predicate::get_pair() {
+const NameAndValue& ListPredicate::get_pair() {
     if (!pair)
         pair = kind == attribute ? read_attribute_pair(text.substr(1)) : read_child_value(text);
     return *pair;
 }
 
-void Predicate::filter_by_item_or_literal(Candidates& nodes) const {
+void ListPredicate::filter_by_item_or_literal(Candidates& nodes) const {
     if (read_integer(text)) {
         keep_item(text, nodes);
     } else {

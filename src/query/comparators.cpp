@@ -1,4 +1,4 @@
-#include "names.h"
+#include "comparators.h"
 
 #include <boost/algorithm/string/predicate.hpp>
 #include <functional>

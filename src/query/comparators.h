@@ -1,5 +1,5 @@
-#ifndef QUXML_QUERY_NAMES_H
-#define QUXML_QUERY_NAMES_H
+#ifndef QUXML_QUERY_COMPARATORS_H
+#define QUXML_QUERY_COMPARATORS_H
 
 // The comparators of the two searches of a node. Both ignore case.
 
