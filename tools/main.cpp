@@ -9,14 +9,14 @@
 #include <string>
 #include <vector>
 
-#include "Failure.h"
-#include "Progress.h"
-#include "commands.h"
-#include "completion.h"
-#include "help.h"
-#include "manual.h"
-#include "output.h"
-#include "terminal.h"
+#include "commands/commands.h"
+#include "manual/completion.h"
+#include "manual/help.h"
+#include "manual/manual.h"
+#include "terminal/Failure.h"
+#include "terminal/Progress.h"
+#include "terminal/output.h"
+#include "terminal/terminal.h"
 
 namespace tool {
 

@@ -5,14 +5,14 @@
 
 #include "program.h"
 
-// The manual page and the completions of shells, which are installed as they stand in tools/companions. The program
+// The manual page and the completions of shells, which are installed as they stand in tools/manual/companions. The program
 // itself writes them, from what also makes its help.
 
 namespace quxml_test {
 
 namespace {
 
-const std::string folder_of_companions = QUXML_TEST_DATA "/../../tools/companions/";
+const std::string folder_of_companions = QUXML_TEST_DATA "/../../tools/manual/companions/";
 
 const std::vector<std::string>& get_commands() {
     static const std::vector<std::string> commands{"format", "sort", "check", "loss", "query", "explain",
@@ -59,7 +59,7 @@ TEST_F(Companions, are_those_that_the_program_writes) {
                                                                   {"--write-zsh-completion", "_quxml"}};
     for (const auto& [option, file] : all)
         EXPECT_EQ(run(std::string("quxml ") + option).out, read(folder_of_companions + file))
-            << "renew it: quxml " << option << " >tools/companions/" << file;
+            << "renew it: quxml " << option << " >tools/manual/companions/" << file;
 }
 
 TEST_F(Companions, help_names_every_command_with_examples) {

@@ -4,12 +4,12 @@
 
 #include <string>
 
-#include "../../tools/differences.h"
-#include "../../tools/layout.h"
-#include "../../tools/output.h"
-#include "../../tools/sorting.h"
-#include "../../tools/tree.h"
 #include "support/small_stack.h"
+#include "terminal/output.h"
+#include "trees/differences.h"
+#include "trees/sorting.h"
+#include "trees/tree.h"
+#include "writing/layout.h"
 
 // libxml2 refuses deep documents, but its limit can be another one some day: nothing in the program takes more
 // stack for a deeper tree.

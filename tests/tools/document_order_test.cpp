@@ -1,4 +1,4 @@
-#include "../../tools/document_order.h"
+#include "trees/document_order.h"
 
 #include <gtest/gtest.h>
 #include <quxml/Document.h>

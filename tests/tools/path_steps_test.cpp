@@ -1,4 +1,4 @@
-#include "../../tools/path_steps.h"
+#include "paths/steps.h"
 
 #include <gtest/gtest.h>
 #include <quxml/Attribute.h>

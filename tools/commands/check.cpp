@@ -1,0 +1,66 @@
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <iostream>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "commands/commands.h"
+#include "commands/hints.h"
+#include "reading/diagnostics.h"
+#include "reading/input.h"
+#include "terminal/Failure.h"
+
+namespace tool {
+
+namespace {
+
+constexpr const char* help_on_check =
+    "Nothing is written about a file that can be read. All files are looked at; the exit code is the\n"
+    "highest of those that each of them would give.\n"
+    "\n"
+    "Examples:\n"
+    "  quxml check settings.xml\n"
+    "  quxml check --quiet /etc/device/*.xml || echo 'something is broken'";
+
+struct CheckOptions {
+    std::vector<std::string> files{standard_input};
+    bool quiet = false;
+};
+
+void write_unless(bool quiet, const std::string& message) {
+    if (!quiet && !message.empty())
+        std::cerr << "quxml: " << message << '\n';
+}
+
+ExitCode check(const std::string& file, bool quiet) {
+    try {
+        parse_document(file, read_text(file), false, quiet ? Errors::silent : Errors::written);
+        return ExitCode::done;
+    } catch (const Failure& failure) {
+        write_unless(quiet, failure.what());
+        return failure.get_code();
+    }
+}
+
+ExitCode check(const CheckOptions& options) {
+    if (!options.quiet && options.files == std::vector<std::string>{standard_input})
+        write_hints(standard_input);
+    ExitCode worst = ExitCode::done;
+    for (const std::string& file : options.files)
+        worst = std::max(worst, check(file, options.quiet));
+    return worst;
+}
+
+}  // namespace
+
+void add_check(CLI::App& app, Action& action) {
+    const auto options = std::make_shared<CheckOptions>();
+    CLI::App* command = app.add_subcommand("check", "Tell whether documents are well-formed");
+    command->add_flag("--quiet", options->quiet, "Only exit with the code");
+    command->add_option("FILE", options->files, "The documents; standard input if there is none, or for -");
+    command->footer(help_on_check);
+    command->callback([options, &action] { action = [options] { return check(*options); }; });
+}
+
+}  // namespace tool

@@ -1,0 +1,81 @@
+#include <quxml/Document.h>
+#include <quxml/Element.h>
+
+#include <CLI/CLI.hpp>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "commands/commands.h"
+#include "reading/diagnostics.h"
+#include "reading/input.h"
+#include "reading/losses.h"
+#include "terminal/Failure.h"
+#include "terminal/output.h"
+#include "trees/differences.h"
+
+namespace tool {
+
+namespace {
+
+constexpr const char* help_on_diff =
+    "Compares what the library reads of two documents. Neither the order of attributes counts nor that\n"
+    "of children with different names or different attributes \"item\". Exits with 1 if they differ.\n"
+    "The lines say:\n"
+    "  - PATH                 only in A        - PATH/@NAME=\"VALUE\"   an attribute only in A\n"
+    "  + PATH                 only in B        + PATH/@NAME=\"VALUE\"   an attribute only in B\n"
+    "  ! PATH: \"A\" -> \"B\"     another text     ! PATH/@NAME: \"A\" -> \"B\"\n"
+    "\"quxml query\" understands these paths, up to the @. Each difference is one line: in values, line\n"
+    "feeds are written \\n, quotes \\\", backslashes \\\\ and other control characters such as \\t or "
+    "\\x1b.\n"
+    "\n"
+    "Examples:\n"
+    "  quxml diff settings.xml settings.xml~\n"
+    "  quxml diff --quiet old.xml new.xml && echo 'nothing has changed'";
+
+struct DiffOptions {
+    std::string one;
+    std::string other;
+    bool quiet = false;
+};
+
+std::shared_ptr<quxml::Document> read(const std::string& file, bool quiet) {
+    const std::string text = read_text(file);
+    std::shared_ptr<quxml::Document> document = parse_document(file, text, false);
+    const std::vector<Loss> losses = quiet ? std::vector<Loss>() : find_losses(text);
+    if (has_losses(losses))
+        write_warning(file, "this is not compared: " + get_summary(losses));
+    return document;
+}
+
+ExitCode diff(const DiffOptions& options) {
+    if (options.one == standard_input && options.other == standard_input)
+        throw Failure(ExitCode::usage, "only one of A and B can be standard input");
+    const std::shared_ptr<quxml::Document> one = read(options.one, options.quiet);
+    const std::shared_ptr<quxml::Document> other = read(options.other, options.quiet);
+    std::string text;
+    bool is_different = false;
+    find_differences(*one->get_root_node(), *other->get_root_node(), [&](const std::string& line) {
+        is_different = true;
+        text += line + '\n';
+        return !options.quiet;
+    });
+    if (!options.quiet)
+        write_output(text);
+    return is_different ? ExitCode::no_match : ExitCode::done;
+}
+
+}  // namespace
+
+void add_diff(CLI::App& app, Action& action) {
+    const auto options = std::make_shared<DiffOptions>();
+    CLI::App* command = app.add_subcommand("diff", "Tell in what two documents differ");
+    command->add_flag("--quiet", options->quiet,
+                      "Only exit with the code; what can not be read is told all the same");
+    command->add_option("A", options->one, "A document; standard input if it is -")->required();
+    command->add_option("B", options->other, "The other document; standard input if it is -")->required();
+    command->footer(help_on_diff);
+    command->callback([options, &action] { action = [options] { return diff(*options); }; });
+}
+
+}  // namespace tool

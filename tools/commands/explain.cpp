@@ -1,0 +1,63 @@
+#include <CLI/CLI.hpp>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "commands/commands.h"
+#include "paths/explanation.h"
+#include "paths/steps.h"
+#include "terminal/output.h"
+#include "terminal/terminal.h"
+
+namespace tool {
+
+namespace {
+
+constexpr const char* help_on_explain =
+    "Tells for each step of PATH which nodes it looks at and which predicate compares what. Lines that\n"
+    "begin with \"note:\" say where that may not be what was meant, and lines that begin with\n"
+    "\"error:\" why queries refuse the path; then the exit code is 4.\n"
+    "\n"
+    "Examples:\n"
+    "  quxml explain '/catalog/book[2]'\n"
+    "  quxml explain \"//book[@lang=en]\"";
+
+struct ExplainOptions {
+    std::string path;
+    bool prefix = false;
+};
+
+std::string indented(const std::vector<std::string>& lines) {
+    std::string text;
+    for (const std::string& line : lines)
+        text += "  " + to_printable(line) + '\n';
+    return text;
+}
+
+ExitCode explain(const ExplainOptions& options) {
+    const Names names = options.prefix ? Names::prefixes : Names::whole;
+    std::string text;
+    bool is_bad = false;
+    int number = 0;
+    for (const Step& step : get_steps(options.path)) {
+        const std::string name = step.text.empty() ? "(empty)" : to_printable(step.text);
+        text += "step " + std::to_string(++number) + ": " + name + '\n';
+        text += indented(describe(step, names));
+        is_bad = is_bad || has_fault(step);
+    }
+    write_output(text);
+    return is_bad ? ExitCode::bad_query : ExitCode::done;
+}
+
+}  // namespace
+
+void add_explain(CLI::App& app, Action& action) {
+    const auto options = std::make_shared<ExplainOptions>();
+    CLI::App* command = app.add_subcommand("explain", "Tell how a path is taken, step by step");
+    command->add_flag("--prefix", options->prefix, "For \"query --prefix\"");
+    command->add_option("PATH", options->path, "The path")->required();
+    command->footer(help_on_explain);
+    command->callback([options, &action] { action = [options] { return explain(*options); }; });
+}
+
+}  // namespace tool

@@ -1,0 +1,180 @@
+#include <quxml/Attribute.h>
+#include <quxml/Document.h>
+#include <quxml/Element.h>
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "commands/commands.h"
+#include "commands/hints.h"
+#include "commands/unseen.h"
+#include "paths/selection.h"
+#include "reading/input.h"
+#include "terminal/output.h"
+#include "trees/node_paths.h"
+#include "trees/tree.h"
+
+namespace tool {
+
+namespace {
+
+constexpr const char* help_on_query =
+    "Matches come in document order, each closed by a line feed, or by a zero byte with --null, which\n"
+    "no value can hold. Exits with 1 if there is none. The path starts with the name of the root\n"
+    "element; put it in quotes, since the shell has its own use for brackets and stars. Notes on\n"
+    "standard error say where the path does something else than it seems to say and, if nothing\n"
+    "matches, what may be the reason. \"quxml explain\" tells more.\n"
+    "CDATA sections, text beside other content and entity references are not read, so queries answer\n"
+    "as if they were not there; a warning tells of it. Of comments, prefixes and the rest of what\n"
+    "\"quxml loss\" lists nothing is said, since only what is found is written.\n"
+    "\n"
+    "Examples:\n"
+    "  quxml query '/catalog/book' catalog.xml         all books in the catalog\n"
+    "  quxml query '//title' catalog.xml               titles, wherever they are\n"
+    "  quxml query \"/catalog/book[@id='2']\" catalog.xml\n"
+    "  quxml query \"/catalog/book[title='Emma']\" catalog.xml\n"
+    "  quxml query '/catalog/book[2]' catalog.xml      books whose attribute \"item\" is 2\n"
+    "  quxml query '/catalog/book[position()=2]' catalog.xml\n"
+    "  quxml query '/catalog/book[last()]' catalog.xml\n"
+    "  quxml query --value //title catalog.xml         what the titles are\n"
+    "  quxml query --attribute id //book catalog.xml   the books' ids\n"
+    "  quxml query --null --value //title catalog.xml | xargs -0 -n 1 echo";
+
+// Output is passed on when this much has gathered.
+constexpr std::size_t block_size = 65536;
+
+struct QueryOptions {
+    std::string path;
+    std::string file = standard_input;
+    bool prefix = false;
+    bool value = false;
+    std::string attribute;
+    bool node_path = false;
+    bool count = false;
+    bool null = false;
+    bool quiet = false;
+};
+
+// Text is written compact: formatted text has a line feed behind it or not, depending on its siblings.
+std::string get_xml(const quxml::Node& match) {
+    std::string text;
+    const bool is_element = dynamic_cast<const quxml::Element*>(&match) != nullptr;
+    match.write_to_string(text, is_element ? 0 : -1);
+    if (is_element)
+        text.pop_back();  // the line feed that closes it
+    escape_carriage_returns(text);
+    return text;
+}
+
+std::string get_attribute_of(const quxml::Node& match, const std::string& name) {
+    return dynamic_cast<const quxml::Element&>(match).get_attribute_value(name);
+}
+
+bool has_attribute(const quxml::Node* match, const std::string& name) {
+    const auto* element = dynamic_cast<const quxml::Element*>(match);
+    return element != nullptr && element->get_attribute(name) != nullptr;
+}
+
+using Describe = std::function<std::string(const quxml::Node&)>;
+
+Describe get_description(const QueryOptions& options) {
+    if (options.value)
+        return get_text;
+    if (!options.attribute.empty())
+        return [&](const quxml::Node& match) { return get_attribute_of(match, options.attribute); };
+    if (options.node_path)
+        return [paths = NodePaths()](const quxml::Node& match) mutable { return paths.get(match); };
+    return get_xml;
+}
+
+void write_matches(const std::vector<quxml::Node*>& matches, const Describe& describe, char end) {
+    std::string text;
+    for (const quxml::Node* match : matches) {
+        text += describe(*match) + end;
+        if (text.size() >= block_size && !write_output(text))
+            return;
+    }
+    write_output(text);
+}
+
+std::vector<quxml::Node*> get_matches(const quxml::Document& document, const QueryOptions& options) {
+    std::vector<quxml::Node*> matches =
+        select(document, options.path, options.quiet ? PathNotes::silent : PathNotes::written,
+               options.prefix ? Names::prefixes : Names::whole);
+    const auto has_none = [&](const quxml::Node* match) { return !has_attribute(match, options.attribute); };
+    if (!options.attribute.empty())
+        matches.erase(std::remove_if(matches.begin(), matches.end(), has_none), matches.end());
+    return matches;
+}
+
+void write_count(std::size_t count, char end) {
+    std::string text = std::to_string(count) + end;
+    write_output(text);
+}
+
+std::shared_ptr<quxml::Document> read(const QueryOptions& options) {
+    const std::string text = read_text(options.file);
+    std::shared_ptr<quxml::Document> document = parse_document(options.file, text, false);
+    if (!options.quiet)
+        warn_of_unseen(options.file, text);
+    return document;
+}
+
+ExitCode query(const QueryOptions& options) {
+    if (!options.quiet)
+        write_hints(options.file, {{"PATH", options.path}});
+    const std::shared_ptr<quxml::Document> document = read(options);
+    const std::vector<quxml::Node*> matches = get_matches(*document, options);
+    const char end = options.null ? '\0' : '\n';
+    const bool is_xml = !options.value && options.attribute.empty() && !options.node_path;
+    if (is_xml)
+        escape_attributes(document->get_root_node());
+    if (options.count)
+        write_count(matches.size(), end);
+    else
+        write_matches(matches, get_description(options), end);
+    return matches.empty() ? ExitCode::no_match : ExitCode::done;
+}
+
+std::string check_attribute(const std::string& name) {
+    return name.empty() ? "a name is wanted" : "";
+}
+
+void add_output_options(CLI::App& command, QueryOptions& options) {
+    const std::vector<CLI::Option*> kinds{
+        command.add_flag("--value", options.value, "The text in each match instead of its XML"),
+        command
+            .add_option("--attribute", options.attribute,
+                        "The value of this attribute, of matches that have it")
+            ->type_name("NAME")
+            ->check(CLI::Validator(check_attribute, "")),
+        command.add_flag("--path", options.node_path, "A path to each match that selects nothing else"),
+        command.add_flag("--count", options.count, "How many matches there are"),
+    };
+    for (auto one = kinds.begin(); one != kinds.end(); ++one)
+        for (auto other = std::next(one); other != kinds.end(); ++other)
+            (*one)->excludes(*other);
+}
+
+}  // namespace
+
+void add_query(CLI::App& app, Action& action) {
+    const auto options = std::make_shared<QueryOptions>();
+    CLI::App* command = app.add_subcommand("query", "Write the nodes that a path selects");
+    command->add_flag("--prefix", options->prefix,
+                      "A name in the path also stands for all that begin with it");
+    command->add_flag("-0,--null", options->null, "A zero byte behind each match instead of a line feed");
+    add_output_options(*command, *options);
+    command->add_flag("--quiet", options->quiet,
+                      "No notes on the path or on content that queries do not see");
+    command->add_option("PATH", options->path, "What to look for")->required();
+    command->add_option("FILE", options->file, "The document; standard input if it is - or missing");
+    command->footer(help_on_query);
+    command->callback([options, &action] { action = [options] { return query(*options); }; });
+}
+
+}  // namespace tool

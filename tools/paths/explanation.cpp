@@ -1,0 +1,162 @@
+#include "paths/explanation.h"
+
+#include <algorithm>
+
+#include "paths/notes.h"
+#include "terminal/words.h"
+
+namespace tool {
+
+namespace {
+
+using Lines = std::vector<std::string>;
+
+// ---- Predicates
+
+std::string describe_offset(int offset) {
+    if (offset > 0)
+        return "none, since nothing comes behind the last";
+    return offset == 0 ? "the last"
+                       : "the one " + std::to_string(-static_cast<long>(offset)) + " before the last";
+}
+
+std::string describe_end(const PositionRange& range) {
+    if (range.counted)
+        return "up to the last but one";
+    return range.end == 0 ? "to the last" : "up to " + std::to_string(range.end - 1);
+}
+
+std::string describe_range(const PositionRange& range) {
+    if (!range.counted && range.end == 1)
+        return "none";
+    if (!range.counted && range.end == get_next_position(range.first))
+        return "the one at position " + std::to_string(range.first);
+    return "those from position " + std::to_string(std::max(range.first, 1U)) + ' ' + describe_end(range);
+}
+
+std::string describe_attribute(const Predicate& predicate) {
+    const std::string attribute = "attribute " + quote(predicate.name);
+    return predicate.existence_only ? "have the " + attribute
+                                    : "have " + quote(predicate.value) + " as their " + attribute;
+}
+
+std::string describe_child(const Predicate& predicate) {
+    return "have a child " + quote(predicate.name) + " whose text is " + quote(predicate.value);
+}
+
+// The library counts an element without an item as the first.
+bool is_number_one(const Predicate& predicate) {
+    return std::stoi(predicate.value) == 1;
+}
+
+std::string describe_item(const Predicate& predicate) {
+    const std::string words = "those that have " + quote(predicate.value) + " as their attribute \"item\"";
+    return is_number_one(predicate) ? words + ", and of those without it the first of each name" : words;
+}
+
+std::string describe_literal(const Predicate& predicate) {
+    return "the only one there is, if a child of its parent with its name has the text " +
+           quote(predicate.value);
+}
+
+std::string describe_test_of_item(const Predicate& predicate) {
+    const std::string words = "has " + quote(predicate.value) + " as its attribute \"item\"";
+    return predicate.value == "1" ? words + " or does not have that attribute" : words;
+}
+
+std::string describe_test_of_attribute(const Predicate& predicate) {
+    const std::string attribute = "attribute " + quote(predicate.name);
+    return predicate.existence_only ? "has the " + attribute
+                                    : "has " + quote(predicate.value) + " as its " + attribute;
+}
+
+std::string describe(const Predicate& predicate) {
+    switch (predicate.handler) {
+        case Handler::last:
+            return "position from the end: keeps " + describe_offset(predicate.offset);
+        case Handler::position:
+            return "position: keeps " + describe_range(predicate.range);
+        case Handler::attribute:
+            return "attribute: keeps those that " + describe_attribute(predicate);
+        case Handler::child_value:
+            return "child's text: keeps those that " + describe_child(predicate);
+        case Handler::item:
+            return "item: keeps " + describe_item(predicate);
+        case Handler::literal:
+            return "bare text: keeps " + describe_literal(predicate);
+        case Handler::test_attribute:
+            return "attribute of the node: passes if it " + describe_test_of_attribute(predicate);
+        case Handler::test_child_value:
+            return "child's text: passes if it has a child " + quote(predicate.name) + " whose text is " +
+                   quote(predicate.value);
+        default:
+            return "item of the node: passes if it " + describe_test_of_item(predicate);
+    }
+}
+
+void add_notes(const std::vector<Note>& notes, Lines& lines) {
+    for (const Note& note : notes)
+        lines.push_back("note: " + note.text);
+}
+
+void add_predicate(const Predicate& predicate, Lines& lines) {
+    const std::string opening = '[' + predicate.text + "] ";
+    if (!predicate.fault.empty()) {
+        lines.push_back("error: " + opening + predicate.fault);
+        return;
+    }
+    lines.push_back(opening + describe(predicate));
+    add_notes(get_notes(predicate), lines);
+}
+
+// ---- Steps
+
+std::string describe_name_test(const Step& step, Names names) {
+    if (step.name_test == "*")
+        return "any name";
+    if (step.name_test.empty() && names == Names::whole)
+        return "no name, which no element has";
+    return std::string(names == Names::prefixes ? "a name that begins with " : "the name ") +
+           quote(step.name_test) + " in upper or lower case";
+}
+
+std::string describe_children(const Step& step, Names names) {
+    if (step.name_test.empty())
+        return "children: none, since there is no name before the predicate; any name is *";
+    return "children: those with " + describe_name_test(step, names);
+}
+
+std::string describe_nodes(const Step& step, Names names) {
+    const std::string name = describe_name_test(step, names);
+    switch (step.kind) {
+        case StepKind::start:
+            return "start node: the root element, if it has " + name;
+        case StepKind::search:
+            return "search: the root element and all below it, for " + name;
+        case StepKind::search_below:
+            return "search: all below the nodes so far, for " + name;
+        case StepKind::children:
+            return describe_children(step, names);
+        case StepKind::all_children:
+            return "children: all of them, texts too";
+        default:
+            return "nothing: an empty step here never matches";
+    }
+}
+
+}  // namespace
+
+std::vector<std::string> describe(const Step& step, Names names) {
+    Lines lines{describe_nodes(step, names)};
+    add_notes(get_notes_on_nodes(step), lines);
+    for (const Predicate& predicate : step.predicates)
+        add_predicate(predicate, lines);
+    return lines;
+}
+
+bool has_fault(const Step& step) {
+    return std::any_of(step.predicates.begin(), step.predicates.end(),
+                       [](const Predicate& predicate) { return !predicate.fault.empty(); });
+}
+
+}  // namespace tool

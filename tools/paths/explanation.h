@@ -1,0 +1,19 @@
+#ifndef QUXML_TOOLS_STEP_WORDS_H
+#define QUXML_TOOLS_STEP_WORDS_H
+
+#include <string>
+#include <vector>
+
+#include "paths/selection.h"
+#include "paths/steps.h"
+
+namespace tool {
+
+/// What a step does, in words: a line for its nodes, one for each predicate, and notes and errors between them.
+std::vector<std::string> describe(const Step& step, Names names);
+
+bool has_fault(const Step& step);
+
+}  // namespace tool
+
+#endif

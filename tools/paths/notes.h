@@ -1,0 +1,33 @@
+#ifndef QUXML_TOOLS_PATH_NOTES_H
+#define QUXML_TOOLS_PATH_NOTES_H
+
+#include <string>
+#include <vector>
+
+#include "paths/steps.h"
+
+namespace tool {
+
+enum class NoteKind {
+    surprise,    // the path does something else than it seems to say
+    hint,        // perhaps why nothing is selected
+    information  // good to know
+};
+
+/// Where a path may not do what was meant.
+struct Note {
+    std::string text;
+    NoteKind kind;
+};
+
+/// The notes on where a step looks for its nodes.
+std::vector<Note> get_notes_on_nodes(const Step& step);
+
+std::vector<Note> get_notes(const Predicate& predicate);
+
+/// All notes on a step and its predicates.
+std::vector<Note> get_notes(const Step& step);
+
+}  // namespace tool
+
+#endif

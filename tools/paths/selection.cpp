@@ -1,0 +1,128 @@
+#include "paths/selection.h"
+
+#include <quxml/Element.h>
+
+#include <iostream>
+#include <set>
+#include <stdexcept>
+
+#include "paths/notes.h"
+#include "paths/steps.h"
+#include "terminal/Failure.h"
+#include "terminal/terminal.h"
+#include "terminal/words.h"
+#include "trees/document_order.h"
+
+namespace tool {
+
+namespace {
+
+quxml::NodeSet find(quxml::Node* root, const std::string& path, Names names) {
+    return names == Names::prefixes ? root->find_substring_match(path) : root->find_exact_match(path);
+}
+
+Failure bad_query(const std::string& path, const std::string& reason) {
+    return {ExitCode::bad_query, "bad query \"" + path + "\": " + reason +
+                                     "\n\"quxml explain\" tells how a path is taken; put it between quotes."};
+}
+
+// Whether the library would come to a predicate that it refuses depends on the document; a bad query is a bad
+// query in any case.
+void require_no_fault(const std::string& path) {
+    int number = 0;
+    for (const Step& step : get_steps(path)) {
+        ++number;
+        for (const Predicate& predicate : step.predicates)
+            if (!predicate.fault.empty())
+                throw bad_query(path, "step " + std::to_string(number) + ", [" + predicate.text +
+                                          "]: " + predicate.fault);
+    }
+}
+
+quxml::NodeSet get_matches(quxml::Node* root, const std::string& path, Names names) {
+    require_no_fault(path);
+    try {
+        return find(root, path, names);
+    } catch (const std::logic_error& error) {
+        throw bad_query(path, error.what());
+    }
+}
+
+std::string get_gap(const Step& step) {
+    if (!step.is_closed)
+        return "there is no ] at the end";
+    if (has_empty_predicate(step))
+        return "[] asks for nothing";
+    for (const Predicate& predicate : step.predicates)
+        if (predicate.existence_only && contains(predicate.text, "="))
+            return '[' + predicate.text + "] has no value";
+    return "";
+}
+
+void write_notes(const Step& step, int number, NoteKind least) {
+    const std::string name = step.text.empty() ? "(empty)" : step.text;
+    const std::string place = "step " + std::to_string(number) + ", " + name + ": ";
+    for (const Note& note : get_notes(step))
+        if (note.kind <= least)
+            std::cerr << "quxml: note: " << to_printable(place + note.text) << '\n';
+}
+
+// Of a step that the root element satisfies no hint is wanted: nothing is selected for another reason.
+void write_notes(quxml::Node* root, const std::string& path, Names names, bool has_match) {
+    int number = 0;
+    for (const Step& step : get_steps(path)) {
+        const bool is_satisfied =
+            has_match || (step.kind == StepKind::start && !get_matches(root, step.text, names).empty());
+        write_notes(step, ++number, is_satisfied ? NoteKind::surprise : NoteKind::hint);
+    }
+}
+
+void write_note_on_case(const Step& last, const std::vector<quxml::Node*>& nodes) {
+    if (last.name_test == "*" || last.kind == StepKind::all_children)
+        return;
+    std::set<std::string> spellings;
+    for (const quxml::Node* node : nodes)
+        spellings.insert(node->get_name());
+    if (spellings.size() > 1)
+        std::cerr << "quxml: note: matches differ in case: " << to_printable(*spellings.begin()) << " and "
+                  << to_printable(*spellings.rbegin()) << '\n';
+}
+
+}  // namespace
+
+std::vector<quxml::Node*> select(const quxml::Document& document, const std::string& path, PathNotes notes,
+                                 Names names) {
+    quxml::Node* const root = document.get_root_node();
+    std::vector<quxml::Node*> nodes = in_document_order(root, get_matches(root, path, names));
+    if (notes == PathNotes::written) {
+        write_notes(root, path, names, !nodes.empty());
+        if (names == Names::whole)
+            write_note_on_case(get_steps(path).back(), nodes);
+    }
+    return nodes;
+}
+
+void require_no_gap(const std::string& path) {
+    int number = 0;
+    for (const Step& step : get_steps(path)) {
+        const std::string gap = get_gap(step);
+        ++number;
+        if (!gap.empty())
+            throw bad_query(path, "step " + std::to_string(number) + ", " + step.text + ": " + gap +
+                                      ", and nothing is changed on a guess");
+    }
+}
+
+std::vector<quxml::Element*> select_elements(const quxml::Document& document, const std::string& path,
+                                             PathNotes notes) {
+    require_no_gap(path);
+    std::vector<quxml::Element*> elements;
+    for (quxml::Node* node : select(document, path, notes))
+        if (auto* element = dynamic_cast<quxml::Element*>(node))
+            elements.push_back(element);
+    if (elements.empty())
+        throw Failure(ExitCode::no_match, "no element matches " + path);
+    return elements;
+}
+
+}  // namespace tool

@@ -1,0 +1,140 @@
+#include "reading/diagnostics.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <iostream>
+#include <string_view>
+#include <vector>
+
+#include "reading/encoding.h"
+#include "reading/input.h"
+#include "reading/places.h"
+#include "reading/xml_events.h"
+#include "terminal/terminal.h"
+
+namespace tool {
+
+namespace {
+
+// Later errors mostly follow from the first ones.
+constexpr std::size_t most_errors = 5;
+
+// What is shown of a long line, in bytes, and how much of it before the error.
+constexpr std::size_t widest = 120;
+constexpr std::size_t before_error = 80;
+
+constexpr const char* bold = "\033[1m";
+constexpr const char* red = "\033[1;31m";
+constexpr const char* green = "\033[1;32m";
+constexpr const char* magenta = "\033[1;35m";
+constexpr const char* plain = "\033[0m";
+
+std::string coloured(const char* colour, const std::string& text) {
+    return has_colours() ? colour + text + plain : text;
+}
+
+std::string get_heading(const std::string& place, const char* colour, const std::string& kind) {
+    return coloured(bold, place + ": ") + coloured(colour, kind + ": ");
+}
+
+// The byte of a line at which a column begins.
+std::size_t get_byte(std::string_view line, int column) {
+    std::size_t byte = 0;
+    for (int passed = 1; passed < column && byte < line.size(); ++passed) {
+        ++byte;
+        while (byte < line.size() && !begins_character(line[byte]))
+            ++byte;
+    }
+    return byte;
+}
+
+std::size_t count_characters(std::string_view text) {
+    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), begins_character));
+}
+
+// Cuts a line to what is shown, at the borders of characters; `error` stays the same byte.
+std::string_view cut(std::string_view line, std::size_t& error) {
+    std::size_t first = error > before_error ? error - before_error : 0;
+    while (first < error && !begins_character(line[first]))
+        ++first;
+    std::size_t end = std::min(line.size(), first + widest);
+    while (end < line.size() && end > error && !begins_character(line[end]))
+        --end;
+    error -= first;
+    return line.substr(first, end - first);
+}
+
+std::string get_excerpt(std::string_view document, int line_number, int column) {
+    const std::string_view line = get_line(document, line_number);
+    std::size_t error = get_byte(line, column);
+    const std::string_view shown = cut(line, error);
+    if (shown.empty())
+        return "";
+    const std::string blanks(count_characters(to_printable(shown.substr(0, error))), ' ');
+    return "    " + to_printable(shown) + "\n    " + blanks + coloured(green, "^") + '\n';
+}
+
+// Where libxml2 speaks of its own parts and options.
+struct Wording {
+    std::string_view beginning;
+    const char* plain;
+};
+
+constexpr std::array<Wording, 4> wordings{{
+    {"Excessive depth in document", "elements are nested too deep, more than 257 levels"},
+    {"internal error: Huge input lookup", "something is too long, nearly 10,000,000 bytes or more"},
+    {"Detected an entity reference loop", "entities hold each other, or too much"},
+    {"xmlSAX2Characters: huge text nod", "a text is too long, more than 10,000,000 bytes"},
+}};
+
+std::string in_plain_words(const std::string& message) {
+    for (const Wording& wording : wordings)
+        if (message.rfind(wording.beginning, 0) == 0)
+            return wording.plain;
+    return to_printable(message);
+}
+
+void write_error(const std::string& file, std::string_view document, const Problem& problem) {
+    const std::string place =
+        name_of(file) + ':' + std::to_string(problem.line) + ':' + std::to_string(problem.column);
+    std::cerr << get_heading(place, red, "error") << in_plain_words(problem.message) << '\n'
+              << get_excerpt(document, problem.line, problem.column);
+}
+
+std::vector<Problem> find_errors(std::string_view document) {
+    std::vector<Problem> problems = read_events(document, [](const Event&) {});
+    const auto is_harmless = [](const Problem& problem) { return !problem.is_fatal; };
+    problems.erase(std::remove_if(problems.begin(), problems.end(), is_harmless), problems.end());
+    return problems;
+}
+
+// Of errors that libxml2 does not see, only zero characters have a place.
+Problem find_other_error(std::string_view document, const std::string& reason) {
+    const std::size_t zero = document.find('\0');
+    if (zero == std::string_view::npos)
+        return {true, 1, 1, reason};
+    const Place place = PlaceFinder(document).find(zero);
+    return {true, place.line, place.column, "a zero byte, which XML can not have"};
+}
+
+}  // namespace
+
+void write_errors(const std::string& file, const std::string& document, const std::string& reason) {
+    const std::string text = to_utf8(document, get_encoding(document));
+    const std::string_view shown = without_mark(text);
+    std::vector<Problem> errors = find_errors(shown);
+    if (errors.empty())
+        errors.push_back(find_other_error(shown, reason));
+    const std::size_t count = std::min(errors.size(), most_errors);
+    for (std::size_t i = 0; i < count; ++i)
+        write_error(file, shown, errors[i]);
+    if (count < errors.size())
+        std::cerr << name_of(file) << ": " << errors.size() - count << " more errors follow from these\n";
+}
+
+void write_warning(const std::string& file, const std::string& text) {
+    std::cerr << get_heading(name_of(file), magenta, "warning") << text << '\n';
+}
+
+}  // namespace tool

@@ -1,0 +1,103 @@
+#include "reading/input.h"
+
+#include <quxml/DomParserError.h>
+#include <sys/stat.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <system_error>
+
+#include "reading/diagnostics.h"
+#include "reading/encoding.h"
+#include "terminal/Failure.h"
+#include "terminal/Progress.h"
+#include "terminal/terminal.h"
+#include "terminal/words.h"
+
+namespace tool {
+
+namespace {
+
+struct FileCloser {
+    // A file that was only read has nothing to lose when closing fails. Standard input is left open.
+    void operator()(std::FILE* file) const {
+        if (file != stdin)
+            static_cast<void>(std::fclose(file));
+    }
+};
+
+using OpenFile = std::unique_ptr<std::FILE, FileCloser>;
+
+Failure read_failure(const std::string& file) {
+    return {ExitCode::io, name_of(file) + ": " + std::generic_category().message(errno)};
+}
+
+Failure memory_failure(const std::string& file) {
+    return {ExitCode::io, name_of(file) + ": out of memory"};
+}
+
+OpenFile open(const std::string& file) {
+    if (file == standard_input)
+        return OpenFile(stdin);
+    OpenFile opened(std::fopen(file.c_str(), "rbe"));
+    if (!opened)
+        throw read_failure(file);
+    return opened;
+}
+
+// 0 if it is not known, as for pipes.
+std::size_t get_size(std::FILE& file) {
+    struct stat status {};
+    const bool is_known = fstat(fileno(&file), &status) == 0 && S_ISREG(status.st_mode);
+    return is_known ? static_cast<std::size_t>(status.st_size) : 0;
+}
+
+// libxml2 tells of exhausted memory as of an error in the text: with its code 2 or, when there is no memory left
+// even for a description, without one. It gives the same code to text beyond its limit.
+bool is_out_of_memory(const std::string& message) {
+    return message.rfind(" (error code: ", 0) == 0 ||
+           (contains(message, " (error code: 2) ") && !contains(message, "huge text nod"));
+}
+
+bool is_out_of_memory(const quxml::DomParserError& error) {
+    return is_out_of_memory(std::string(error.what()));
+}
+
+}  // namespace
+
+std::string name_of(const std::string& file) {
+    return file == standard_input ? "standard input" : escape_controls(file);
+}
+
+std::string read_text(const std::string& file) {
+    const OpenFile opened = open(file);
+    Progress progress("reading " + name_of(file), get_size(*opened));
+    std::string text;
+    std::array<char, 65536> block{};
+    while (const std::size_t count = std::fread(block.data(), 1, block.size(), opened.get())) {
+        text.append(block.data(), count);
+        progress.set_done(text.size());
+    }
+    if (std::ferror(opened.get()) != 0)
+        throw read_failure(file);
+    return text;
+}
+
+std::shared_ptr<quxml::Document> parse_document(const std::string& file, const std::string& text,
+                                                bool keep_sorted, Errors errors) {
+    try {
+        const Progress progress("parsing " + name_of(file), 0);
+        if (has_zero_character(text))
+            throw quxml::DomParserError("there is a zero character");
+        return quxml::from_string(text, keep_sorted);
+    } catch (const quxml::DomParserError& error) {
+        if (is_out_of_memory(error))
+            throw memory_failure(file);
+        if (errors == Errors::written)
+            write_errors(file, text, error.what());
+        throw Failure(ExitCode::malformed);
+    }
+}
+
+}  // namespace tool

@@ -1,0 +1,226 @@
+#include "writing/rewrite.h"
+
+#include <quxml/Element.h>
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "reading/diagnostics.h"
+#include "reading/encoding.h"
+#include "reading/losses.h"
+#include "terminal/Failure.h"
+#include "terminal/Progress.h"
+#include "terminal/output.h"
+#include "trees/sorting.h"
+#include "trees/tree.h"
+#include "writing/layout.h"
+#include "writing/replace_file.h"
+
+namespace tool {
+
+namespace {
+
+constexpr std::size_t widest_indent = 16;
+
+std::string check_indent(const std::string& value) {
+    const bool is_number = !value.empty() && value.size() <= 2 &&
+                           value.find_first_not_of("0123456789") == std::string::npos &&
+                           std::stoul(value) <= widest_indent;
+    return is_number || value == "tab" ? "" : "a number up to 16 or \"tab\" is wanted, not " + value;
+}
+
+std::string check_backup(const std::string& suffix) {
+    const bool is_suffix = !suffix.empty() && suffix.find('/') == std::string::npos;
+    return is_suffix ? "" : "a suffix for the name of a file is wanted, not \"" + suffix + '"';
+}
+
+std::string get_indent(const std::string& option) {
+    return option == "tab" ? "\t" : std::string(std::stoul(option), ' ');
+}
+
+Layout get_layout(const RewriteOptions& options, Purpose purpose, const std::string& text) {
+    Layout layout;
+    if (purpose == Purpose::change)
+        layout = guess_layout(text);
+    else
+        layout.declaration = std::string(standard_declaration) + (options.compact ? "" : "\n");
+    if (options.no_declaration)
+        layout.declaration.clear();
+    layout.compact = (layout.compact && options.indent.empty()) || options.compact;
+    if (!options.indent.empty())
+        layout.indent = get_indent(options.indent);
+    return layout;
+}
+
+std::shared_ptr<quxml::Document> parse(const RewriteOptions& options, const std::string& text) {
+    std::shared_ptr<quxml::Document> document = parse_document(options.file, text, options.sorted);
+    try {
+        if (options.sorted)
+            sort_by_item(document->get_root_node());
+    } catch (const std::out_of_range&) {
+        throw Failure(ExitCode::malformed,
+                      name_of(options.file) + ": can not be sorted: an item is a number out of range");
+    }
+    return document;
+}
+
+// What to compare a changed tree with; nothing if only the layout changes. A copy takes less time and memory than
+// another parse, but one that was sorted while it was read tells nothing of the order before.
+std::shared_ptr<quxml::Document> get_tree_before(const RewriteOptions& options, Purpose purpose,
+                                                 const std::string& text, const quxml::Document& document) {
+    if (purpose == Purpose::layout)
+        return nullptr;
+    if (options.sorted)
+        return parse_document(options.file, text, false);
+    auto copy = std::make_shared<quxml::Document>(false);
+    copy->create_root_node_by_import(document.get_root_node(), true);
+    return copy;
+}
+
+bool is_unchanged(const quxml::Document& document, const quxml::Document* before) {
+    return before != nullptr && is_same_tree(*before->get_root_node(), *document.get_root_node());
+}
+
+// A document in UTF-8 keeps its XML declaration when it is changed, and with it what only that holds.
+std::vector<Loss> find_what_is_lost(const RewriteOptions& options, Purpose purpose, const std::string& text) {
+    std::vector<Loss> losses = find_losses(text);
+    if (purpose == Purpose::change && !options.no_declaration && get_encoding(text).empty())
+        losses.erase(std::remove_if(losses.begin(), losses.end(), is_in_declaration), losses.end());
+    return losses;
+}
+
+// Once the file has been changed, nothing lists what is gone.
+std::string get_warning(const RewriteOptions& options, const std::vector<Loss>& losses) {
+    return options.in_place
+               ? "this is lost: " + get_summary(losses)
+               : "left out of the output: " + get_summary(losses) + "; " + get_advice(options.file);
+}
+
+void refuse_or_warn(const RewriteOptions& options, Purpose purpose, const std::string& text) {
+    if (options.in_place ? options.lossy && options.quiet : options.quiet)
+        return;
+    const std::vector<Loss> losses = find_what_is_lost(options, purpose, text);
+    if (!has_losses(losses))
+        return;
+    if (options.in_place && !options.lossy)
+        throw Failure(ExitCode::malformed,
+                      name_of(options.file) + ": not touched, this would be lost: " + get_summary(losses) +
+                          "; " + get_advice(options.file) + ", --lossy changes the file all the same");
+    if (!options.quiet)
+        write_warning(options.file, get_warning(options, losses));
+}
+
+// The attribute values of `root` have been escaped for writing, so those that were read are escaped as well.
+bool reads_back(const RewriteOptions& options, const quxml::Node& root, const std::string& text) {
+    try {
+        const std::shared_ptr<quxml::Document> read =
+            parse_document(options.file, text, false, Errors::silent);
+        escape_attributes(read->get_root_node());
+        return is_same_tree(root, *read->get_root_node());
+    } catch (const Failure& failure) {
+        if (failure.get_code() != ExitCode::malformed)
+            throw;
+        return false;
+    }
+}
+
+void require_to_read_back(const RewriteOptions& options, const quxml::Node& root, const std::string& text) {
+    if (!reads_back(options, root, text))
+        throw Failure(ExitCode::malformed,
+                      name_of(options.file) + ": not written: the result would not be read back as it is");
+}
+
+std::string write(const RewriteOptions& options, Purpose purpose, const std::string& text,
+                  const quxml::Document& document) {
+    quxml::Node* const root = document.get_root_node();
+    std::string written;
+    {
+        const Progress progress("writing", 0);
+        escape_attributes(root);
+        written = write_document(document, get_layout(options, purpose, text));
+        escape_carriage_returns(written);
+    }
+    if (options.in_place || purpose == Purpose::change)
+        require_to_read_back(options, *root, written);
+    return written;
+}
+
+ExitCode rewrite_in_place(const RewriteOptions& options, Purpose purpose, const Change& change) {
+    const Original original = read_original(options.file);
+    const std::shared_ptr<quxml::Document> document = parse(options, original.text);
+    std::shared_ptr<quxml::Document> before = get_tree_before(options, purpose, original.text, *document);
+    const ExitCode code = change(*document);
+    if (code != ExitCode::done || is_unchanged(*document, before.get()))
+        return code;
+    before.reset();  // what follows needs the memory
+    refuse_or_warn(options, purpose, original.text);
+    const std::string written = write(options, purpose, original.text, *document);
+    if (written != original.text)
+        replace_file(original, written, options.backup);
+    return ExitCode::done;
+}
+
+ExitCode rewrite_to_output(const RewriteOptions& options, Purpose purpose, const Change& change) {
+    const std::string text = read_text(options.file);
+    const std::shared_ptr<quxml::Document> document = parse(options, text);
+    const ExitCode code = change(*document);
+    if (code != ExitCode::done)
+        return code;
+    refuse_or_warn(options, purpose, text);
+    std::string written = write(options, purpose, text, *document);
+    write_output(written);
+    return ExitCode::done;
+}
+
+}  // namespace
+
+void add_rewrite_options(CLI::App& command, RewriteOptions& options) {
+    CLI::Option* in_place =
+        command.add_flag("-i,--in-place", options.in_place, "Change FILE itself, and only as a whole");
+    command
+        .add_flag("--backup{~}", options.backup,
+                  "With -i: keep the old text as FILE~, or with another SUFFIX given by --backup=SUFFIX")
+        ->check(CLI::Validator(check_backup, ""))
+        ->needs(in_place);
+    command.add_flag("--lossy", options.lossy, "With -i: change FILE even if something of it is lost")
+        ->needs(in_place);
+    command.add_flag("--quiet", options.quiet, "Neither warnings nor notes");
+    CLI::Option* compact =
+        command.add_flag("--compact", options.compact, "Everything on one line, closed by a line feed");
+    command.add_option("--indent", options.indent, "Blanks for each level, up to 16, or \"tab\"")
+        ->type_name("N|tab")
+        ->check(CLI::Validator(check_indent, ""))
+        ->excludes(compact);
+    command.add_flag("--no-declaration", options.no_declaration, "Leave out <?xml version=\"1.0\"?>");
+}
+
+void add_file_argument(CLI::App& command, std::string& file) {
+    command.add_option("FILE", file, "The document; standard input if it is - or missing");
+}
+
+PathNotes get_path_notes(const RewriteOptions& options) {
+    return options.quiet ? PathNotes::silent : PathNotes::written;
+}
+
+void write_hints(const RewriteOptions& options, const std::vector<Argument>& arguments) {
+    if (!options.quiet && !options.in_place)
+        write_hints(options.file, arguments);
+}
+
+ExitCode rewrite(const RewriteOptions& options, Purpose purpose, const Change& change) {
+    if (!options.in_place)
+        return rewrite_to_output(options, purpose, change);
+    if (options.file == standard_input)
+        throw Failure(ExitCode::usage, "--in-place needs a FILE");
+    return rewrite_in_place(options, purpose, change);
+}
+
+ExitCode rewrite(const RewriteOptions& options, Purpose purpose) {
+    return rewrite(options, purpose, [](quxml::Document& /*document*/) { return ExitCode::done; });
+}
+
+}  // namespace tool

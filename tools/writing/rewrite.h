@@ -1,0 +1,65 @@
+#ifndef QUXML_TOOLS_REWRITE_H
+#define QUXML_TOOLS_REWRITE_H
+
+#include <quxml/Document.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "commands/hints.h"
+#include "paths/selection.h"
+#include "reading/input.h"
+#include "terminal/exit_codes.h"
+
+namespace CLI {  // NOLINT(readability-identifier-naming): the name is CLI11's
+class App;
+}  // namespace CLI
+
+namespace tool {
+
+/// What the commands have in common that read a document and write it, changed or laid out anew.
+struct RewriteOptions {
+    std::string file = standard_input;
+    bool in_place = false;
+    std::string backup;  // what a file's name gets for a copy of the old text; empty for none
+    bool lossy = false;
+    bool quiet = false;
+    bool compact = false;
+    bool no_declaration = false;
+    std::string indent;  // a number or "tab"; empty for what the purpose brings
+    bool sorted = false;
+};
+
+/// Adds to a command the options that all of these commands have.
+void add_rewrite_options(CLI::App& command, RewriteOptions& options);
+
+/// What of the notes on its path a command writes with these options.
+PathNotes get_path_notes(const RewriteOptions& options);
+
+/// Hints about standard input, unless they are unwanted.
+void write_hints(const RewriteOptions& options, const std::vector<Argument>& arguments = {});
+
+/// Adds to a command the last argument, FILE.
+void add_file_argument(CLI::App& command, std::string& file);
+
+enum class Purpose {
+    layout,  // the document is laid out anew
+    change,  // the tree is changed, and the layout stays as far as it can be guessed
+};
+
+/// Changes the tree and tells what to exit with; nothing is written unless that is `done`.
+using Change = std::function<ExitCode(quxml::Document&)>;
+
+/// Does the work of such a command: reads, changes, and writes to standard output or in place. A document of
+/// which something would be lost is warned of and, in place, refused. So is a change whose result would not
+/// be read back as it is. In place, nothing is written if the text, or for a change the tree, is as it was.
+/// \throws Failure
+ExitCode rewrite(const RewriteOptions& options, Purpose purpose, const Change& change);
+
+/// The same with nothing to change but what the options say.
+ExitCode rewrite(const RewriteOptions& options, Purpose purpose);
+
+}  // namespace tool
+
+#endif
