@@ -1,9 +1,40 @@
-# Checks the formatting, then runs clang-tidy and shellcheck; no finding is let through.
+# Checks the formatting and which folder includes which, then runs clang-tidy and shellcheck; no finding is let through.
+
+# Names the folders whose headers the files of a folder may include, besides their own.
+known_to() {
+    case $1 in
+        src/dom | tools/manual | tools/terminal) ;;
+        src/*) echo dom ;;
+        tools) echo commands manual terminal ;;
+        tools/commands) echo paths reading terminal trees writing ;;
+        tools/paths) echo terminal trees ;;
+        tools/reading | tools/trees) echo terminal ;;
+        tools/writing) echo reading terminal trees ;;
+    esac
+}
+
+# Prints what the files of a folder include of folders that they are not meant to know.
+wrong_includes() (
+    known=$(known_to "$1")
+    shopt -s nullglob
+    grep --with-filename --line-number '^#include ".*/' "$1"/*.{h,cpp} |
+        grep --invert-match --extended-regexp "\"(quxml|${1##*/}${known:+|${known// /|}})/"
+)
+
+check_directions() {
+    local folder status=0
+    while read -r folder; do
+        ! wrong_includes "$folder" || status=1
+    done < <(find src tools -name '*.cpp' -printf '%h\n' | sort --unique)
+    return "$status"
+}
+
 refuse_arguments "$@"
 need_to_build_with libcli11-dev libgtest-dev libbenchmark-dev libpugixml-dev libtinyxml2-dev clang clang-format-14 \
     clang-tidy-14 shellcheck
 configure clang
 quietly shellcheck tests/*/*.sh tests/*/*/*.sh
+quietly check_directions
 cpp_files | quietly xargs clang-format-14 --dry-run --Werror
 cpp_files | grep '\.cpp$' | quietly xargs --max-procs="$(nproc)" --max-args=1 clang-tidy-14 --quiet -p build/clang
 quietly shellcheck --shell=bash dev .ci/run scripts/*.sh scripts/support/*.sh

@@ -3,7 +3,6 @@
 #include <CLI/CLI.hpp>
 #include <csignal>
 #include <exception>
-#include <iostream>
 #include <new>
 #include <sstream>
 #include <string>
@@ -15,6 +14,7 @@
 #include "manual/manual.h"
 #include "terminal/Failure.h"
 #include "terminal/Progress.h"
+#include "terminal/messages.h"
 #include "terminal/output.h"
 #include "terminal/terminal.h"
 
@@ -137,7 +137,7 @@ ExitCode run(int argc, const char* const* argv) {
 
 int fail(ExitCode code, const std::string& message) {
     if (!message.empty())
-        std::cerr << "quxml: " << to_printable_lines(message) << '\n';
+        write_failure(message);
     return static_cast<int>(code);
 }
 

@@ -5,10 +5,10 @@
 #include <string>
 
 #include "support/small_stack.h"
-#include "terminal/output.h"
 #include "trees/differences.h"
 #include "trees/sorting.h"
 #include "trees/tree.h"
+#include "writing/escaping.h"
 #include "writing/layout.h"
 
 // libxml2 refuses deep documents, but its limit can be another one some day: nothing in the program takes more

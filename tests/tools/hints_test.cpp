@@ -23,7 +23,7 @@ TEST_F(Hints, name_an_argument_that_is_a_file_and_is_not_taken_for_one) {
     };
     for (const auto& [command, argument] : all) {
         SCOPED_TRACE(command);
-        const std::string hint = std::string("quxml: note: reading standard input; \"a.xml\" is taken for ") +
+        const std::string hint = std::string("quxml: hint: reading standard input; \"a.xml\" is taken for ") +
                                  argument + ", though it is also a file\n";
         const Result result = run(std::string("quxml ") + command + " <a.xml");
         EXPECT_EQ(result.err.substr(0, hint.size()), hint);
@@ -36,7 +36,7 @@ TEST_F(Hints, name_an_argument_that_is_a_file_and_is_not_taken_for_one) {
 
 TEST_F(Hints, say_that_a_terminal_is_read) {
     const std::string hint =
-        "quxml: note: reading standard input from the terminal, since no FILE is given; Ctrl-D ends it\r\n";
+        "quxml: hint: reading standard input from the terminal, since no FILE is given; Ctrl-D ends it\r\n";
     for (const char* command : {"query //b", "format", "sort", "check", "loss", "set //b x=1"}) {
         const std::string quxml = std::string("'" QUXML_TOOL "' ") + command;
         const std::string shown =

@@ -8,6 +8,7 @@
 
 #include "commands/argument_checks.h"
 #include "commands/commands.h"
+#include "commands/rewrite_options.h"
 #include "paths/selection.h"
 #include "terminal/Failure.h"
 #include "trees/node_paths.h"

@@ -1,5 +1,5 @@
-#ifndef QUXML_TOOLS_NAMES_H
-#define QUXML_TOOLS_NAMES_H
+#ifndef QUXML_TOOLS_COMMANDS_ARGUMENT_CHECKS_H
+#define QUXML_TOOLS_COMMANDS_ARGUMENT_CHECKS_H
 
 #include <string>
 #include <utility>

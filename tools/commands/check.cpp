@@ -1,15 +1,14 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <iostream>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "commands/commands.h"
 #include "commands/hints.h"
-#include "reading/diagnostics.h"
 #include "reading/input.h"
 #include "terminal/Failure.h"
+#include "terminal/messages.h"
 
 namespace tool {
 
@@ -30,7 +29,7 @@ struct CheckOptions {
 
 void write_unless(bool quiet, const std::string& message) {
     if (!quiet && !message.empty())
-        std::cerr << "quxml: " << message << '\n';
+        write_failure(message);
 }
 
 ExitCode check(const std::string& file, bool quiet) {

@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "commands/commands.h"
-#include "reading/diagnostics.h"
 #include "reading/input.h"
 #include "reading/losses.h"
 #include "terminal/Failure.h"
+#include "terminal/messages.h"
 #include "terminal/output.h"
 #include "trees/differences.h"
 

@@ -2,6 +2,7 @@
 #include <memory>
 
 #include "commands/commands.h"
+#include "commands/rewrite_options.h"
 #include "writing/rewrite.h"
 
 namespace tool {

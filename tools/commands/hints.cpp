@@ -3,11 +3,9 @@
 #include <unistd.h>
 
 #include <filesystem>
-#include <iostream>
 #include <system_error>
 
-#include "reading/input.h"
-#include "terminal/terminal.h"
+#include "terminal/messages.h"
 #include "terminal/words.h"
 
 namespace tool {
@@ -19,10 +17,6 @@ bool is_file(const std::string& name) {
     return std::filesystem::is_regular_file(name, ignored);
 }
 
-void write_hint(const std::string& hint) {
-    std::cerr << "quxml: note: reading standard input" << hint << '\n';
-}
-
 }  // namespace
 
 void write_hints(const std::string& file, const std::vector<Argument>& arguments) {
@@ -30,10 +24,10 @@ void write_hints(const std::string& file, const std::vector<Argument>& arguments
         return;
     for (const Argument& argument : arguments)
         if (is_file(argument.value))
-            write_hint("; " + quote(to_printable(argument.value)) + " is taken for " + argument.name +
+            write_hint("reading standard input; " + quote(argument.value) + " is taken for " + argument.name +
                        ", though it is also a file");
     if (isatty(STDIN_FILENO) == 1)
-        write_hint(" from the terminal, since no FILE is given; Ctrl-D ends it");
+        write_hint("reading standard input from the terminal, since no FILE is given; Ctrl-D ends it");
 }
 
 }  // namespace tool

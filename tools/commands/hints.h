@@ -1,5 +1,5 @@
-#ifndef QUXML_TOOLS_HINTS_H
-#define QUXML_TOOLS_HINTS_H
+#ifndef QUXML_TOOLS_COMMANDS_HINTS_H
+#define QUXML_TOOLS_COMMANDS_HINTS_H
 
 #include <string>
 #include <vector>

@@ -27,7 +27,7 @@ constexpr const char* help_on_loss =
     "  quxml loss settings.xml || echo 'edit this one by hand'";
 
 std::string describe(const std::string& file, const Loss& loss) {
-    return name_of(file) + ':' + std::to_string(loss.place.line) + ':' + std::to_string(loss.place.column) +
+    return get_label(file) + ':' + std::to_string(loss.place.line) + ':' + std::to_string(loss.place.column) +
            (is_note(loss) ? ": note: " : ": ") + get_name(loss.kind) + ": " + loss.excerpt + '\n';
 }
 

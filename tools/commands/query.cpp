@@ -11,12 +11,14 @@
 
 #include "commands/commands.h"
 #include "commands/hints.h"
-#include "commands/unseen.h"
 #include "paths/selection.h"
 #include "reading/input.h"
+#include "reading/losses.h"
+#include "terminal/messages.h"
 #include "terminal/output.h"
 #include "trees/node_paths.h"
 #include "trees/tree.h"
+#include "writing/escaping.h"
 
 namespace tool {
 
@@ -114,6 +116,16 @@ std::vector<quxml::Node*> get_matches(const quxml::Document& document, const Que
 void write_count(std::size_t count, char end) {
     std::string text = std::to_string(count) + end;
     write_output(text);
+}
+
+// CDATA sections, text beside other content and entity references are content that a query answers as if it were not
+// there. Comments and the like are no answer to any query, so nothing is said of them.
+void warn_of_unseen(const std::string& file, const std::string& document) {
+    std::vector<Loss> unseen = find_losses(document);
+    const auto is_other = [](const Loss& loss) { return !is_content(loss); };
+    unseen.erase(std::remove_if(unseen.begin(), unseen.end(), is_other), unseen.end());
+    if (!unseen.empty())
+        write_warning(file, "queries do not see " + get_summary(unseen) + "; " + get_advice(file));
 }
 
 std::shared_ptr<quxml::Document> read(const QueryOptions& options) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "commands/commands.h"
+#include "commands/rewrite_options.h"
 #include "paths/selection.h"
 #include "terminal/Failure.h"
 #include "writing/rewrite.h"

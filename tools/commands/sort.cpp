@@ -3,6 +3,7 @@
 #include <string>
 
 #include "commands/commands.h"
+#include "commands/rewrite_options.h"
 #include "writing/rewrite.h"
 
 namespace tool {

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "commands/commands.h"
+#include "commands/rewrite_options.h"
 #include "paths/selection.h"
 #include "terminal/Failure.h"
 #include "trees/node_paths.h"

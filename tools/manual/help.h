@@ -1,5 +1,5 @@
-#ifndef QUXML_TOOLS_HELP_H
-#define QUXML_TOOLS_HELP_H
+#ifndef QUXML_TOOLS_MANUAL_HELP_H
+#define QUXML_TOOLS_MANUAL_HELP_H
 
 #include <CLI/CLI.hpp>
 #include <string>

@@ -1,5 +1,5 @@
-#ifndef QUXML_TOOLS_MANUAL_H
-#define QUXML_TOOLS_MANUAL_H
+#ifndef QUXML_TOOLS_MANUAL_MANUAL_H
+#define QUXML_TOOLS_MANUAL_MANUAL_H
 
 #include <CLI/CLI.hpp>
 #include <string>

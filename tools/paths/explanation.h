@@ -1,5 +1,5 @@
-#ifndef QUXML_TOOLS_STEP_WORDS_H
-#define QUXML_TOOLS_STEP_WORDS_H
+#ifndef QUXML_TOOLS_PATHS_EXPLANATION_H
+#define QUXML_TOOLS_PATHS_EXPLANATION_H
 
 #include <string>
 #include <vector>

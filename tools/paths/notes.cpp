@@ -21,10 +21,6 @@ bool has_any(const std::string& text, const char* characters) {
     return text.find_first_of(characters) != std::string::npos;
 }
 
-bool begins_with(const std::string& text, const char* beginning) {
-    return text.rfind(beginning, 0) == 0;
-}
-
 std::string without_quotes(const std::string& text) {
     const std::size_t first = text.find_first_not_of(quote_signs);
     return first == std::string::npos ? ""

@@ -1,5 +1,5 @@
-#ifndef QUXML_TOOLS_PATH_NOTES_H
-#define QUXML_TOOLS_PATH_NOTES_H
+#ifndef QUXML_TOOLS_PATHS_NOTES_H
+#define QUXML_TOOLS_PATHS_NOTES_H
 
 #include <string>
 #include <vector>

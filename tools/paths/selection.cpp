@@ -2,14 +2,13 @@
 
 #include <quxml/Element.h>
 
-#include <iostream>
 #include <set>
 #include <stdexcept>
 
 #include "paths/notes.h"
 #include "paths/steps.h"
 #include "terminal/Failure.h"
-#include "terminal/terminal.h"
+#include "terminal/messages.h"
 #include "terminal/words.h"
 #include "trees/document_order.h"
 
@@ -64,7 +63,7 @@ void write_notes(const Step& step, int number, NoteKind least) {
     const std::string place = "step " + std::to_string(number) + ", " + name + ": ";
     for (const Note& note : get_notes(step))
         if (note.kind <= least)
-            std::cerr << "quxml: note: " << to_printable(place + note.text) << '\n';
+            write_note(place + note.text);
 }
 
 // Of a step that the root element satisfies no hint is wanted: nothing is selected for another reason.
@@ -84,8 +83,7 @@ void write_note_on_case(const Step& last, const std::vector<quxml::Node*>& nodes
     for (const quxml::Node* node : nodes)
         spellings.insert(node->get_name());
     if (spellings.size() > 1)
-        std::cerr << "quxml: note: matches differ in case: " << to_printable(*spellings.begin()) << " and "
-                  << to_printable(*spellings.rbegin()) << '\n';
+        write_note("matches differ in case: " + *spellings.begin() + " and " + *spellings.rbegin());
 }
 
 }  // namespace

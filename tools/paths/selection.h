@@ -1,5 +1,5 @@
-#ifndef QUXML_TOOLS_SELECTION_H
-#define QUXML_TOOLS_SELECTION_H
+#ifndef QUXML_TOOLS_PATHS_SELECTION_H
+#define QUXML_TOOLS_PATHS_SELECTION_H
 
 #include <quxml/Document.h>
 #include <quxml/Node.h>

@@ -1,5 +1,5 @@
-#ifndef QUXML_TOOLS_PATH_STEPS_H
-#define QUXML_TOOLS_PATH_STEPS_H
+#ifndef QUXML_TOOLS_PATHS_STEPS_H
+#define QUXML_TOOLS_PATHS_STEPS_H
 
 #include <string>
 #include <vector>

@@ -3,15 +3,14 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <iostream>
 #include <string_view>
 #include <vector>
 
 #include "reading/encoding.h"
-#include "reading/input.h"
 #include "reading/places.h"
 #include "reading/xml_events.h"
-#include "terminal/terminal.h"
+#include "terminal/messages.h"
+#include "terminal/words.h"
 
 namespace tool {
 
@@ -24,20 +23,6 @@ constexpr std::size_t most_errors = 5;
 constexpr std::size_t widest = 120;
 constexpr std::size_t before_error = 80;
 
-constexpr const char* bold = "\033[1m";
-constexpr const char* red = "\033[1;31m";
-constexpr const char* green = "\033[1;32m";
-constexpr const char* magenta = "\033[1;35m";
-constexpr const char* plain = "\033[0m";
-
-std::string coloured(const char* colour, const std::string& text) {
-    return has_colours() ? colour + text + plain : text;
-}
-
-std::string get_heading(const std::string& place, const char* colour, const std::string& kind) {
-    return coloured(bold, place + ": ") + coloured(colour, kind + ": ");
-}
-
 // The byte of a line at which a column begins.
 std::size_t get_byte(std::string_view line, int column) {
     std::size_t byte = 0;
@@ -47,10 +32,6 @@ std::size_t get_byte(std::string_view line, int column) {
             ++byte;
     }
     return byte;
-}
-
-std::size_t count_characters(std::string_view text) {
-    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), begins_character));
 }
 
 // Cuts a line to what is shown, at the borders of characters; `error` stays the same byte.
@@ -65,14 +46,11 @@ std::string_view cut(std::string_view line, std::size_t& error) {
     return line.substr(first, end - first);
 }
 
-std::string get_excerpt(std::string_view document, int line_number, int column) {
-    const std::string_view line = get_line(document, line_number);
-    std::size_t error = get_byte(line, column);
+Excerpt get_excerpt(std::string_view document, const Problem& problem) {
+    const std::string_view line = get_line(document, problem.line);
+    std::size_t error = get_byte(line, problem.column);
     const std::string_view shown = cut(line, error);
-    if (shown.empty())
-        return "";
-    const std::string blanks(count_characters(to_printable(shown.substr(0, error))), ' ');
-    return "    " + to_printable(shown) + "\n    " + blanks + coloured(green, "^") + '\n';
+    return {shown, error};
 }
 
 // Where libxml2 speaks of its own parts and options.
@@ -89,17 +67,17 @@ constexpr std::array<Wording, 4> wordings{{
 }};
 
 std::string in_plain_words(const std::string& message) {
-    for (const Wording& wording : wordings)
-        if (message.rfind(wording.beginning, 0) == 0)
+    for (const Wording& wording : wordings) {
+        if (begins_with(message, wording.beginning))
             return wording.plain;
-    return to_printable(message);
+    }
+    return message;
 }
 
 void write_error(const std::string& file, std::string_view document, const Problem& problem) {
     const std::string place =
-        name_of(file) + ':' + std::to_string(problem.line) + ':' + std::to_string(problem.column);
-    std::cerr << get_heading(place, red, "error") << in_plain_words(problem.message) << '\n'
-              << get_excerpt(document, problem.line, problem.column);
+        get_label(file) + ':' + std::to_string(problem.line) + ':' + std::to_string(problem.column);
+    write_error(place, in_plain_words(problem.message), get_excerpt(document, problem));
 }
 
 std::vector<Problem> find_errors(std::string_view document) {
@@ -130,11 +108,8 @@ void write_errors(const std::string& file, const std::string& document, const st
     for (std::size_t i = 0; i < count; ++i)
         write_error(file, shown, errors[i]);
     if (count < errors.size())
-        std::cerr << name_of(file) << ": " << errors.size() - count << " more errors follow from these\n";
-}
-
-void write_warning(const std::string& file, const std::string& text) {
-    std::cerr << get_heading(name_of(file), magenta, "warning") << text << '\n';
+        write_remark(get_label(file),
+                     std::to_string(errors.size() - count) + " more errors follow from these");
 }
 
 }  // namespace tool

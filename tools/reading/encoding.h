@@ -1,5 +1,5 @@
-#ifndef QUXML_TOOLS_ENCODING_H
-#define QUXML_TOOLS_ENCODING_H
+#ifndef QUXML_TOOLS_READING_ENCODING_H
+#define QUXML_TOOLS_READING_ENCODING_H
 
 #include <string>
 #include <string_view>

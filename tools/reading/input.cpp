@@ -12,7 +12,7 @@
 #include "reading/encoding.h"
 #include "terminal/Failure.h"
 #include "terminal/Progress.h"
-#include "terminal/terminal.h"
+#include "terminal/messages.h"
 #include "terminal/words.h"
 
 namespace tool {
@@ -30,11 +30,11 @@ struct FileCloser {
 using OpenFile = std::unique_ptr<std::FILE, FileCloser>;
 
 Failure read_failure(const std::string& file) {
-    return {ExitCode::io, name_of(file) + ": " + std::generic_category().message(errno)};
+    return {ExitCode::io, get_label(file) + ": " + std::generic_category().message(errno)};
 }
 
 Failure memory_failure(const std::string& file) {
-    return {ExitCode::io, name_of(file) + ": out of memory"};
+    return {ExitCode::io, get_label(file) + ": out of memory"};
 }
 
 OpenFile open(const std::string& file) {
@@ -66,13 +66,9 @@ bool is_out_of_memory(const quxml::DomParserError& error) {
 
 }  // namespace
 
-std::string name_of(const std::string& file) {
-    return file == standard_input ? "standard input" : escape_controls(file);
-}
-
 std::string read_text(const std::string& file) {
     const OpenFile opened = open(file);
-    Progress progress("reading " + name_of(file), get_size(*opened));
+    Progress progress("reading " + get_label(file), get_size(*opened));
     std::string text;
     std::array<char, 65536> block{};
     while (const std::size_t count = std::fread(block.data(), 1, block.size(), opened.get())) {
@@ -87,7 +83,7 @@ std::string read_text(const std::string& file) {
 std::shared_ptr<quxml::Document> parse_document(const std::string& file, const std::string& text,
                                                 bool keep_sorted, Errors errors) {
     try {
-        const Progress progress("parsing " + name_of(file), 0);
+        const Progress progress("parsing " + get_label(file), 0);
         if (has_zero_character(text))
             throw quxml::DomParserError("there is a zero character");
         return quxml::from_string(text, keep_sorted);

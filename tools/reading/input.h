@@ -1,5 +1,5 @@
-#ifndef QUXML_TOOLS_INPUT_H
-#define QUXML_TOOLS_INPUT_H
+#ifndef QUXML_TOOLS_READING_INPUT_H
+#define QUXML_TOOLS_READING_INPUT_H
 
 #include <quxml/Document.h>
 
@@ -7,13 +7,6 @@
 #include <string>
 
 namespace tool {
-
-/// The FILE of a command line that names none.
-constexpr const char* standard_input = "-";
-
-/// How messages call a file: by its name, escaped so that it is one line and harmless on a terminal, or
-/// "standard input" for "-".
-std::string name_of(const std::string& file);
 
 /// The whole text of a file, or of standard input for "-".
 /// \throws Failure  (io) with the file's name.

@@ -1,5 +1,5 @@
-#ifndef QUXML_TOOLS_LIBXML2_OWNERS_H
-#define QUXML_TOOLS_LIBXML2_OWNERS_H
+#ifndef QUXML_TOOLS_READING_LIBXML2_OWNERS_H
+#define QUXML_TOOLS_READING_LIBXML2_OWNERS_H
 
 #include <libxml/encoding.h>
 #include <libxml/parser.h>

@@ -8,9 +8,9 @@
 #include <string_view>
 
 #include "reading/encoding.h"
-#include "reading/input.h"
 #include "reading/xml_events.h"
 #include "terminal/Progress.h"
+#include "terminal/messages.h"
 #include "terminal/terminal.h"
 #include "terminal/words.h"
 
@@ -50,10 +50,6 @@ bool is_white(std::string_view text) {
 
 bool has(std::string_view text, char character) {
     return text.find(character) != std::string_view::npos;
-}
-
-bool has_beginning(std::string_view text, std::string_view beginning) {
-    return text.substr(0, beginning.size()) == beginning;
 }
 
 // An attribute as it stands in a start tag.
@@ -129,7 +125,7 @@ public:
     // What libxml2 does not tell of: the XML declaration and line ends, which are told of once.
     void take_text_itself() {
         const std::string_view beginning = "<?xml";
-        if (has_beginning(text, beginning) && is_white(text.substr(beginning.size(), 1)))
+        if (begins_with(text, beginning) && is_white(text.substr(beginning.size(), 1)))
             take_declaration(text.find("?>"));
         const std::size_t end = text.find('\r');
         if (end != std::string_view::npos)
@@ -251,7 +247,7 @@ private:
         AttributeScanner attributes(text, event.begin, event.end);
         while (attributes.has_next()) {
             const RawAttribute attribute = attributes.take_next();
-            if (attribute.name == "xmlns" || has_beginning(attribute.name, "xmlns:"))
+            if (attribute.name == "xmlns" || begins_with(attribute.name, "xmlns:"))
                 add(LossKind::namespace_declaration, attribute.begin, attribute.end);
             else
                 take_attribute(attribute, event.prefixed_attributes, kept);
@@ -376,7 +372,7 @@ bool has_losses(const std::vector<Loss>& losses) {
 }
 
 std::string get_advice(const std::string& file) {
-    return "\"quxml loss" + (file == standard_input ? "" : ' ' + name_of(file)) + "\" lists them";
+    return "\"quxml loss" + (file == standard_input ? "" : ' ' + get_label(file)) + "\" lists them";
 }
 
 std::string get_name(LossKind kind) {

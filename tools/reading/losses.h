@@ -1,5 +1,5 @@
-#ifndef QUXML_TOOLS_LOSSES_H
-#define QUXML_TOOLS_LOSSES_H
+#ifndef QUXML_TOOLS_READING_LOSSES_H
+#define QUXML_TOOLS_READING_LOSSES_H
 
 #include <string>
 #include <vector>

@@ -2,13 +2,9 @@
 
 #include <algorithm>
 
-namespace tool {
+#include "terminal/words.h"
 
-bool begins_character(char byte) {
-    constexpr unsigned mask = 0xC0;
-    constexpr unsigned continuation = 0x80;
-    return (static_cast<unsigned char>(byte) & mask) != continuation;
-}
+namespace tool {
 
 Place PlaceFinder::find(std::size_t byte) {
     for (; reached < std::min(byte, text.size()); ++reached) {

@@ -1,5 +1,5 @@
-#ifndef QUXML_TOOLS_PLACES_H
-#define QUXML_TOOLS_PLACES_H
+#ifndef QUXML_TOOLS_READING_PLACES_H
+#define QUXML_TOOLS_READING_PLACES_H
 
 #include <cstddef>
 #include <string_view>
@@ -28,9 +28,6 @@ private:
 
 /// The line with this number, without its end; empty if there is none.
 std::string_view get_line(std::string_view text, int number);
-
-/// Whether a byte begins a character of UTF-8 text, as all but continuation bytes do.
-bool begins_character(char byte);
 
 }  // namespace tool
 

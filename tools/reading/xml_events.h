@@ -1,5 +1,5 @@
-#ifndef QUXML_TOOLS_XML_EVENTS_H
-#define QUXML_TOOLS_XML_EVENTS_H
+#ifndef QUXML_TOOLS_READING_XML_EVENTS_H
+#define QUXML_TOOLS_READING_XML_EVENTS_H
 
 #include <cstddef>
 #include <functional>

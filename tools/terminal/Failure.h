@@ -1,5 +1,5 @@
-#ifndef QUXML_TOOLS_FAILURE_H
-#define QUXML_TOOLS_FAILURE_H
+#ifndef QUXML_TOOLS_TERMINAL_FAILURE_H
+#define QUXML_TOOLS_TERMINAL_FAILURE_H
 
 #include <stdexcept>
 #include <string>

@@ -1,5 +1,5 @@
-#ifndef QUXML_TOOLS_PROGRESS_H
-#define QUXML_TOOLS_PROGRESS_H
+#ifndef QUXML_TOOLS_TERMINAL_PROGRESS_H
+#define QUXML_TOOLS_TERMINAL_PROGRESS_H
 
 #include <atomic>
 #include <condition_variable>

@@ -1,26 +1,16 @@
-#ifndef QUXML_TOOLS_OUTPUT_H
-#define QUXML_TOOLS_OUTPUT_H
-
-#include <quxml/Node.h>
+#ifndef QUXML_TOOLS_TERMINAL_OUTPUT_H
+#define QUXML_TOOLS_TERMINAL_OUTPUT_H
 
 #include <string>
 
 namespace tool {
 
-/// Escapes what XML does not allow in attribute values, or would read back as a blank, in `root` and everything below
-/// it. The library writes these values as they are stored, so this is the last thing to do before writing.
-void escape_attributes(quxml::Node* root);
-
-/// Makes references of the carriage returns in a document's text, which would be read back as line feeds. They
-/// can only stand in texts, since attribute values have been escaped.
-void escape_carriage_returns(std::string& document);
-
 /// Writes `text` to standard output and empties it.
 /// \return false if nobody reads any more (a closed pipe): more output is pointless, and nobody has to be told.
-/// \throws Failure  (io) if it can not be written, on a full disk for example.
+/// \throws Failure  (io) if it cannot be written, on a full disk for example.
 bool write_output(std::string& text);
 
-/// Closes standard output; some file systems tell only then that writing failed.
+/// Closes standard output; some file systems report only then that writing failed.
 /// \throws Failure  (io) in that case.
 void close_output();
 

@@ -1,5 +1,5 @@
-#ifndef QUXML_TOOLS_TERMINAL_H
-#define QUXML_TOOLS_TERMINAL_H
+#ifndef QUXML_TOOLS_TERMINAL_TERMINAL_H
+#define QUXML_TOOLS_TERMINAL_TERMINAL_H
 
 #include <string>
 #include <string_view>

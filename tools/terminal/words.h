@@ -1,5 +1,5 @@
-#ifndef QUXML_TOOLS_WORDS_H
-#define QUXML_TOOLS_WORDS_H
+#ifndef QUXML_TOOLS_TERMINAL_WORDS_H
+#define QUXML_TOOLS_TERMINAL_WORDS_H
 
 #include <string>
 #include <string_view>
@@ -8,6 +8,17 @@ namespace tool {
 
 /// What XML takes for white space.
 constexpr std::string_view white_space = " \t\r\n";
+
+/// Whether a byte begins a character of UTF-8 text, as all but continuation bytes do.
+inline bool begins_character(char byte) {
+    constexpr unsigned mask = 0xC0;
+    constexpr unsigned continuation = 0x80;
+    return (static_cast<unsigned char>(byte) & mask) != continuation;
+}
+
+inline bool begins_with(std::string_view text, std::string_view beginning) {
+    return text.substr(0, beginning.size()) == beginning;
+}
 
 inline bool contains(const std::string& text, const char* part) {
     return text.find(part) != std::string::npos;

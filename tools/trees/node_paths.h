@@ -1,5 +1,5 @@
-#ifndef QUXML_TOOLS_NODE_PATHS_H
-#define QUXML_TOOLS_NODE_PATHS_H
+#ifndef QUXML_TOOLS_TREES_NODE_PATHS_H
+#define QUXML_TOOLS_TREES_NODE_PATHS_H
 
 #include <quxml/Node.h>
 

@@ -1,5 +1,5 @@
-#ifndef QUXML_TOOLS_SORTING_H
-#define QUXML_TOOLS_SORTING_H
+#ifndef QUXML_TOOLS_TREES_SORTING_H
+#define QUXML_TOOLS_TREES_SORTING_H
 
 #include <quxml/Node.h>
 

@@ -1,5 +1,5 @@
-#ifndef QUXML_TOOLS_TREE_H
-#define QUXML_TOOLS_TREE_H
+#ifndef QUXML_TOOLS_TREES_TREE_H
+#define QUXML_TOOLS_TREES_TREE_H
 
 #include <quxml/Node.h>
 

@@ -1,5 +1,5 @@
-#ifndef QUXML_TOOLS_LAYOUT_H
-#define QUXML_TOOLS_LAYOUT_H
+#ifndef QUXML_TOOLS_WRITING_LAYOUT_H
+#define QUXML_TOOLS_WRITING_LAYOUT_H
 
 #include <quxml/Document.h>
 

@@ -16,13 +16,14 @@
 #include "reading/input.h"
 #include "terminal/Failure.h"
 #include "terminal/Progress.h"
+#include "terminal/messages.h"
 
 namespace tool {
 
 namespace {
 
 Failure io_failure(const std::string& path) {
-    return {ExitCode::io, name_of(path) + ": " + std::generic_category().message(errno)};
+    return {ExitCode::io, get_label(path) + ": " + std::generic_category().message(errno)};
 }
 
 void require(bool done, const std::string& path) {
@@ -168,7 +169,7 @@ void require_unchanged(const Original& original) {
     const struct stat& then = original.status;
     if (now.st_ino != then.st_ino || now.st_dev != then.st_dev || now.st_size != then.st_size ||
         !is_same(now.st_mtim, then.st_mtim))
-        throw Failure(ExitCode::io, name_of(original.path) + ": somebody else has changed it meanwhile");
+        throw Failure(ExitCode::io, get_label(original.path) + ": somebody else has changed it meanwhile");
 }
 
 void write_new_file(const Original& original, const std::string& text, const std::string& path) {
@@ -186,7 +187,7 @@ Original read_original(const std::string& file) {
     Original original{resolve(file), {}, ""};
     require(::stat(original.path.c_str(), &original.status) == 0, file);
     if (!S_ISREG(original.status.st_mode))
-        throw Failure(ExitCode::io, name_of(file) + ": is not a regular file");
+        throw Failure(ExitCode::io, get_label(file) + ": is not a regular file");
     // The folder alone decides about renaming, but a file that must not be written is not meant to be replaced.
     require(::access(original.path.c_str(), W_OK) == 0, file);
     original.text = read_text(original.path);
@@ -195,7 +196,7 @@ Original read_original(const std::string& file) {
 
 void replace_file(const Original& original, const std::string& text, const std::string& backup) {
     const SignalsHeld held;
-    const Progress progress("writing " + name_of(original.path), 0);
+    const Progress progress("writing " + get_label(original.path), 0);
     if (!backup.empty())
         write_new_file(original, original.text, original.path + backup);
     write_new_file(original, text, original.path);

@@ -2,41 +2,28 @@
 
 #include <quxml/Element.h>
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
-#include "reading/diagnostics.h"
 #include "reading/encoding.h"
+#include "reading/input.h"
 #include "reading/losses.h"
 #include "terminal/Failure.h"
 #include "terminal/Progress.h"
+#include "terminal/messages.h"
 #include "terminal/output.h"
 #include "trees/sorting.h"
 #include "trees/tree.h"
+#include "writing/escaping.h"
 #include "writing/layout.h"
 #include "writing/replace_file.h"
 
 namespace tool {
 
 namespace {
-
-constexpr std::size_t widest_indent = 16;
-
-std::string check_indent(const std::string& value) {
-    const bool is_number = !value.empty() && value.size() <= 2 &&
-                           value.find_first_not_of("0123456789") == std::string::npos &&
-                           std::stoul(value) <= widest_indent;
-    return is_number || value == "tab" ? "" : "a number up to 16 or \"tab\" is wanted, not " + value;
-}
-
-std::string check_backup(const std::string& suffix) {
-    const bool is_suffix = !suffix.empty() && suffix.find('/') == std::string::npos;
-    return is_suffix ? "" : "a suffix for the name of a file is wanted, not \"" + suffix + '"';
-}
 
 std::string get_indent(const std::string& option) {
     return option == "tab" ? "\t" : std::string(std::stoul(option), ' ');
@@ -63,7 +50,7 @@ std::shared_ptr<quxml::Document> parse(const RewriteOptions& options, const std:
             sort_by_item(document->get_root_node());
     } catch (const std::out_of_range&) {
         throw Failure(ExitCode::malformed,
-                      name_of(options.file) + ": can not be sorted: an item is a number out of range");
+                      get_label(options.file) + ": can not be sorted: an item is a number out of range");
     }
     return document;
 }
@@ -108,7 +95,7 @@ void refuse_or_warn(const RewriteOptions& options, Purpose purpose, const std::s
         return;
     if (options.in_place && !options.lossy)
         throw Failure(ExitCode::malformed,
-                      name_of(options.file) + ": not touched, this would be lost: " + get_summary(losses) +
+                      get_label(options.file) + ": not touched, this would be lost: " + get_summary(losses) +
                           "; " + get_advice(options.file) + ", --lossy changes the file all the same");
     if (!options.quiet)
         write_warning(options.file, get_warning(options, losses));
@@ -131,7 +118,7 @@ bool reads_back(const RewriteOptions& options, const quxml::Node& root, const st
 void require_to_read_back(const RewriteOptions& options, const quxml::Node& root, const std::string& text) {
     if (!reads_back(options, root, text))
         throw Failure(ExitCode::malformed,
-                      name_of(options.file) + ": not written: the result would not be read back as it is");
+                      get_label(options.file) + ": not written: the result would not be read back as it is");
 }
 
 std::string write(const RewriteOptions& options, Purpose purpose, const std::string& text,
@@ -177,39 +164,6 @@ ExitCode rewrite_to_output(const RewriteOptions& options, Purpose purpose, const
 }
 
 }  // namespace
-
-void add_rewrite_options(CLI::App& command, RewriteOptions& options) {
-    CLI::Option* in_place =
-        command.add_flag("-i,--in-place", options.in_place, "Change FILE itself, and only as a whole");
-    command
-        .add_flag("--backup{~}", options.backup,
-                  "With -i: keep the old text as FILE~, or with another SUFFIX given by --backup=SUFFIX")
-        ->check(CLI::Validator(check_backup, ""))
-        ->needs(in_place);
-    command.add_flag("--lossy", options.lossy, "With -i: change FILE even if something of it is lost")
-        ->needs(in_place);
-    command.add_flag("--quiet", options.quiet, "Neither warnings nor notes");
-    CLI::Option* compact =
-        command.add_flag("--compact", options.compact, "Everything on one line, closed by a line feed");
-    command.add_option("--indent", options.indent, "Blanks for each level, up to 16, or \"tab\"")
-        ->type_name("N|tab")
-        ->check(CLI::Validator(check_indent, ""))
-        ->excludes(compact);
-    command.add_flag("--no-declaration", options.no_declaration, "Leave out <?xml version=\"1.0\"?>");
-}
-
-void add_file_argument(CLI::App& command, std::string& file) {
-    command.add_option("FILE", file, "The document; standard input if it is - or missing");
-}
-
-PathNotes get_path_notes(const RewriteOptions& options) {
-    return options.quiet ? PathNotes::silent : PathNotes::written;
-}
-
-void write_hints(const RewriteOptions& options, const std::vector<Argument>& arguments) {
-    if (!options.quiet && !options.in_place)
-        write_hints(options.file, arguments);
-}
 
 ExitCode rewrite(const RewriteOptions& options, Purpose purpose, const Change& change) {
     if (!options.in_place)

@@ -1,20 +1,13 @@
-#ifndef QUXML_TOOLS_REWRITE_H
-#define QUXML_TOOLS_REWRITE_H
+#ifndef QUXML_TOOLS_WRITING_REWRITE_H
+#define QUXML_TOOLS_WRITING_REWRITE_H
 
 #include <quxml/Document.h>
 
 #include <functional>
 #include <string>
-#include <vector>
 
-#include "commands/hints.h"
-#include "paths/selection.h"
-#include "reading/input.h"
 #include "terminal/exit_codes.h"
-
-namespace CLI {  // NOLINT(readability-identifier-naming): the name is CLI11's
-class App;
-}  // namespace CLI
+#include "terminal/messages.h"
 
 namespace tool {
 
@@ -30,18 +23,6 @@ struct RewriteOptions {
     std::string indent;  // a number or "tab"; empty for what the purpose brings
     bool sorted = false;
 };
-
-/// Adds to a command the options that all of these commands have.
-void add_rewrite_options(CLI::App& command, RewriteOptions& options);
-
-/// What of the notes on its path a command writes with these options.
-PathNotes get_path_notes(const RewriteOptions& options);
-
-/// Hints about standard input, unless they are unwanted.
-void write_hints(const RewriteOptions& options, const std::vector<Argument>& arguments = {});
-
-/// Adds to a command the last argument, FILE.
-void add_file_argument(CLI::App& command, std::string& file);
 
 enum class Purpose {
     layout,  // the document is laid out anew

@@ -1,0 +1,59 @@
+#include "commands/rewrite_options.h"
+
+#include <CLI/CLI.hpp>
+#include <cstddef>
+
+namespace tool {
+
+namespace {
+
+constexpr std::size_t widest_indent = 16;
+
+std::string check_indent(const std::string& value) {
+    const bool is_number = !value.empty() && value.size() <= 2 &&
+                           value.find_first_not_of("0123456789") == std::string::npos &&
+                           std::stoul(value) <= widest_indent;
+    return is_number || value == "tab" ? "" : "a number up to 16 or \"tab\" is wanted, not " + value;
+}
+
+std::string check_backup(const std::string& suffix) {
+    const bool is_suffix = !suffix.empty() && suffix.find('/') == std::string::npos;
+    return is_suffix ? "" : "a suffix for the name of a file is wanted, not \"" + suffix + '"';
+}
+
+}  // namespace
+
+void add_rewrite_options(CLI::App& command, RewriteOptions& options) {
+    CLI::Option* in_place =
+        command.add_flag("-i,--in-place", options.in_place, "Change FILE itself, and only as a whole");
+    command
+        .add_flag("--backup{~}", options.backup,
+                  "With -i: keep the old text as FILE~, or with another SUFFIX given by --backup=SUFFIX")
+        ->check(CLI::Validator(check_backup, ""))
+        ->needs(in_place);
+    command.add_flag("--lossy", options.lossy, "With -i: change FILE even if something of it is lost")
+        ->needs(in_place);
+    command.add_flag("--quiet", options.quiet, "Neither warnings nor notes");
+    CLI::Option* compact =
+        command.add_flag("--compact", options.compact, "Everything on one line, closed by a line feed");
+    command.add_option("--indent", options.indent, "Blanks for each level, up to 16, or \"tab\"")
+        ->type_name("N|tab")
+        ->check(CLI::Validator(check_indent, ""))
+        ->excludes(compact);
+    command.add_flag("--no-declaration", options.no_declaration, "Leave out <?xml version=\"1.0\"?>");
+}
+
+void add_file_argument(CLI::App& command, std::string& file) {
+    command.add_option("FILE", file, "The document; standard input if it is - or missing");
+}
+
+PathNotes get_path_notes(const RewriteOptions& options) {
+    return options.quiet ? PathNotes::silent : PathNotes::written;
+}
+
+void write_hints(const RewriteOptions& options, const std::vector<Argument>& arguments) {
+    if (!options.quiet && !options.in_place)
+        write_hints(options.file, arguments);
+}
+
+}  // namespace tool

@@ -1,0 +1,33 @@
+#ifndef QUXML_TOOLS_COMMANDS_REWRITE_OPTIONS_H
+#define QUXML_TOOLS_COMMANDS_REWRITE_OPTIONS_H
+
+#include <string>
+#include <vector>
+
+#include "commands/hints.h"
+#include "paths/selection.h"
+#include "writing/rewrite.h"
+
+namespace CLI {  // NOLINT(readability-identifier-naming): the name is CLI11's
+class App;
+}  // namespace CLI
+
+namespace tool {
+
+// What the commands that write a document again have in common on their command lines.
+
+/// Adds to a command the options that all of these commands have.
+void add_rewrite_options(CLI::App& command, RewriteOptions& options);
+
+/// Adds to a command the last argument, FILE.
+void add_file_argument(CLI::App& command, std::string& file);
+
+/// Which notes on its path a command writes with these options.
+PathNotes get_path_notes(const RewriteOptions& options);
+
+/// Hints about standard input, unless they are unwanted.
+void write_hints(const RewriteOptions& options, const std::vector<Argument>& arguments = {});
+
+}  // namespace tool
+
+#endif

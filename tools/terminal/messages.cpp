@@ -1,0 +1,70 @@
+#include "terminal/messages.h"
+
+#include <algorithm>
+#include <iostream>
+
+#include "terminal/terminal.h"
+#include "terminal/words.h"
+
+namespace tool {
+
+namespace {
+
+constexpr const char* bold = "\033[1m";
+constexpr const char* red = "\033[1;31m";
+constexpr const char* green = "\033[1;32m";
+constexpr const char* magenta = "\033[1;35m";
+constexpr const char* plain = "\033[0m";
+
+std::string coloured(const char* colour, const std::string& text) {
+    return has_colours() ? colour + text + plain : text;
+}
+
+std::string get_heading(const std::string& place, const char* colour, const std::string& kind) {
+    return coloured(bold, place + ": ") + coloured(colour, kind + ": ");
+}
+
+std::size_t count_characters(std::string_view text) {
+    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), begins_character));
+}
+
+// The caret stands below the character that begins at its byte.
+std::string show(const Excerpt& excerpt) {
+    if (excerpt.line.empty())
+        return "";
+    const std::string before = to_printable(excerpt.line.substr(0, excerpt.caret));
+    const std::string blanks(count_characters(before), ' ');
+    return "    " + to_printable(excerpt.line) + "\n    " + blanks + coloured(green, "^") + '\n';
+}
+
+}  // namespace
+
+std::string get_label(const std::string& file) {
+    return file == standard_input ? "standard input" : escape_controls(file);
+}
+
+void write_failure(std::string_view text) {
+    std::cerr << "quxml: " << to_printable_lines(text) << '\n';
+}
+
+void write_note(std::string_view text) {
+    std::cerr << "quxml: note: " << to_printable(text) << '\n';
+}
+
+void write_hint(std::string_view text) {
+    std::cerr << "quxml: hint: " << to_printable(text) << '\n';
+}
+
+void write_warning(const std::string& file, const std::string& text) {
+    std::cerr << get_heading(get_label(file), magenta, "warning") << text << '\n';
+}
+
+void write_error(const std::string& place, const std::string& text, const Excerpt& excerpt) {
+    std::cerr << get_heading(place, red, "error") << to_printable(text) << '\n' << show(excerpt);
+}
+
+void write_remark(const std::string& place, const std::string& text) {
+    std::cerr << place << ": " << text << '\n';
+}
+
+}  // namespace tool
