@@ -24,7 +24,7 @@ std::string to_string(const xmlChar* s) {
 XmlTree parse(const std::string& text, const std::string& base, int options) {
     XmlTree tree(xmlReadMemory(text.data(), static_cast<int>(text.size()), base.c_str(), nullptr, options));
     if (tree == nullptr)
-        throw std::runtime_error("a catalog of the suite can not be read: " +
+        throw std::runtime_error("a catalog of the suite cannot be read: " +
                                  quxml_test::describe_last_error());
     return tree;
 }
@@ -102,7 +102,7 @@ std::string get_kind(const Catalog& catalog, const path& file) {
 std::string read_file(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     if (!file)
-        throw std::runtime_error("can not be opened: " + path);
+        throw std::runtime_error("cannot be opened: " + path);
     return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
 }
 

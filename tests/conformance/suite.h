@@ -21,7 +21,7 @@ struct Suite {
 /// Reads the catalogs of the suite and lists its files. Loads external entities: the catalogs are made of
 /// them.
 /// \param folder the one with the main catalog, `xmlconf.xml`.
-/// \throws std::exception if a catalog can not be read, or a file named in one is missing.
+/// \throws std::exception if a catalog cannot be read, or a file named in one is missing.
 Suite read_suite(const std::string& folder);
 
 std::string read_file(const std::string& path);

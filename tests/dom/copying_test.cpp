@@ -75,7 +75,7 @@ std::string describe(const Node* node) {
 
 // One element
 
-TEST(ElementCopy, ShallowHasTheNameOnly) {
+TEST(ElementCopy, shallow_has_the_name_only) {
     Document document(false);
     Element* root = build(document, "r{p}");
     Document other(false);
@@ -89,7 +89,7 @@ TEST(ElementCopy, ShallowHasTheNameOnly) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(ElementCopy, DeepHasEverythingInOrder) {
+TEST(ElementCopy, deep_has_everything_in_order) {
     const char* const line = "s(id=1,x=2,item=3){b(item=2){c{\"lowest\"}} \"text\" b(item=1) c}";
     Document document(false);
     Element* root = build(document, "r{a}");
@@ -103,7 +103,7 @@ TEST(ElementCopy, DeepHasEverythingInOrder) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(ElementCopy, OfAnOnlyNameDeepOrNot) {
+TEST(ElementCopy, of_an_only_name_deep_or_not) {
     for (const bool deep : {false, true}) {
         Document document(false);
         Element* root = build(document, "r");
@@ -113,7 +113,7 @@ TEST(ElementCopy, OfAnOnlyNameDeepOrNot) {
     }
 }
 
-TEST(ElementCopy, IntoItsOwnParentStandsBesideTheSource) {
+TEST(ElementCopy, into_its_own_parent_stands_beside_the_source) {
     Document document(false);
     Element* root = build(document, "r{a(n=1){b} c}");
     root->import_node(root->get_child("a"), true);
@@ -121,7 +121,7 @@ TEST(ElementCopy, IntoItsOwnParentStandsBesideTheSource) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(ElementCopy, LivesOnWithoutTheSource) {
+TEST(ElementCopy, lives_on_without_the_source) {
     Document document(false);
     Element* root = build(document, "r");
     {
@@ -131,7 +131,7 @@ TEST(ElementCopy, LivesOnWithoutTheSource) {
     EXPECT_EQ(to_line(root), "r{s(id=1){\"t\"}}");
 }
 
-TEST(ElementCopy, KeepsItsOwnKeepSortedNotTheParentsWhichIsWanted) {
+TEST(ElementCopy, keeps_its_own_keep_sorted_not_the_parents_which_is_wanted) {
     for (const bool source_is_sorted : {false, true}) {
         for (const bool deep : {false, true}) {
             Document document(!source_is_sorted);
@@ -147,7 +147,7 @@ TEST(ElementCopy, KeepsItsOwnKeepSortedNotTheParentsWhichIsWanted) {
     }
 }
 
-TEST(ElementCopy, GoesBehindItsNamesakesWhateverItsItemWhichIsWanted) {
+TEST(ElementCopy, goes_after_its_namesakes_whatever_its_item_which_is_wanted) {
     Document document(true);
     Element* root = document.create_root_node("r");
     root->add_child("x", 5);
@@ -160,7 +160,7 @@ TEST(ElementCopy, GoesBehindItsNamesakesWhateverItsItemWhichIsWanted) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(ElementCopy, OfSortedChildrenKeepsTheirOrder) {
+TEST(ElementCopy, of_sorted_children_keeps_their_order) {
     Document other(true);
     Element* source = other.create_root_node("s");
     for (const int item : {3, 1, 2})
@@ -173,7 +173,7 @@ TEST(ElementCopy, OfSortedChildrenKeepsTheirOrder) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(ElementCopy, SortsByNameWhatHasGoneOutOfOrderInASortedSource) {
+TEST(ElementCopy, sorts_by_name_what_has_gone_out_of_order_in_a_sorted_source) {
     Document other(true);
     Element* source = build(other, "s{a b c d}");
     source->get_child("b")->set_name("z");
@@ -184,7 +184,7 @@ TEST(ElementCopy, SortsByNameWhatHasGoneOutOfOrderInASortedSource) {
     EXPECT_TRUE(links_agree(document.get_root_node()));
 }
 
-TEST(ElementCopy, ReversesTheTextsOfASortedSourceWhichIsWanted) {
+TEST(ElementCopy, reverses_the_texts_of_a_sorted_source_which_is_wanted) {
     Document other(true);
     Element* source = build(other, "s{\"1\" \"2\" \"3\" a}");
     ASSERT_EQ(to_line(source), "s{\"3\" \"2\" \"1\" a}");
@@ -195,7 +195,7 @@ TEST(ElementCopy, ReversesTheTextsOfASortedSourceWhichIsWanted) {
 
 // Text and attributes
 
-TEST(TextCopy, HasTheContentAndNoNameWhichIsWanted) {
+TEST(TextCopy, has_the_content_and_no_name_which_is_wanted) {
     for (const bool deep : {false, true}) {
         Document document(false);
         Element* root = build(document, "r{a}");
@@ -212,7 +212,7 @@ TEST(TextCopy, HasTheContentAndNoNameWhichIsWanted) {
     }
 }
 
-TEST(TextCopy, GoesToTheFrontOfASortedParent) {
+TEST(TextCopy, goes_to_the_front_of_a_sorted_parent) {
     Document document(true);
     Element* root = build(document, "r{a \"1\"}");
     TextNode source(nullptr, "z");
@@ -222,7 +222,7 @@ TEST(TextCopy, GoesToTheFrontOfASortedParent) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(TextCopy, BelowACopiedElementLosesItsNameToo) {
+TEST(TextCopy, below_a_copied_element_loses_its_name_too) {
     Document document(false);
     Element* root = build(document, "r");
     Element source("s", nullptr, false);
@@ -232,7 +232,7 @@ TEST(TextCopy, BelowACopiedElementLosesItsNameToo) {
     EXPECT_EQ(copy->get_children().front()->get_name(), "");
 }
 
-TEST(AttributeCopy, IsAppendedToTheParent) {
+TEST(AttributeCopy, is_appended_to_the_parent) {
     for (const bool deep : {false, true}) {
         Document document(false);
         Element* root = build(document, "r(a=1)");
@@ -245,7 +245,7 @@ TEST(AttributeCopy, IsAppendedToTheParent) {
     }
 }
 
-TEST(AttributeCopy, OverwritesANamesakeInPlaceAndReturnsIt) {
+TEST(AttributeCopy, overwrites_a_namesake_in_place_and_returns_it) {
     for (const bool deep : {false, true}) {
         Document document(false);
         Element* root = build(document, "r(a=1,b=2,c=3)");
@@ -257,7 +257,7 @@ TEST(AttributeCopy, OverwritesANamesakeInPlaceAndReturnsIt) {
     }
 }
 
-TEST(AttributeCopy, OntoItselfChangesNothing) {
+TEST(AttributeCopy, onto_itself_changes_nothing) {
     Document document(false);
     Element* root = build(document, "r(a=1)");
     Attribute* attribute = root->get_attribute("a");
@@ -267,7 +267,7 @@ TEST(AttributeCopy, OntoItselfChangesNothing) {
 
 // A copy as the root of a document
 
-TEST(RootByImport, ShallowHasTheNameOnly) {
+TEST(RootByImport, shallow_has_the_name_only) {
     Document other(false);
     const Element* source = build(other, "s(id=1){a \"t\"}");
     Document document(false);
@@ -277,7 +277,7 @@ TEST(RootByImport, ShallowHasTheNameOnly) {
     EXPECT_EQ(root->get_parent(), nullptr);
 }
 
-TEST(RootByImport, DeepHasEverythingInOrder) {
+TEST(RootByImport, deep_has_everything_in_order) {
     Document other(false);
     Element* source = build(other, "s(id=1,x=2){b \"text\" c{d(e=f)}}");
     source->get_child("")->set_name("n");
@@ -290,7 +290,7 @@ TEST(RootByImport, DeepHasEverythingInOrder) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(RootByImport, DestroysTheFormerRoot) {
+TEST(RootByImport, destroys_the_former_root) {
     Document other(false);
     const Element* source = build(other, "s{a}");
     for (const bool deep : {false, true}) {
@@ -301,7 +301,7 @@ TEST(RootByImport, DestroysTheFormerRoot) {
     }
 }
 
-TEST(RootByImport, CopiesAnElementThatIsNoRoot) {
+TEST(RootByImport, copies_an_element_that_is_no_root) {
     Document other(false);
     Element* source = build(other, "r{s(a=1){b} t}");
     Document document(false);
@@ -311,7 +311,7 @@ TEST(RootByImport, CopiesAnElementThatIsNoRoot) {
     EXPECT_EQ(document.get_root_node()->get_parent(), nullptr);
 }
 
-TEST(RootByImport, TakesTheDocumentsKeepSortedAndDeeperLevelsKeepTheirsWhichIsWanted) {
+TEST(RootByImport, takes_the_documents_keep_sorted_and_deeper_levels_keep_theirs_which_is_wanted) {
     Document unsorted_source(false);
     Document sorted_source(true);
     Document sorted(true);
@@ -335,7 +335,7 @@ TEST(RootByImport, TakesTheDocumentsKeepSortedAndDeeperLevelsKeepTheirsWhichIsWa
     EXPECT_TRUE(links_agree(sorted.get_root_node()));
 }
 
-TEST(RootByImport, ShallowTakesTheDocumentsKeepSortedToo) {
+TEST(RootByImport, shallow_takes_the_documents_keep_sorted_too) {
     for (const bool sorted : {false, true}) {
         Document other(!sorted);
         Document document(sorted);
@@ -652,19 +652,19 @@ void compare_random_copies(const std::vector<Kind>& kinds) {
     }
 }
 
-TEST(Copies, AgreeWithThePlainProcedureForElementsAndTexts) {
+TEST(Copies, agree_with_the_plain_procedure_for_elements_and_texts) {
     compare_random_copies(own_kinds);
 }
 
-TEST(Copies, AgreeWithThePlainProcedureForDerivedClasses) {
+TEST(Copies, agree_with_the_plain_procedure_for_derived_classes) {
     compare_random_copies(all_kinds);
 }
 
-TEST(Copies, AgreeWithThePlainProcedureWhenOneFails) {
+TEST(Copies, agree_with_the_plain_procedure_when_one_fails) {
     compare_random_copies(failing_kinds);
 }
 
-TEST(Copies, AgreeWithThePlainProcedureAmongOtherChildren) {
+TEST(Copies, agree_with_the_plain_procedure_among_other_children) {
     for (unsigned seed = 1; seed <= 200; ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         Log log;
@@ -679,7 +679,7 @@ TEST(Copies, AgreeWithThePlainProcedureAmongOtherChildren) {
     }
 }
 
-TEST(Copies, AgreeWithThePlainProcedureForEverySequenceOfFiveChildren) {
+TEST(Copies, agree_with_the_plain_procedure_for_every_sequence_of_five_children) {
     const std::vector<std::string> choices = {"a", "b", "c", "", "text"};
     Log log;
     for (int sequence = 0; sequence < 5 * 5 * 5 * 5 * 5; ++sequence) {
@@ -699,7 +699,7 @@ TEST(Copies, AgreeWithThePlainProcedureForEverySequenceOfFiveChildren) {
 
 // Derived classes, by example
 
-TEST(CopyOfADerivedClass, ThatOverridesNothingIsAPlainElement) {
+TEST(CopyOfADerivedClass, that_overrides_nothing_is_a_plain_element) {
     Document document(false);
     Element* root = build(document, "r");
     Element source("s", nullptr, false);
@@ -712,7 +712,7 @@ TEST(CopyOfADerivedClass, ThatOverridesNothingIsAPlainElement) {
     EXPECT_EQ(typeid(*copy), typeid(Element));
 }
 
-TEST(CopyOfADerivedClass, CopiesItselfAtEveryLevelAlwaysDeep) {
+TEST(CopyOfADerivedClass, copies_itself_at_every_level_always_deep) {
     Document document(false);
     Element* root = build(document, "r");
     Element source("s", nullptr, false);
@@ -724,7 +724,7 @@ TEST(CopyOfADerivedClass, CopiesItselfAtEveryLevelAlwaysDeep) {
     EXPECT_EQ(typeid(*copy), typeid(StampedElement));
 }
 
-TEST(CopyOfADerivedClass, IsAskedItselfByImportNode) {
+TEST(CopyOfADerivedClass, is_asked_itself_by_import_node) {
     Document document(false);
     Element* root = build(document, "r");
     const StampedElement source("d", nullptr, false);
@@ -732,7 +732,7 @@ TEST(CopyOfADerivedClass, IsAskedItselfByImportNode) {
     EXPECT_EQ(to_line(root), "r{d(item='',deep=0)}");
 }
 
-TEST(CopyOfADerivedClass, AsARootIsAPlainElement) {
+TEST(CopyOfADerivedClass, as_a_root_is_a_plain_element) {
     StampedElement source("d", nullptr, false);
     source.set_attribute("a", "1");
     append(source, std::make_unique<StampedElement>("e", &source, false));
@@ -742,7 +742,7 @@ TEST(CopyOfADerivedClass, AsARootIsAPlainElement) {
     EXPECT_EQ(typeid(*root), typeid(Element));
 }
 
-TEST(CopyOfADerivedClass, FindsItsSiblingsAlreadySorted) {
+TEST(CopyOfADerivedClass, finds_its_siblings_already_sorted) {
     Log log;
     Element source("s", nullptr, true);
     for (const char* name : {"c", "a", "b"})
@@ -757,7 +757,7 @@ TEST(CopyOfADerivedClass, FindsItsSiblingsAlreadySorted) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(CopyOfADerivedClass, FindsItsAncestorsSiblingsAlreadySorted) {
+TEST(CopyOfADerivedClass, finds_its_ancestors_siblings_already_sorted) {
     Log log;
     Element source("s", nullptr, true);
     for (const char* name : {"c", "b"})
@@ -773,7 +773,7 @@ TEST(CopyOfADerivedClass, FindsItsAncestorsSiblingsAlreadySorted) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(CopyOfADerivedClass, MayAddToItsCopysAncestors) {
+TEST(CopyOfADerivedClass, may_add_to_its_copys_ancestors) {
     Element source("s", nullptr, true);
     append_element(source, "c", false);
     append_element(source, "b", false)->set_attribute("item", "5");
@@ -786,7 +786,7 @@ TEST(CopyOfADerivedClass, MayAddToItsCopysAncestors) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(CopyOfADerivedClass, ThatFailsLeavesWhatHadBeenCopied) {
+TEST(CopyOfADerivedClass, that_fails_leaves_what_had_been_copied) {
     Element source("s", nullptr, true);
     source.set_attribute("a", "1");
     for (const char* name : {"c", "b"})
@@ -819,7 +819,7 @@ public:
     }
 };
 
-TEST(CopyOfADerivedClass, MayAddToTheSourceWithoutAddingToTheCopy) {
+TEST(CopyOfADerivedClass, may_add_to_the_source_without_adding_to_the_copy) {
     Element source("s", nullptr, false);
     append(source, std::make_unique<GrowingElement>("g", &source, false));
     append_element(source, "a", false);
@@ -861,39 +861,39 @@ void copy_many(const std::vector<std::string>& child_names) {
     EXPECT_TRUE(has_children_like(document.create_root_node_by_import(&source, true), expected));
 }
 
-TEST(ManyCopies, OfNamesakesInASortedElementTakeNoQuadraticTime) {
+TEST(ManyCopies, of_namesakes_in_a_sorted_element_take_no_quadratic_time) {
     copy_many(std::vector<std::string>(many, "x"));
 }
 
-TEST(ManyCopies, OfRisingNamesInASortedElementTakeNoQuadraticTime) {
+TEST(ManyCopies, of_rising_names_in_a_sorted_element_take_no_quadratic_time) {
     std::vector<std::string> rising;
     for (std::size_t i = 0; i < many; ++i)
         rising.push_back("x" + std::to_string(many + i));
     copy_many(rising);
 }
 
-TEST(ManyCopies, OfFallingNamesInASortedElementTakeNoQuadraticTime) {
+TEST(ManyCopies, of_falling_names_in_a_sorted_element_take_no_quadratic_time) {
     std::vector<std::string> falling;
     for (std::size_t i = 0; i < many; ++i)
         falling.push_back("x" + std::to_string(2 * many - i));
     copy_many(falling);
 }
 
-TEST(ManyCopies, OfMixedNamesInASortedElementTakeNoQuadraticTime) {
+TEST(ManyCopies, of_mixed_names_in_a_sorted_element_take_no_quadratic_time) {
     std::vector<std::string> mixed;
     for (std::size_t i = 0; i < many; ++i)
         mixed.push_back("x" + std::to_string(i * 7919 % many / 2));
     copy_many(mixed);
 }
 
-TEST(ManyCopies, OfElementsWithoutANameInASortedElementTakeNoQuadraticTime) {
+TEST(ManyCopies, of_elements_without_a_name_in_a_sorted_element_take_no_quadratic_time) {
     std::vector<std::string> mixed(many / 1000, "");
     for (std::size_t i = mixed.size(); i < many; ++i)
         mixed.push_back("x" + std::to_string(2 * many - i));
     copy_many(mixed);
 }
 
-TEST(Copies, KeepTheOrderOfManyAttributes) {
+TEST(Copies, keep_the_order_of_many_attributes) {
     Element wide("w", nullptr, false);
     for (std::size_t i = 0; i < 2000; ++i)
         wide.set_attribute("a" + std::to_string(i), "1");
@@ -902,7 +902,7 @@ TEST(Copies, KeepTheOrderOfManyAttributes) {
     EXPECT_TRUE(links_agree(document.get_root_node()));
 }
 
-TEST(ManyCopies, OfTextsInASortedElementTakeNoQuadraticTime) {
+TEST(ManyCopies, of_texts_in_a_sorted_element_take_no_quadratic_time) {
     Element source("s", nullptr, true);
     for (std::size_t i = 0; i < many; ++i) {
         append_text(source, std::to_string(i));
@@ -928,7 +928,7 @@ std::size_t count_levels(const Node* top) {
     return levels;
 }
 
-TEST(DeepCopies, ByImportNeedNoDeepStack) {
+TEST(DeepCopies, by_import_need_no_deep_stack) {
     Document source(true);
     build_chain(source, "n", deep_levels);
     Element parent("p", nullptr, true);
@@ -938,7 +938,7 @@ TEST(DeepCopies, ByImportNeedNoDeepStack) {
     EXPECT_TRUE(links_agree(&parent));
 }
 
-TEST(DeepCopies, AsARootNeedNoDeepStack) {
+TEST(DeepCopies, as_a_root_need_no_deep_stack) {
     Document source(false);
     build_chain(source, "n", deep_levels);
     Document document(false);

@@ -54,18 +54,18 @@ bool keeps_sorted(Document& document) {
     return to_line(build(document, "r{b a}")) == "r{a b}";
 }
 
-TEST(Document, BeginsWithoutARoot) {
+TEST(Document, begins_without_a_root) {
     EXPECT_EQ(Document(false).get_root_node(), nullptr);
     EXPECT_EQ(Document(true).get_root_node(), nullptr);
 }
 
-TEST(Document, CanBeShared) {
+TEST(Document, can_be_shared) {
     const auto document = std::make_shared<Document>(true);
     EXPECT_EQ(document->get_root_node(), nullptr);
     EXPECT_TRUE(keeps_sorted(*document));
 }
 
-TEST(Document, DestroysItsTree) {
+TEST(Document, destroys_its_tree) {
     Log log;
     {
         Document document(false);
@@ -76,7 +76,7 @@ TEST(Document, DestroysItsTree) {
     EXPECT_EQ(log, (Log{"r", "a"}));
 }
 
-TEST(CreateRootNode, CreatesAnElementWithoutParentAndContent) {
+TEST(CreateRootNode, creates_an_element_without_parent_and_content) {
     Document document(false);
     Element* root = document.create_root_node("r");
     EXPECT_EQ(document.get_root_node(), root);
@@ -87,14 +87,14 @@ TEST(CreateRootNode, CreatesAnElementWithoutParentAndContent) {
     EXPECT_EQ(to_line(root), "r");
 }
 
-TEST(CreateRootNode, GivesTheRootWhetherToKeepSorted) {
+TEST(CreateRootNode, gives_the_root_whether_to_keep_sorted) {
     Document unsorted(false);
     Document sorted(true);
     EXPECT_FALSE(keeps_sorted(unsorted));
     EXPECT_TRUE(keeps_sorted(sorted));
 }
 
-TEST(CreateRootNode, DestroysTheFormerRoot) {
+TEST(CreateRootNode, destroys_the_former_root) {
     Log log;
     Document document(false);
     document.set_root_node(new LoggedElement("former", log));
@@ -104,20 +104,20 @@ TEST(CreateRootNode, DestroysTheFormerRoot) {
     EXPECT_EQ(to_line(document.get_root_node()), "second");
 }
 
-TEST(CreateRootNode, AcceptsAnyName) {
+TEST(CreateRootNode, accepts_any_name) {
     Document document(false);
     EXPECT_EQ(document.create_root_node("")->get_name(), "");
     EXPECT_EQ(document.create_root_node(std::string("a\0b", 3))->get_name(), std::string("a\0b", 3));
 }
 
-TEST(CreateRootNode, AcceptsTheNameOfTheFormerRoot) {
+TEST(CreateRootNode, accepts_the_name_of_the_former_root) {
     Document document(false);
     document.create_root_node("r");
     document.create_root_node(document.get_root_node()->get_name());
     EXPECT_EQ(to_line(document.get_root_node()), "r");
 }
 
-TEST(SetRootNode, LeavesTheFormerRootToTheCallerWhichIsWanted) {
+TEST(SetRootNode, leaves_the_former_root_to_the_caller_which_is_wanted) {
     Log log;
     std::unique_ptr<Element> former;
     {
@@ -136,7 +136,7 @@ TEST(SetRootNode, LeavesTheFormerRootToTheCallerWhichIsWanted) {
     EXPECT_EQ(log, (Log{"new", "former"}));
 }
 
-TEST(SetRootNode, DoesNotTouchTheParentOfTheNewRootWhichIsWanted) {
+TEST(SetRootNode, does_not_touch_the_parent_of_the_new_root_which_is_wanted) {
     Element parent("p", nullptr, false);
     auto* root = new Element("r", &parent, true);
     Document document(false);
@@ -147,7 +147,7 @@ TEST(SetRootNode, DoesNotTouchTheParentOfTheNewRootWhichIsWanted) {
     EXPECT_EQ(to_line(root), "r{a b}") << "the root keeps its own keep_sorted";
 }
 
-TEST(SetRootNode, AcceptsNull) {
+TEST(SetRootNode, accepts_null) {
     Document document(false);
     const std::unique_ptr<Element> former(document.create_root_node("r"));
     document.set_root_node(nullptr);
@@ -157,7 +157,7 @@ TEST(SetRootNode, AcceptsNull) {
     EXPECT_EQ(to_line(former.get()), "r");
 }
 
-TEST(MoveConstructor, TakesTheRootAndWhetherToKeepSorted) {
+TEST(MoveConstructor, takes_the_root_and_whether_to_keep_sorted) {
     for (const bool sorted : {false, true}) {
         Document source(sorted);
         Element* root = build(source, "r{a}");
@@ -172,13 +172,13 @@ TEST(MoveConstructor, TakesTheRootAndWhetherToKeepSorted) {
     }
 }
 
-TEST(MoveConstructor, AcceptsADocumentWithoutARoot) {
+TEST(MoveConstructor, accepts_a_document_without_a_root) {
     Document source(false);
     const Document document(std::move(source));
     EXPECT_EQ(document.get_root_node(), nullptr);
 }
 
-TEST(MoveConstructor, LeavesOneOwner) {
+TEST(MoveConstructor, leaves_one_owner) {
     Log log;
     {
         Document source(false);
@@ -189,7 +189,7 @@ TEST(MoveConstructor, LeavesOneOwner) {
     EXPECT_EQ(log, (Log{"r"}));
 }
 
-TEST(MoveAssignment, ExchangesTheRootsWhichIsWanted) {
+TEST(MoveAssignment, exchanges_the_roots_which_is_wanted) {
     Log log;
     {
         Document document(false);
@@ -210,7 +210,7 @@ TEST(MoveAssignment, ExchangesTheRootsWhichIsWanted) {
     EXPECT_EQ(log, (Log{"former", "taken"}));
 }
 
-TEST(MoveAssignment, CopiesWhetherToKeepSorted) {
+TEST(MoveAssignment, copies_whether_to_keep_sorted) {
     for (const bool sorted : {false, true}) {
         Document document(!sorted);
         Document source(sorted);
@@ -221,7 +221,7 @@ TEST(MoveAssignment, CopiesWhetherToKeepSorted) {
     }
 }
 
-TEST(MoveAssignment, WorksWithoutARootOnEitherSide) {
+TEST(MoveAssignment, works_without_a_root_on_either_side) {
     Document document(false);
     Document source(false);
     document = std::move(source);
@@ -237,7 +237,7 @@ TEST(MoveAssignment, WorksWithoutARootOnEitherSide) {
     EXPECT_TRUE(keeps_sorted(document));
 }
 
-TEST(MoveAssignment, ToItselfDoesNothing) {
+TEST(MoveAssignment, to_itself_does_nothing) {
     for (const bool sorted : {false, true}) {
         Document document(sorted);
         Element* root = document.create_root_node("r");

@@ -43,7 +43,7 @@ public:
 
 // Constructors
 
-TEST(ElementConstructor, TakesItsThreeValues) {
+TEST(ElementConstructor, takes_its_three_values) {
     Element parent("p", nullptr, false);
     for (const bool sorted : {false, true}) {
         const Open<Element> element("e", &parent, sorted);
@@ -58,7 +58,7 @@ TEST(ElementConstructor, TakesItsThreeValues) {
     EXPECT_EQ(to_line(&parent), "p");
 }
 
-TEST(AttributeConstructor, TakesItsThreeValuesAndIsNotLinkedIntoTheParentWhichIsWanted) {
+TEST(AttributeConstructor, takes_its_three_values_and_is_not_linked_into_the_parent_which_is_wanted) {
     Element parent("p", nullptr, true);
     const Open<Attribute> attribute("a", "1", &parent);
     EXPECT_EQ(attribute.get_name(), "a");
@@ -69,7 +69,7 @@ TEST(AttributeConstructor, TakesItsThreeValuesAndIsNotLinkedIntoTheParentWhichIs
     EXPECT_TRUE(parent.get_attributes().empty());
 }
 
-TEST(AttributeConstructor, AcceptsANullParent) {
+TEST(AttributeConstructor, accepts_a_null_parent) {
     const Attribute attribute("", "", nullptr);
     EXPECT_EQ(attribute.get_name(), "");
     EXPECT_EQ(attribute.get_value(), "");
@@ -78,7 +78,7 @@ TEST(AttributeConstructor, AcceptsANullParent) {
 
 // Values
 
-TEST(AttributeValue, IsAssignedAndReturnedAsACopy) {
+TEST(AttributeValue, is_assigned_and_returned_as_a_copy) {
     Attribute attribute("a", "1", nullptr);
     std::string value = attribute.get_value();
     value += "changed";
@@ -89,7 +89,7 @@ TEST(AttributeValue, IsAssignedAndReturnedAsACopy) {
     EXPECT_EQ(attribute.get_value(), "");
 }
 
-TEST(AttributeValue, IsKeptByteForByte) {
+TEST(AttributeValue, is_kept_byte_for_byte) {
     const std::string odd("<&\"'>\0\n\xff", 8);
     Element element("e", nullptr, false);
     Attribute* attribute = element.set_attribute("a", odd);
@@ -99,7 +99,7 @@ TEST(AttributeValue, IsKeptByteForByte) {
     EXPECT_EQ(element.get_attribute_value("a"), odd + odd);
 }
 
-TEST(AttributeValue, SettingTheItemDoesNotSortTheParentAgainWhichIsWanted) {
+TEST(AttributeValue, setting_the_item_does_not_sort_the_parent_again_which_is_wanted) {
     Document document(true);
     Element* root = document.create_root_node("r");
     Element* first = root->add_child("x", 1);
@@ -115,7 +115,7 @@ TEST(AttributeValue, SettingTheItemDoesNotSortTheParentAgainWhichIsWanted) {
 
 // Attributes
 
-TEST(SetAttribute, AppendsNewNamesAndReturnsTheAttribute) {
+TEST(SetAttribute, appends_new_names_and_returns_the_attribute) {
     Element element("e", nullptr, false);
     Attribute* b = element.set_attribute("b", "2");
     Attribute* a = element.set_attribute("a", "1");
@@ -127,7 +127,7 @@ TEST(SetAttribute, AppendsNewNamesAndReturnsTheAttribute) {
     EXPECT_TRUE(links_agree(&element));
 }
 
-TEST(SetAttribute, AssignsInPlaceToANameThatIsThere) {
+TEST(SetAttribute, assigns_in_place_to_a_name_that_is_there) {
     Element element("e", nullptr, false);
     Attribute* a = element.set_attribute("a", "1");
     Attribute* b = element.set_attribute("b", "2");
@@ -137,7 +137,7 @@ TEST(SetAttribute, AssignsInPlaceToANameThatIsThere) {
     EXPECT_TRUE(links_agree(&element));
 }
 
-TEST(SetAttribute, AcceptsTheValueOfTheAttributeItselfAndAnEmptyName) {
+TEST(SetAttribute, accepts_the_value_of_the_attribute_itself_and_an_empty_name) {
     Element element("e", nullptr, false);
     element.set_attribute("", "1");
     element.set_attribute("", element.get_attribute_value(""));
@@ -145,14 +145,14 @@ TEST(SetAttribute, AcceptsTheValueOfTheAttributeItselfAndAnEmptyName) {
     EXPECT_EQ(to_line(&element), "e(''=1,a='')");
 }
 
-TEST(SetAttribute, KeepsTheOrderOfNamesInANodeThatIsKeptSortedToo) {
+TEST(SetAttribute, keeps_the_order_of_names_in_a_node_that_is_kept_sorted_too) {
     Element element("e", nullptr, true);
     element.set_attribute("b", "1");
     element.set_attribute("a", "2");
     EXPECT_EQ(to_line(&element), "e(b=1,a=2)");
 }
 
-TEST(GetAttribute, ComparesByteForByte) {
+TEST(GetAttribute, compares_byte_for_byte) {
     Element element("e", nullptr, false);
     Attribute* attribute = element.set_attribute("Id", "1");
     EXPECT_EQ(element.get_attribute("Id"), attribute);
@@ -162,7 +162,7 @@ TEST(GetAttribute, ComparesByteForByte) {
     EXPECT_EQ(element.get_attribute(std::string("Id\0", 3)), nullptr);
 }
 
-TEST(GetAttribute, IsNullForAMissingOneAndItsValueIsEmpty) {
+TEST(GetAttribute, is_null_for_a_missing_one_and_its_value_is_empty) {
     Element element("e", nullptr, false);
     EXPECT_EQ(element.get_attribute("missing"), nullptr);
     EXPECT_EQ(element.get_attribute_value("missing"), "");
@@ -171,7 +171,7 @@ TEST(GetAttribute, IsNullForAMissingOneAndItsValueIsEmpty) {
     EXPECT_EQ(element.get_attribute_value("missing"), "");
 }
 
-TEST(GetAttribute, TellsAnEmptyValueFromNoAttributeWhichTheValueDoesNot) {
+TEST(GetAttribute, tells_an_empty_value_from_no_attribute_which_the_value_does_not) {
     Element element("e", nullptr, false);
     Attribute* attribute = element.set_attribute("a", "");
     EXPECT_EQ(element.get_attribute("a"), attribute);
@@ -179,7 +179,7 @@ TEST(GetAttribute, TellsAnEmptyValueFromNoAttributeWhichTheValueDoesNot) {
     EXPECT_EQ(element.get_attribute_value("b"), "");
 }
 
-TEST(GetAttribute, FindsTheFirstOfTwoThatARenamingMadeNamesakes) {
+TEST(GetAttribute, finds_the_first_of_two_that_a_renaming_made_namesakes) {
     Element element("e", nullptr, false);
     Attribute* first = element.set_attribute("a", "1");
     element.set_attribute("b", "2")->set_name("a");
@@ -191,7 +191,7 @@ TEST(GetAttribute, FindsTheFirstOfTwoThatARenamingMadeNamesakes) {
     EXPECT_EQ(to_line(&element), "e(a=2)");
 }
 
-TEST(RemoveAttribute, TakesTheNamedOneOutAndNothingElse) {
+TEST(RemoveAttribute, takes_the_named_one_out_and_nothing_else) {
     const std::pair<std::string, std::string> rows[] = {
         {"a", "e(b=2,c=3){x}"}, {"b", "e(a=1,c=3){x}"}, {"c", "e(a=1,b=2){x}"}};
     for (const auto& row : rows) {
@@ -205,7 +205,7 @@ TEST(RemoveAttribute, TakesTheNamedOneOutAndNothingElse) {
     }
 }
 
-TEST(RemoveAttribute, IgnoresAMissingOne) {
+TEST(RemoveAttribute, ignores_a_missing_one) {
     Document document(false);
     Element* element = build(document, "e(a=1,b=2)");
     EXPECT_NO_THROW(element->remove_attribute("missing"));
@@ -215,7 +215,7 @@ TEST(RemoveAttribute, IgnoresAMissingOne) {
     EXPECT_NO_THROW(empty.remove_attribute("a"));
 }
 
-TEST(RemoveAttribute, PutsAttributesThatAreSetAgainAtTheEnd) {
+TEST(RemoveAttribute, puts_attributes_that_are_set_again_at_the_end) {
     Document document(false);
     Element* element = build(document, "e(a=1,b=2)");
     element->remove_attribute("a");
@@ -223,7 +223,7 @@ TEST(RemoveAttribute, PutsAttributesThatAreSetAgainAtTheEnd) {
     EXPECT_EQ(to_line(element), "e(b=2,a=3)");
 }
 
-TEST(GetAttributes, IsASnapshot) {
+TEST(GetAttributes, is_a_snapshot) {
     Document document(false);
     Element* element = build(document, "e(a=1,b=2,c=3)");
     AttributeList snapshot = element->get_attributes();
@@ -237,7 +237,7 @@ TEST(GetAttributes, IsASnapshot) {
     EXPECT_EQ(to_line(element), "e(b=2)");
 }
 
-TEST(Attributes, AreNeverChildrenAndHaveNoSiblings) {
+TEST(Attributes, are_never_children_and_have_no_siblings) {
     Element element("e", nullptr, false);
     const Attribute* a = element.set_attribute("a", "1");
     const Attribute* b = element.set_attribute("b", "2");
@@ -251,7 +251,7 @@ TEST(Attributes, AreNeverChildrenAndHaveNoSiblings) {
 
 // Text children
 
-TEST(AddChildText, AddsTextWithoutANameAndReturnsIt) {
+TEST(AddChildText, adds_text_without_a_name_and_returns_it) {
     Document document(false);
     Element* root = document.create_root_node("r");
     const std::string content = "abc";
@@ -264,7 +264,7 @@ TEST(AddChildText, AddsTextWithoutANameAndReturnsIt) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(AddChildText, DoesNotMergeWithTextThatIsThereWhichIsWanted) {
+TEST(AddChildText, does_not_merge_with_text_that_is_there_which_is_wanted) {
     Document document(false);
     Element* root = document.create_root_node("r");
     TextNode* first = root->add_child_text("one");
@@ -275,7 +275,7 @@ TEST(AddChildText, DoesNotMergeWithTextThatIsThereWhichIsWanted) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(AddChildText, LeavesATextThatIsHandedOverEmpty) {
+TEST(AddChildText, leaves_a_text_that_is_handed_over_empty) {
     Document document(false);
     Element* root = document.create_root_node("r");
     for (const std::size_t size : {std::size_t{3}, std::size_t{100000}}) {
@@ -286,7 +286,7 @@ TEST(AddChildText, LeavesATextThatIsHandedOverEmpty) {
     }
 }
 
-TEST(AddChildText, KeepsTheBytesAsGiven) {
+TEST(AddChildText, keeps_the_bytes_as_given) {
     const std::string odd("<&\"'>\0\n\xff", 8);
     Document document(false);
     Element* root = document.create_root_node("r");
@@ -295,7 +295,7 @@ TEST(AddChildText, KeepsTheBytesAsGiven) {
     EXPECT_EQ(root->get_children().size(), 2U);
 }
 
-TEST(AddChildText, GoesInFrontOfEverythingIfKeptSortedWhichIsWanted) {
+TEST(AddChildText, goes_in_front_of_everything_if_kept_sorted_which_is_wanted) {
     Document document(true);
     Element* root = document.create_root_node("r");
     root->add_child("a");
@@ -308,7 +308,7 @@ TEST(AddChildText, GoesInFrontOfEverythingIfKeptSortedWhichIsWanted) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(AddChildText, AndElementsWithoutANameGoInFrontOfEachOtherIfKeptSorted) {
+TEST(AddChildText, and_elements_without_a_name_go_in_front_of_each_other_if_kept_sorted) {
     Document document(true);
     Element* root = document.create_root_node("r");
     root->add_child("");
@@ -319,7 +319,7 @@ TEST(AddChildText, AndElementsWithoutANameGoInFrontOfEachOtherIfKeptSorted) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(GetChildText, FindsTheFirstTextAmongElements) {
+TEST(GetChildText, finds_the_first_text_among_elements) {
     Document document(false);
     Element* root = build(document, "r{a{\"lower\"} \"one\" b \"two\"}");
     ASSERT_NE(root->get_child_text(), nullptr);
@@ -327,7 +327,7 @@ TEST(GetChildText, FindsTheFirstTextAmongElements) {
     EXPECT_TRUE(root->has_child_text());
 }
 
-TEST(GetChildText, IsNullWithoutTextOfTheElementItself) {
+TEST(GetChildText, is_null_without_text_of_the_element_itself) {
     Document document(false);
     for (const char* line : {"r", "r(a=1)", "r{a b}", "r{a{\"lower\"}}", "r{''}"}) {
         SCOPED_TRACE(line);
@@ -343,7 +343,7 @@ public:
     using TextNode::TextNode;
 };
 
-TEST(GetChildText, FindsTextByItsClassNotByItsName) {
+TEST(GetChildText, finds_text_by_its_class_not_by_its_name) {
     Document document(false);
     Element* root = build(document, "r{'' a}");
     auto* named = new TextNode(root, "a");
@@ -356,7 +356,7 @@ TEST(GetChildText, FindsTextByItsClassNotByItsName) {
     EXPECT_TRUE(root->has_child_text());
 }
 
-TEST(GetChildText, IsNullAgainWhenTheTextIsRemoved) {
+TEST(GetChildText, is_null_again_when_the_text_is_removed) {
     Document document(false);
     Element* root = build(document, "r{a \"t\"}");
     root->remove_child(root->get_child_text());

@@ -18,7 +18,7 @@ struct Row {
     std::optional<int> number;
 };
 
-TEST(ReadInteger, ReadsTheNumberThatATextBeginsWith) {
+TEST(ReadInteger, reads_the_number_that_a_text_begins_with) {
     const Row rows[] = {
         {"0", 0},
         {"007", 7},
@@ -37,12 +37,12 @@ TEST(ReadInteger, ReadsTheNumberThatATextBeginsWith) {
         EXPECT_EQ(read_integer(row.text), row.number) << row.text;
 }
 
-TEST(ReadInteger, ReadsNoNumberFromOtherTexts) {
+TEST(ReadInteger, reads_no_number_from_other_texts) {
     for (const char* const text : {"", " ", "-", "+", "- 1", "--1", "a1", "/", ":"})
         EXPECT_EQ(read_integer(text), std::nullopt) << text;
 }
 
-TEST(ReadInteger, RefusesNumbersBeyondInt) {
+TEST(ReadInteger, refuses_numbers_beyond_int) {
     for (const char* const text :
          {"2147483648", "-2147483649", "9223372036854775807", "99999999999999999999", "2147483648x"}) {
         SCOPED_TRACE(text);

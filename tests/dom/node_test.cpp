@@ -132,14 +132,14 @@ static_assert(std::is_same<NodeList, std::list<Node*>>::value, "the children are
 
 // Constructors
 
-TEST(NodeConstructor, WithoutArgumentsGivesAFreeStandingNode) {
+TEST(NodeConstructor, without_arguments_gives_a_free_standing_node) {
     const BareNode node;
     EXPECT_EQ(node.get_name(), "");
     EXPECT_FALSE(node.keep_sorted);
     EXPECT_TRUE(is_free_standing(node));
 }
 
-TEST(NodeConstructor, WithAParentTakesWhetherToKeepSortedFromIt) {
+TEST(NodeConstructor, with_a_parent_takes_whether_to_keep_sorted_from_it) {
     for (const bool sorted : {false, true}) {
         OpenElement parent("p", sorted);
         const BareNode node(&parent);
@@ -152,14 +152,14 @@ TEST(NodeConstructor, WithAParentTakesWhetherToKeepSortedFromIt) {
     }
 }
 
-TEST(NodeConstructor, WithANameGivesAFreeStandingNodeOfThatName) {
+TEST(NodeConstructor, with_a_name_gives_a_free_standing_node_of_that_name) {
     const BareNode node(std::string("n"));
     EXPECT_EQ(node.get_name(), "n");
     EXPECT_FALSE(node.keep_sorted);
     EXPECT_TRUE(is_free_standing(node));
 }
 
-TEST(NodeConstructor, WithAllThreeTakesThemAsGiven) {
+TEST(NodeConstructor, with_all_three_takes_them_as_given) {
     for (const bool parent_is_sorted : {false, true}) {
         for (const bool sorted : {false, true}) {
             OpenElement parent("p", parent_is_sorted);
@@ -172,13 +172,13 @@ TEST(NodeConstructor, WithAllThreeTakesThemAsGiven) {
     }
 }
 
-TEST(NodeConstructor, AllThreeAcceptANullParent) {
+TEST(NodeConstructor, all_three_accept_a_null_parent) {
     const BareNode node("n", nullptr, true);
     EXPECT_TRUE(node.keep_sorted);
     EXPECT_TRUE(is_free_standing(node));
 }
 
-TEST(NodeConstructor, NoneLinksTheNodeIntoItsParentWhichIsWanted) {
+TEST(NodeConstructor, none_links_the_node_into_its_parent_which_is_wanted) {
     OpenElement parent("p");
     parent.add_child("first");
     const BareNode with_parent(&parent);
@@ -192,14 +192,14 @@ TEST(NodeConstructor, NoneLinksTheNodeIntoItsParentWhichIsWanted) {
 
 // Names
 
-TEST(NodeName, IsReturnedAsACopy) {
+TEST(NodeName, is_returned_as_a_copy) {
     const BareNode node(std::string("n"));
     std::string name = node.get_name();
     name += "changed";
     EXPECT_EQ(node.get_name(), "n");
 }
 
-TEST(NodeName, IsKeptByteForByte) {
+TEST(NodeName, is_kept_byte_for_byte) {
     const std::string odd("a\0b\xff", 4);
     BareNode node(odd);
     EXPECT_EQ(node.get_name(), odd);
@@ -209,7 +209,7 @@ TEST(NodeName, IsKeptByteForByte) {
     EXPECT_EQ(node.get_name(), odd);
 }
 
-TEST(NodeName, SettingItDoesNotSortTheParentAgainWhichIsWanted) {
+TEST(NodeName, setting_it_does_not_sort_the_parent_again_which_is_wanted) {
     Document document(true);
     Element* root = build(document, "r{a b c}");
     root->get_child("a")->set_name("z");
@@ -219,7 +219,7 @@ TEST(NodeName, SettingItDoesNotSortTheParentAgainWhichIsWanted) {
 
 // Looking at children
 
-TEST(GetChildren, IsASnapshotInChildOrder) {
+TEST(GetChildren, is_a_snapshot_in_child_order) {
     Document document(false);
     Element* root = build(document, "r{c \"t\" a b}");
     NodeList snapshot = root->get_children();
@@ -233,7 +233,7 @@ TEST(GetChildren, IsASnapshotInChildOrder) {
     EXPECT_EQ(snapshot.size(), 4U);
 }
 
-TEST(GetChildren, LetsChildrenBeRemovedDuringTheIteration) {
+TEST(GetChildren, lets_children_be_removed_during_the_iteration) {
     Document document(false);
     Element* root = build(document, "r{a \"t\" b{c} \"u\" d}");
     for (Node* child : root->get_children()) {
@@ -244,18 +244,18 @@ TEST(GetChildren, LetsChildrenBeRemovedDuringTheIteration) {
     EXPECT_EQ(to_line(root), "r{b{c}}");
 }
 
-TEST(GetChildren, IsEmptyWithoutChildren) {
+TEST(GetChildren, is_empty_without_children) {
     Document document(false);
     EXPECT_TRUE(build(document, "r")->get_children().empty());
 }
 
-TEST(GetChild, FindsTheFirstOfTwoNamesakes) {
+TEST(GetChild, finds_the_first_of_two_namesakes) {
     Document document(false);
     Element* root = build(document, "r{a b(n=1) b(n=2)}");
     EXPECT_EQ(root->get_child("b"), child_at(*root, 1));
 }
 
-TEST(GetChild, ComparesByteForByte) {
+TEST(GetChild, compares_byte_for_byte) {
     Document document(false);
     Element* root = build(document, "r{b bc}");
     EXPECT_EQ(root->get_child("B"), nullptr);
@@ -267,7 +267,7 @@ TEST(GetChild, ComparesByteForByte) {
     EXPECT_EQ(root->get_child("b"), child_at(*root, 0));
 }
 
-TEST(GetChild, IsNullWithoutAMatchOrWithoutChildren) {
+TEST(GetChild, is_null_without_a_match_or_without_children) {
     Document document(false);
     EXPECT_EQ(build(document, "r{a}")->get_child("x"), nullptr);
     EXPECT_EQ(build(document, "r{a{x}}")->get_child("x"), nullptr);
@@ -275,13 +275,13 @@ TEST(GetChild, IsNullWithoutAMatchOrWithoutChildren) {
     EXPECT_EQ(build(document, "r")->get_child(""), nullptr);
 }
 
-TEST(GetChild, FindsTextByTheEmptyName) {
+TEST(GetChild, finds_text_by_the_empty_name) {
     Document document(false);
     Element* root = build(document, "r{a \"t\" \"u\" ''}");
     EXPECT_EQ(root->get_child(""), child_at(*root, 1));
 }
 
-TEST(GetChild, FindsAnElementWithoutANameThatPrecedesTheText) {
+TEST(GetChild, finds_an_element_without_a_name_that_precedes_the_text) {
     Document document(false);
     Element* root = build(document, "r{a '' \"t\"}");
     EXPECT_EQ(root->get_child(""), child_at(*root, 1));
@@ -289,7 +289,7 @@ TEST(GetChild, FindsAnElementWithoutANameThatPrecedesTheText) {
 
 // Adding
 
-TEST(AddChild, AppendsInTheOrderOfTheCalls) {
+TEST(AddChild, appends_in_the_order_of_the_calls) {
     Document document(false);
     Element* root = document.create_root_node("r");
     Element* c = root->add_child("c");
@@ -308,7 +308,7 @@ TEST(AddChild, AppendsInTheOrderOfTheCalls) {
     EXPECT_EQ(b->get_next_sibling(), nullptr);
 }
 
-TEST(AddChild, WithAStringSetsTheItem) {
+TEST(AddChild, with_a_string_sets_the_item) {
     Document document(false);
     Element* root = document.create_root_node("r");
     root->add_child("x", "b & c");
@@ -317,14 +317,14 @@ TEST(AddChild, WithAStringSetsTheItem) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(AddChild, WithAnEmptyItemSetsTheAttributeAllTheSame) {
+TEST(AddChild, with_an_empty_item_sets_the_attribute_all_the_same) {
     Document document(false);
     Element* root = document.create_root_node("r");
     root->add_child("x", "");
     EXPECT_EQ(to_line(root), "r{x(item='')}");
 }
 
-TEST(AddChild, WritesANumberInDecimal) {
+TEST(AddChild, writes_a_number_in_decimal) {
     const std::pair<int, std::string> rows[] = {
         {7, "7"}, {-3, "-3"}, {0, "0"}, {1000, "1000"}, {INT_MAX, "2147483647"}, {INT_MIN, "-2147483648"},
     };
@@ -337,7 +337,7 @@ TEST(AddChild, WritesANumberInDecimal) {
     }
 }
 
-TEST(AddChild, HandsKeepSortedDownToEveryLevel) {
+TEST(AddChild, hands_keep_sorted_down_to_every_level) {
     for (const bool sorted : {false, true}) {
         Document document(sorted);
         Element* lower = document.create_root_node("r")->add_child("s")->add_child("t", 1);
@@ -348,7 +348,7 @@ TEST(AddChild, HandsKeepSortedDownToEveryLevel) {
     }
 }
 
-TEST(AddChild, PlacesByTheItemInANodeThatIsKeptSorted) {
+TEST(AddChild, places_by_the_item_in_a_node_that_is_kept_sorted) {
     Document document(true);
     Element* root = document.create_root_node("r");
     root->add_child("x", 10);
@@ -358,7 +358,7 @@ TEST(AddChild, PlacesByTheItemInANodeThatIsKeptSorted) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(AddChild, NeverLooksAtItemsUnlessKeptSorted) {
+TEST(AddChild, never_looks_at_items_unless_kept_sorted) {
     Document document(false);
     Element* root = document.create_root_node("r");
     root->add_child("x", "99999999999");
@@ -367,7 +367,7 @@ TEST(AddChild, NeverLooksAtItemsUnlessKeptSorted) {
     EXPECT_EQ(to_line(root), "r{x(item=99999999999) x(item=99999999999) x(item=1)}");
 }
 
-TEST(AddNewNode, DoesNotSetTheParentWhichIsWanted) {
+TEST(AddNewNode, does_not_set_the_parent_which_is_wanted) {
     OpenElement parent("p");
     auto* child = new Element("c", nullptr, false);
     parent.add_new_node(child);
@@ -375,7 +375,7 @@ TEST(AddNewNode, DoesNotSetTheParentWhichIsWanted) {
     EXPECT_EQ(to_line(&parent), "p{c}");
 }
 
-TEST(AddNewNode, AppendsNodesOfAnyClass) {
+TEST(AddNewNode, appends_nodes_of_any_class) {
     Document document(false);
     Element* root = build(document, "r{a}");
     link(*root, std::make_unique<BareNode>("n", root, false));
@@ -384,7 +384,7 @@ TEST(AddNewNode, AppendsNodesOfAnyClass) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(AddNewNode, WorksOnANodeThatIsNoElement) {
+TEST(AddNewNode, works_on_a_node_that_is_no_element) {
     BareNode parent(std::string("p"));
     auto* first = new BareNode(std::string("a"));
     auto* second = new BareNode(std::string("b"));
@@ -395,7 +395,7 @@ TEST(AddNewNode, WorksOnANodeThatIsNoElement) {
     EXPECT_EQ(parent.get_child("b"), second);
 }
 
-TEST(AddNewNode, OnAnEmptyListTouchesNoLink) {
+TEST(AddNewNode, on_an_empty_list_touches_no_link) {
     OpenElement elsewhere("elsewhere");
     for (const bool sorted : {false, true}) {
         OpenElement parent("p", sorted);
@@ -408,7 +408,7 @@ TEST(AddNewNode, OnAnEmptyListTouchesNoLink) {
     }
 }
 
-TEST(AddNewNode, FailsOnAnItemBeyondTheRangeAndLeavesTheNodeToTheCaller) {
+TEST(AddNewNode, fails_on_an_item_beyond_the_range_and_leaves_the_node_to_the_caller) {
     Document document(true);
     Element* root = document.create_root_node("r");
     root->add_child("x", 1);
@@ -422,7 +422,7 @@ TEST(AddNewNode, FailsOnAnItemBeyondTheRangeAndLeavesTheNodeToTheCaller) {
     EXPECT_EQ(node->get_next_sibling(), nullptr);
 }
 
-/// What `add_child` throws for an item beyond the range, and the tree behind it.
+/// What `add_child` throws for an item beyond the range, and the tree after it.
 std::string fail_to_add_child() {
     Document document(true);
     Element* root = document.create_root_node("r");
@@ -438,7 +438,7 @@ std::string fail_to_add_child() {
 
 // The new child is not freed. That is seen in a process of its own, which kills itself, so that nobody who
 // looks for leaks at its end reports this one.
-TEST(AddChildDeathTest, WithAnItemBeyondTheRangeLeavesTheNewChildUnlinkedWhichIsWanted) {
+TEST(AddChildDeathTest, with_an_item_beyond_the_range_leaves_the_new_child_unlinked_which_is_wanted) {
     const auto fail_and_end = [] {
         std::cerr << fail_to_add_child() << '\n';
         static_cast<void>(std::raise(SIGKILL));
@@ -448,7 +448,7 @@ TEST(AddChildDeathTest, WithAnItemBeyondTheRangeLeavesTheNewChildUnlinkedWhichIs
 
 // Inserting
 
-TEST(InsertNode, IntoAnEmptyListTouchesNoLink) {
+TEST(InsertNode, into_an_empty_list_touches_no_link) {
     OpenElement elsewhere("elsewhere");
     OpenElement parent("p");
     auto* child = new OpenElement("c");
@@ -460,7 +460,7 @@ TEST(InsertNode, IntoAnEmptyListTouchesNoLink) {
     EXPECT_EQ(to_line(&parent), "p{c}");
 }
 
-TEST(InsertNode, LinksAtEveryPosition) {
+TEST(InsertNode, links_at_every_position) {
     const std::string rows[] = {"p{new a b c}", "p{a new b c}", "p{a b new c}", "p{a b c new}"};
     for (int position = 0; position <= 3; ++position) {
         SCOPED_TRACE(position);
@@ -473,7 +473,7 @@ TEST(InsertNode, LinksAtEveryPosition) {
     }
 }
 
-TEST(InsertNode, IgnoresThatTheParentIsKeptSortedWhichIsWanted) {
+TEST(InsertNode, ignores_that_the_parent_is_kept_sorted_which_is_wanted) {
     OpenElement parent("p", true);
     parent.add_child("b");
     parent.insert_node(parent.new_child("z"), parent.children.begin());
@@ -482,7 +482,7 @@ TEST(InsertNode, IgnoresThatTheParentIsKeptSortedWhichIsWanted) {
     EXPECT_TRUE(links_agree(&parent));
 }
 
-TEST(InsertNode, DoesNotSetTheParentWhichIsWanted) {
+TEST(InsertNode, does_not_set_the_parent_which_is_wanted) {
     OpenElement parent("p");
     parent.add_child("a");
     auto* child = new Element("c", nullptr, false);
@@ -491,7 +491,7 @@ TEST(InsertNode, DoesNotSetTheParentWhichIsWanted) {
     EXPECT_EQ(to_line(&parent), "p{c a}");
 }
 
-TEST(InsertNode, LeavesTheLinkThatPointsOutOfTheListAsItIs) {
+TEST(InsertNode, leaves_the_link_that_points_out_of_the_list_as_it_is) {
     OpenElement elsewhere("elsewhere");
     OpenElement parent("p");
     parent.add_child("a");
@@ -508,7 +508,7 @@ TEST(InsertNode, LeavesTheLinkThatPointsOutOfTheListAsItIs) {
 
 // Removing
 
-TEST(RemoveChild, NullIsRejectedBeforeTheEmptyCheck) {
+TEST(RemoveChild, null_is_rejected_before_the_empty_check) {
     Document document(false);
     Element* root = build(document, "r");
     EXPECT_THROW_MESSAGE(root->remove_child(nullptr), std::invalid_argument,
@@ -516,7 +516,7 @@ TEST(RemoveChild, NullIsRejectedBeforeTheEmptyCheck) {
     EXPECT_EQ(to_line(root), "r");
 }
 
-TEST(RemoveChild, NullIsRejectedAndTheTreeUnchanged) {
+TEST(RemoveChild, null_is_rejected_and_the_tree_unchanged) {
     Document document(false);
     Element* root = build(document, "r(x=1){a \"t\"}");
     EXPECT_THROW_MESSAGE(root->remove_child(nullptr), std::invalid_argument,
@@ -525,7 +525,7 @@ TEST(RemoveChild, NullIsRejectedAndTheTreeUnchanged) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(RemoveChild, NothingCanBeRemovedFromANodeWithoutChildren) {
+TEST(RemoveChild, nothing_can_be_removed_from_a_node_without_children) {
     Document document(false);
     Element* root = build(document, "r{a{b} c}");
     Node* a = root->get_child("a");
@@ -536,7 +536,7 @@ TEST(RemoveChild, NothingCanBeRemovedFromANodeWithoutChildren) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(RemoveChild, NothingCanBeRemovedFromTextOrAttributes) {
+TEST(RemoveChild, nothing_can_be_removed_from_text_or_attributes) {
     Document document(false);
     Element* root = build(document, "r(x=1){a \"t\"}");
     for (Node* childless : {static_cast<Node*>(root->get_attribute("x")), root->get_child("")}) {
@@ -548,7 +548,7 @@ TEST(RemoveChild, NothingCanBeRemovedFromTextOrAttributes) {
     EXPECT_EQ(to_line(root), "r(x=1){a \"t\"}");
 }
 
-TEST(RemoveChild, OfTheOnlyChildEmptiesTheList) {
+TEST(RemoveChild, of_the_only_child_empties_the_list) {
     Document document(false);
     Element* root = build(document, "r{a{b}}");
     root->remove_child(root->get_child("a"));
@@ -558,7 +558,7 @@ TEST(RemoveChild, OfTheOnlyChildEmptiesTheList) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(RemoveChild, RelinksTheNeighboursAtEveryPosition) {
+TEST(RemoveChild, relinks_the_neighbours_at_every_position) {
     const std::pair<std::string, std::string> rows[] = {
         {"a", "r{b \"t\" c}"}, {"b", "r{a \"t\" c}"}, {"", "r{a b c}"}, {"c", "r{a b \"t\"}"}};
     for (const auto& row : rows) {
@@ -571,7 +571,7 @@ TEST(RemoveChild, RelinksTheNeighboursAtEveryPosition) {
     }
 }
 
-TEST(RemoveChild, RelinksTheNeighboursInEveryOrderOfRemoval) {
+TEST(RemoveChild, relinks_the_neighbours_in_every_order_of_removal) {
     std::vector<int> order = {0, 1, 2, 3};
     do {
         Document document(false);
@@ -585,7 +585,7 @@ TEST(RemoveChild, RelinksTheNeighboursInEveryOrderOfRemoval) {
     } while (std::next_permutation(order.begin(), order.end()));
 }
 
-TEST(RemoveChild, DestroysTheWholeSubtreeAndNothingElse) {
+TEST(RemoveChild, destroys_the_whole_subtree_and_nothing_else) {
     Log log;
     Document document(false);
     Element* root = document.create_root_node("r");
@@ -599,7 +599,7 @@ TEST(RemoveChild, DestroysTheWholeSubtreeAndNothingElse) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(RemoveChild, KeepsChildrenSorted) {
+TEST(RemoveChild, keeps_children_sorted) {
     Document document(true);
     Element* root = build(document, "r{d b a c}");
     root->remove_child(root->get_child("b"));
@@ -608,7 +608,7 @@ TEST(RemoveChild, KeepsChildrenSorted) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(RemoveChild, RemovesEveryEntryOfANodeThatWasLinkedTwice) {
+TEST(RemoveChild, removes_every_entry_of_a_node_that_was_linked_twice) {
     Log log;
     OpenElement parent("p");
     parent.add_child("a");
@@ -622,7 +622,7 @@ TEST(RemoveChild, RemovesEveryEntryOfANodeThatWasLinkedTwice) {
     EXPECT_TRUE(links_agree(&parent));
 }
 
-TEST(RemoveChild, RemovesEveryEntryOfANodeThatStandsAtAnEndAsWell) {
+TEST(RemoveChild, removes_every_entry_of_a_node_that_stands_at_an_end_as_well) {
     for (const bool is_at_front : {true, false}) {
         Log log;
         OpenElement parent("p");
@@ -636,7 +636,8 @@ TEST(RemoveChild, RemovesEveryEntryOfANodeThatStandsAtAnEndAsWell) {
     }
 }
 
-TEST(RemoveChild, TakesAForeignNodeOutOfItsOwnSiblingsThoughItsParentStillListsItWhichIsWanted) {
+TEST(RemoveChild,
+     takes_a_foreign_node_out_of_its_own_siblings_though_its_parent_still_lists_it_which_is_wanted) {
     Log log;
     OpenElement owner("owner");
     owner.add_child("a");
@@ -654,7 +655,7 @@ TEST(RemoveChild, TakesAForeignNodeOutOfItsOwnSiblingsThoughItsParentStillListsI
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(RemoveChild, ByAParentOfOneDestroysAForeignNodeAndRelinksNothing) {
+TEST(RemoveChild, by_a_parent_of_one_destroys_a_foreign_node_and_relinks_nothing) {
     Log log;
     OpenElement owner("owner");
     LoggedElement* foreign = add_logged(log, owner, "foreign");
@@ -670,7 +671,7 @@ TEST(RemoveChild, ByAParentOfOneDestroysAForeignNodeAndRelinksNothing) {
     owner.children.pop_front();
 }
 
-TEST(RemoveChild, ByAParentOfOneDestroysANodeWithoutSiblingsAndKeepsItsOwnChild) {
+TEST(RemoveChild, by_a_parent_of_one_destroys_a_node_without_siblings_and_keeps_its_own_child) {
     Document document(false);
     Element* root = build(document, "r{x}");
     root->remove_child(new Element("free", nullptr, false));
@@ -678,7 +679,7 @@ TEST(RemoveChild, ByAParentOfOneDestroysANodeWithoutSiblingsAndKeepsItsOwnChild)
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(RemoveChild, OfADeepTreeNeedsNoDeepStack) {
+TEST(RemoveChild, of_a_deep_tree_needs_no_deep_stack) {
     Document document(false);
     build_chain(document, "n", deep);
     Element* root = document.get_root_node();
@@ -688,7 +689,7 @@ TEST(RemoveChild, OfADeepTreeNeedsNoDeepStack) {
 
 // Moving to the front
 
-TEST(SetChildFirst, LeavesTheFirstChildWhereItIs) {
+TEST(SetChildFirst, leaves_the_first_child_where_it_is) {
     Document document(false);
     Element* root = build(document, "r{a b c}");
     root->set_child_first(root->get_child("a"));
@@ -696,7 +697,7 @@ TEST(SetChildFirst, LeavesTheFirstChildWhereItIs) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(SetChildFirst, MovesAChildFromEveryPosition) {
+TEST(SetChildFirst, moves_a_child_from_every_position) {
     const std::pair<std::string, std::string> rows[] = {{"b", "r{b a c}"}, {"c", "r{c a b}"}};
     for (const auto& row : rows) {
         SCOPED_TRACE(row.first);
@@ -711,7 +712,7 @@ TEST(SetChildFirst, MovesAChildFromEveryPosition) {
     }
 }
 
-TEST(SetChildFirst, SwapsTwoChildrenAndLeavesAnOnlyChild) {
+TEST(SetChildFirst, swaps_two_children_and_leaves_an_only_child) {
     Document document(false);
     Element* root = build(document, "r{a \"t\"}");
     root->set_child_first(root->get_child(""));
@@ -723,7 +724,7 @@ TEST(SetChildFirst, SwapsTwoChildrenAndLeavesAnOnlyChild) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(SetChildFirst, IgnoresThatTheParentIsKeptSortedWhichIsWanted) {
+TEST(SetChildFirst, ignores_that_the_parent_is_kept_sorted_which_is_wanted) {
     Document document(true);
     Element* root = build(document, "r{a b c}");
     root->set_child_first(root->get_child("c"));
@@ -731,7 +732,7 @@ TEST(SetChildFirst, IgnoresThatTheParentIsKeptSortedWhichIsWanted) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(SetChildFirst, DoesNothingForAForeignNodeWithoutAPreviousSibling) {
+TEST(SetChildFirst, does_nothing_for_a_foreign_node_without_a_previous_sibling) {
     Document document(false);
     Document other(false);
     Element* root = build(document, "r{a b}");
@@ -742,7 +743,7 @@ TEST(SetChildFirst, DoesNothingForAForeignNodeWithoutAPreviousSibling) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(SetChildFirst, TakesAForeignNodeToTheFrontThoughItsParentStillListsItWhichIsWanted) {
+TEST(SetChildFirst, takes_a_foreign_node_to_the_front_though_its_parent_still_lists_it_which_is_wanted) {
     OpenElement owner("owner");
     for (const char* name : {"a", "foreign", "b"})
         owner.add_child(name);
@@ -759,7 +760,7 @@ TEST(SetChildFirst, TakesAForeignNodeToTheFrontThoughItsParentStillListsItWhichI
     EXPECT_TRUE(links_agree(&owner));
 }
 
-TEST(SetChildFirst, MakesAForeignNodeTheOnlyChildOfAParentWithoutChildrenWhichIsWanted) {
+TEST(SetChildFirst, makes_a_foreign_node_the_only_child_of_a_parent_without_children_which_is_wanted) {
     OpenElement owner("owner");
     for (const char* name : {"a", "foreign", "b"})
         owner.add_child(name);
@@ -790,7 +791,7 @@ public:
     Node* answer = nullptr;
 };
 
-TEST(ImportNode, AsksTheNodeItselfForACopyAndReturnsItsAnswer) {
+TEST(ImportNode, asks_the_node_itself_for_a_copy_and_returns_its_answer) {
     Document document(false);
     Element* root = build(document, "r{a}");
     AskedNode node;
@@ -803,7 +804,7 @@ TEST(ImportNode, AsksTheNodeItselfForACopyAndReturnsItsAnswer) {
 
 // Destruction
 
-TEST(NodeDestructor, DestroysParentsBeforeTheirChildrenFirstToLast) {
+TEST(NodeDestructor, destroys_parents_before_their_children_first_to_last) {
     Log log;
     auto root = std::make_unique<LoggedElement>(log, "r", nullptr, false);
     LoggedElement* a = add_logged(log, *root, "a");
@@ -817,7 +818,7 @@ TEST(NodeDestructor, DestroysParentsBeforeTheirChildrenFirstToLast) {
     EXPECT_EQ(log, (Log{"r 3", "a 2", "a1 1", "a1 text 0", "a2 0", "b 1", "b1 0", "c 0"}));
 }
 
-TEST(NodeDestructor, KeepsThatOrderAcrossPlainNodes) {
+TEST(NodeDestructor, keeps_that_order_across_plain_nodes) {
     Log log;
     auto root = std::make_unique<Element>("r", nullptr, false);
     Element* plain = root->add_child("plain");
@@ -830,7 +831,7 @@ TEST(NodeDestructor, KeepsThatOrderAcrossPlainNodes) {
     EXPECT_EQ(log, (Log{"a 0", "b 1", "c 0", "d 0"}));
 }
 
-TEST(NodeDestructor, OfAClassThatIsNoElementDestroysItsChildrenToo) {
+TEST(NodeDestructor, of_a_class_that_is_no_element_destroys_its_children_too) {
     Log log;
     auto root = std::make_unique<BareNode>(std::string("r"));
     auto* lower = new Logged<BareNode>(log, std::string("lower"));
@@ -840,7 +841,7 @@ TEST(NodeDestructor, OfAClassThatIsNoElementDestroysItsChildrenToo) {
     EXPECT_EQ(log, (Log{"lower 1", "lowest 0"}));
 }
 
-TEST(NodeDestructor, PassesOverNullEntries) {
+TEST(NodeDestructor, passes_over_null_entries) {
     Log log;
     auto root = std::make_unique<OpenElement>("r");
     add_logged(log, *root, "a");
@@ -851,7 +852,7 @@ TEST(NodeDestructor, PassesOverNullEntries) {
     EXPECT_EQ(log, (Log{"a 0", "b 0"}));
 }
 
-TEST(NodeDestructor, PassesOverNullEntriesBelow) {
+TEST(NodeDestructor, passes_over_null_entries_below) {
     Log log;
     auto root = std::make_unique<OpenElement>("r");
     OpenElement* lower = link(*root, std::make_unique<OpenElement>("lower"));
@@ -862,7 +863,7 @@ TEST(NodeDestructor, PassesOverNullEntriesBelow) {
     EXPECT_EQ(log, (Log{"lowest 0"}));
 }
 
-TEST(NodeDestructor, DoesNotUnlinkTheNodeWhichIsWanted) {
+TEST(NodeDestructor, does_not_unlink_the_node_which_is_wanted) {
     Log log;
     OpenElement parent("p");
     parent.add_child("a");
@@ -888,7 +889,7 @@ public:
     }
 };
 
-TEST(NodeDestructor, LetsADerivedClassRemoveItsChildrenFirst) {
+TEST(NodeDestructor, lets_a_derived_class_remove_its_children_first) {
     Log log;
     auto root = std::make_unique<Element>("r", nullptr, false);
     TidyElement* tidy = link(*root, std::make_unique<TidyElement>("tidy", root.get(), false));
@@ -899,7 +900,7 @@ TEST(NodeDestructor, LetsADerivedClassRemoveItsChildrenFirst) {
     EXPECT_EQ(log, (Log{"a 1 below tidy", "a1 0", "b 0 below tidy", "c 0"}));
 }
 
-TEST(NodeDestructor, OfADeepTreeNeedsNoDeepStack) {
+TEST(NodeDestructor, of_a_deep_tree_needs_no_deep_stack) {
     on_small_stack([] {
         Document document(false);
         build_chain(document, "n", deep);
@@ -921,7 +922,7 @@ private:
     std::size_t& count;
 };
 
-TEST(NodeDestructor, OfADeepTreeOfDerivedNodesNeedsNoDeepStack) {
+TEST(NodeDestructor, of_a_deep_tree_of_derived_nodes_needs_no_deep_stack) {
     std::size_t count = 0;
     on_small_stack([&count] {
         CountedElement root(nullptr, count);
@@ -934,7 +935,7 @@ TEST(NodeDestructor, OfADeepTreeOfDerivedNodesNeedsNoDeepStack) {
     EXPECT_EQ(count, deep);
 }
 
-TEST(NodeDestructor, OfAWideTreeVisitsEveryChild) {
+TEST(NodeDestructor, of_a_wide_tree_visits_every_child) {
     std::size_t count = 0;
     {
         CountedElement root(nullptr, count);

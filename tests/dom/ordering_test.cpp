@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cctype>
 #include <cerrno>
 #include <cstddef>
 #include <iterator>
@@ -26,6 +25,7 @@
 #include "support/check_links.h"
 #include "support/expect_throw.h"
 #include "support/small_stack.h"
+#include "support/test_names.h"
 #include "support/tree_text.h"
 
 namespace {
@@ -38,6 +38,7 @@ using quxml::NodeList;
 using quxml::TextNode;
 using quxml_test::build;
 using quxml_test::links_agree;
+using quxml_test::note_of;
 using quxml_test::on_small_stack;
 using quxml_test::to_line;
 
@@ -58,7 +59,7 @@ void PrintTo(const PairRow& row, std::ostream* out) {
 
 class IsSortedBefore : public ::testing::TestWithParam<PairRow> {};
 
-TEST_P(IsSortedBefore, ComparesBothWays) {
+TEST_P(IsSortedBefore, compares_both_ways) {
     const PairRow& row = GetParam();
     Document document(false);
     const NodeList pair = build(document, row.pair)->get_children();
@@ -72,8 +73,7 @@ const PairRow pairs[] = {
     {"case matters", "r{B a}", true, false},
     {"bytes are unsigned", "r{z \xc3\xa4}", true, false},
     {"names before items", "r{a(item=2) b(item=1)}", true, false},
-    {"names before items that can not be compared", "r{a(item=99999999999) b(item=99999999999)}", true,
-     false},
+    {"names before items that cannot be compared", "r{a(item=99999999999) b(item=99999999999)}", true, false},
     {"text before elements", "r{\"z\" a}", true, false},
     {"two texts are equal", "r{\"b\" \"a\"}", false, false},
     {"text and a nameless element are equal", "r{\"t\" ''}", false, false},
@@ -110,20 +110,9 @@ const PairRow pairs[] = {
     {"9x is the number 9", "r{a(item=9x) a(item=10)}", true, false},
 };
 
-std::string readable(std::string note) {
-    for (char& c : note) {
-        if (std::isalnum(static_cast<unsigned char>(c)) == 0)
-            c = '_';
-    }
-    return note;
-}
+INSTANTIATE_TEST_SUITE_P(Pairs, IsSortedBefore, ::testing::ValuesIn(pairs), note_of<PairRow>);
 
-INSTANTIATE_TEST_SUITE_P(Pairs, IsSortedBefore, ::testing::ValuesIn(pairs),
-                         [](const ::testing::TestParamInfo<PairRow>& row) {
-                             return readable(row.param.note);
-                         });
-
-TEST(IsSortedBefore, ComparesTheNullByteAsAByte) {
+TEST(IsSortedBefore, compares_the_null_byte_as_a_byte) {
     const std::string with_null("a\0b", 3);
     Element shorter("a", nullptr, false);
     Element longer(with_null, nullptr, false);
@@ -148,7 +137,7 @@ public:
     Node* get_deep_copy_of_node(bool /*deep*/, Element* /*parent*/) const override { return nullptr; }
 };
 
-TEST(IsSortedBefore, ComparesNodesOfOtherClassesByNameAlone) {
+TEST(IsSortedBefore, compares_nodes_of_other_classes_by_name_alone) {
     OtherNode other(std::string("b"));
     OtherNode same(std::string("b"));
     Element element("b", nullptr, false);
@@ -169,7 +158,7 @@ public:
     using Element::Element;
 };
 
-TEST(IsSortedBefore, TakesDerivedElementsForElements) {
+TEST(IsSortedBefore, takes_derived_elements_for_elements) {
     DerivedElement one("a", nullptr, false);
     DerivedElement two("a", nullptr, false);
     EXPECT_TRUE(is_sorted_before(&one, &two));
@@ -196,7 +185,7 @@ void PrintTo(const RangeRow& row, std::ostream* out) {
 
 class ItemRange : public ::testing::TestWithParam<RangeRow> {};
 
-TEST_P(ItemRange, IsCheckedWhenTheItemIsRead) {
+TEST_P(ItemRange, is_checked_when_the_item_is_read) {
     const RangeRow& row = GetParam();
     Element first("a", nullptr, false);
     Element second("a", nullptr, false);
@@ -216,7 +205,7 @@ const RangeRow ranges[] = {
     {"far below", "-99999999999999999999999999", "1", true, false},
     {"one beyond the largest", "2147483648", "1", true, false},
     {"one below the smallest", "1", "-2147483649", true, false},
-    {"beyond with something behind", "99999999999x", "1", true, false},
+    {"beyond with something after", "99999999999x", "1", true, false},
     {"the first is beyond, the second a text", beyond_int, "x", true, false},
     {"the first is a text, so the second is not read, wanted", "x", beyond_int, false, false},
     {"a lesser text, the second is not read, wanted", "!", beyond_int, false, true},
@@ -226,12 +215,9 @@ const RangeRow ranges[] = {
     {"the smallest fits", "-2147483648", "-2147483647", false, true},
 };
 
-INSTANTIATE_TEST_SUITE_P(Items, ItemRange, ::testing::ValuesIn(ranges),
-                         [](const ::testing::TestParamInfo<RangeRow>& row) {
-                             return readable(row.param.note);
-                         });
+INSTANTIATE_TEST_SUITE_P(Items, ItemRange, ::testing::ValuesIn(ranges), note_of<RangeRow>);
 
-TEST(IsSortedBefore, LeavesErrnoAsItIs) {
+TEST(IsSortedBefore, leaves_errno_as_it_is) {
     Element first("a", nullptr, false);
     Element second("a", nullptr, false);
     first.set_attribute("item", beyond_int);
@@ -251,7 +237,7 @@ TEST(IsSortedBefore, LeavesErrnoAsItIs) {
 
 // Sorted insertion, by example
 
-TEST(SortedInsertion, PlacesByNameAndItem) {
+TEST(SortedInsertion, places_by_name_and_item) {
     Document document(true);
     Element* root = document.create_root_node("r");
     const Element* x3 = root->add_child("x", 3);
@@ -268,13 +254,13 @@ TEST(SortedInsertion, PlacesByNameAndItem) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(SortedInsertion, PutsTextInFrontOfEarlierTextWhichIsWanted) {
+TEST(SortedInsertion, puts_text_in_front_of_earlier_text_which_is_wanted) {
     Document document(true);
     Element* root = build(document, "r{b \"1\" a \"2\"}");
     EXPECT_EQ(to_line(root), "r{\"2\" \"1\" a b}");
 }
 
-TEST(SortedInsertion, PutsAnElementWithoutAnItemBehindItsNamesakes) {
+TEST(SortedInsertion, puts_an_element_without_an_item_after_its_namesakes) {
     Document document(true);
     Element* root = document.create_root_node("r");
     root->add_child("x", "b");
@@ -286,7 +272,7 @@ TEST(SortedInsertion, PutsAnElementWithoutAnItemBehindItsNamesakes) {
     EXPECT_EQ(first->get_next_sibling(), second);
 }
 
-TEST(SortedInsertion, PassesNamesakesWithoutAnItemWhichIsWanted) {
+TEST(SortedInsertion, passes_namesakes_without_an_item_which_is_wanted) {
     Document document(true);
     Element* root = document.create_root_node("r");
     root->add_child("x");
@@ -297,7 +283,7 @@ TEST(SortedInsertion, PassesNamesakesWithoutAnItemWhichIsWanted) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(SortedInsertion, GoesBeforeAnEqualItem) {
+TEST(SortedInsertion, goes_before_an_equal_item) {
     Document document(true);
     Element* root = document.create_root_node("r");
     const Node* older = root->add_child("x", "7");
@@ -305,7 +291,7 @@ TEST(SortedInsertion, GoesBeforeAnEqualItem) {
     EXPECT_EQ(newer->get_next_sibling(), older);
 }
 
-TEST(SortedInsertion, StopsAtTheFirstChildThatDoesNotSortBefore) {
+TEST(SortedInsertion, stops_at_the_first_child_that_does_not_sort_before) {
     Document document(true);
     Element* root = build(document, "r{a b c}");
     root->get_child("b")->set_name("z");
@@ -314,7 +300,7 @@ TEST(SortedInsertion, StopsAtTheFirstChildThatDoesNotSortBefore) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(SortedInsertion, ReadsOnlyTheItemsOfNamesakesItPasses) {
+TEST(SortedInsertion, reads_only_the_items_of_namesakes_it_passes) {
     Document document(true);
     Element* root = document.create_root_node("r");
     root->add_child("w", beyond_int);
@@ -348,7 +334,7 @@ void PrintTo(const SortRow& row, std::ostream* out) {
 
 class SortChildren : public ::testing::TestWithParam<SortRow> {};
 
-TEST_P(SortChildren, Gives) {
+TEST_P(SortChildren, gives) {
     const SortRow& row = GetParam();
     Document document(false);
     Element* root = build(document, row.before);
@@ -378,12 +364,9 @@ const SortRow sorts[] = {
     {"case and bytes", "r{b \xc3\xa4 a B}", "r{B a b \xc3\xa4}"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, SortChildren, ::testing::ValuesIn(sorts),
-                         [](const ::testing::TestParamInfo<SortRow>& row) {
-                             return readable(row.param.note);
-                         });
+INSTANTIATE_TEST_SUITE_P(Rows, SortChildren, ::testing::ValuesIn(sorts), note_of<SortRow>);
 
-TEST(SortChildren, TwiceRestoresTheOrderOfNamesakesWithoutItems) {
+TEST(SortChildren, twice_restores_the_order_of_namesakes_without_items) {
     Document document(false);
     Element* root = build(document, "r{x(n=p) x(n=q) x(n=r)}");
     root->sort_children();
@@ -392,7 +375,7 @@ TEST(SortChildren, TwiceRestoresTheOrderOfNamesakesWithoutItems) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(SortChildren, ReversesNamesakesWithoutItemsHoweverManyTheyAreWhichIsWanted) {
+TEST(SortChildren, reverses_namesakes_without_items_however_many_they_are_which_is_wanted) {
     for (int count = 2; count <= 70; ++count) {
         SCOPED_TRACE(count);
         Document document(false);
@@ -410,7 +393,7 @@ TEST(SortChildren, ReversesNamesakesWithoutItemsHoweverManyTheyAreWhichIsWanted)
     }
 }
 
-TEST(SortChildren, WorksWhetherOrNotTheNodeIsKeptSorted) {
+TEST(SortChildren, works_whether_or_not_the_node_is_kept_sorted) {
     for (const bool sorted : {false, true}) {
         Document document(sorted);
         Element* root = build(document, "r{a b c}");
@@ -430,7 +413,7 @@ public:
     using Node::previous_sibling;
 };
 
-TEST(SortChildren, DoesNotTouchTheLinksOfAnOnlyChild) {
+TEST(SortChildren, does_not_touch_the_links_of_an_only_child) {
     OpenElement parent("p", nullptr, false);
     OpenElement elsewhere("elsewhere", nullptr, false);
     auto* child = new OpenElement("c", &parent, false);
@@ -442,7 +425,7 @@ TEST(SortChildren, DoesNotTouchTheLinksOfAnOnlyChild) {
     EXPECT_EQ(child->get_next_sibling(), &elsewhere);
 }
 
-TEST(SortChildren, RebuildsLinksThatWereWrong) {
+TEST(SortChildren, rebuilds_links_that_were_wrong) {
     OpenElement parent("p", nullptr, false);
     for (const char* name : {"c", "a", "b"}) {
         auto* child = new OpenElement(name, &parent, false);
@@ -459,7 +442,7 @@ TEST(SortChildren, RebuildsLinksThatWereWrong) {
     EXPECT_TRUE(links_agree(&parent));
 }
 
-TEST(SortChildren, WorksOnANodeThatIsNoElement) {
+TEST(SortChildren, works_on_a_node_that_is_no_element) {
     OtherNode parent(std::string("p"));
     auto* b = new OtherNode(std::string("b"));
     auto* a = new OtherNode(std::string("a"));
@@ -473,7 +456,7 @@ TEST(SortChildren, WorksOnANodeThatIsNoElement) {
     EXPECT_EQ(b->get_next_sibling(), nullptr);
 }
 
-TEST(SortChildren, FailsOnAnItemBeyondTheRangeAndLosesNoChild) {
+TEST(SortChildren, fails_on_an_item_beyond_the_range_and_loses_no_child) {
     for (int count = 2; count <= 20; ++count) {
         SCOPED_TRACE(count);
         Document document(false);
@@ -488,14 +471,14 @@ TEST(SortChildren, FailsOnAnItemBeyondTheRangeAndLosesNoChild) {
     }
 }
 
-TEST(SortChildren, FailsOnlyIfNamesakesWithItemsAreCompared) {
+TEST(SortChildren, fails_only_if_namesakes_with_items_are_compared) {
     Document document(false);
     Element* root = build(document, "r{y(item=99999999999) x(item=99999999999) x y \"t\"}");
     EXPECT_NO_THROW(root->sort_children());
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(SortChildrenRecursively, SortsEveryLevel) {
+TEST(SortChildrenRecursively, sorts_every_level) {
     Document document(false);
     Element* root = build(document, "r{b{\"t\" d c{f e}} a{d{h g} c} \"u\"}");
     root->sort_children_recursively();
@@ -503,14 +486,14 @@ TEST(SortChildrenRecursively, SortsEveryLevel) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(SortChildrenRecursively, SortsEachNodeOnce) {
+TEST(SortChildrenRecursively, sorts_each_node_once) {
     Document document(false);
     Element* root = build(document, "r{x(n=p){y(n=s) y(n=t)} x(n=q) x(n=r)}");
     root->sort_children_recursively();
     EXPECT_EQ(to_line(root), "r{x(n=r) x(n=q) x(n=p){y(n=t) y(n=s)}}");
 }
 
-TEST(SortChildrenRecursively, BeginsAtTheNodeItIsCalledOn) {
+TEST(SortChildrenRecursively, begins_at_the_node_it_is_called_on) {
     Document document(false);
     Element* root = build(document, "r{b{d c} a{d c}}");
     root->get_child("b")->sort_children_recursively();
@@ -518,14 +501,14 @@ TEST(SortChildrenRecursively, BeginsAtTheNodeItIsCalledOn) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(SortChildrenRecursively, GoesThroughAnOnlyChild) {
+TEST(SortChildrenRecursively, goes_through_an_only_child) {
     Document document(false);
     Element* root = build(document, "r{a{b{d c}}}");
     root->sort_children_recursively();
     EXPECT_EQ(to_line(root), "r{a{b{c d}}}");
 }
 
-TEST(SortChildrenRecursively, LeavesWhatComesBeforeAFailureSorted) {
+TEST(SortChildrenRecursively, leaves_what_comes_before_a_failure_sorted) {
     Document document(false);
     Element* root = build(document, "r{d{z y} c{x(item=1) x(item=99999999999)} b{z y}}");
     EXPECT_THROW_MESSAGE(root->sort_children_recursively(), std::out_of_range, "stoi");
@@ -536,7 +519,7 @@ TEST(SortChildrenRecursively, LeavesWhatComesBeforeAFailureSorted) {
     EXPECT_EQ(root->get_children().front(), root->get_child("b"));
 }
 
-TEST(SortChildrenRecursively, NeedsNoDeepStack) {
+TEST(SortChildrenRecursively, needs_no_deep_stack) {
     Document document(false);
     Element* lowest = document.create_root_node("r");
     for (int level = 0; level < 1000000; ++level) {
@@ -693,7 +676,7 @@ void insert_every_sequence(Twins& twins, int left) {
     }
 }
 
-TEST(SortedInsertion, AgreesWithTheModelForEverySequenceOfFive) {
+TEST(SortedInsertion, agrees_with_the_model_for_every_sequence_of_five) {
     Twins twins(true);
     insert_every_sequence(twins, 5);
 }
@@ -715,7 +698,7 @@ void sort_every_sequence(std::size_t count) {
     }
 }
 
-TEST(SortChildren, AgreesWithTheModelForEverySequenceOfUpToFour) {
+TEST(SortChildren, agrees_with_the_model_for_every_sequence_of_up_to_four) {
     for (std::size_t count = 0; count <= 4; ++count)
         sort_every_sequence(count);
 }
@@ -757,7 +740,7 @@ void change(Twins& twins, Dice& dice) {
     }
 }
 
-TEST(Ordering, AgreesWithTheModelAfterRandomChanges) {
+TEST(Ordering, agrees_with_the_model_after_random_changes) {
     for (unsigned seed = 1; seed <= 200; ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         Dice dice(seed);
@@ -769,7 +752,7 @@ TEST(Ordering, AgreesWithTheModelAfterRandomChanges) {
     }
 }
 
-TEST(Ordering, AgreesWithTheModelForManyChildren) {
+TEST(Ordering, agrees_with_the_model_for_many_children) {
     for (unsigned seed = 1; seed <= 20; ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         Dice dice(seed);

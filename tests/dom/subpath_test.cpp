@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cctype>
 #include <cstddef>
 #include <locale>
 #include <ostream>
@@ -16,6 +15,7 @@
 #include "quxml/Element.h"
 #include "quxml/TextNode.h"
 #include "support/small_stack.h"
+#include "support/test_names.h"
 #include "support/tree_text.h"
 
 namespace {
@@ -25,6 +25,7 @@ using quxml::Element;
 using quxml::Node;
 using quxml_test::build;
 using quxml_test::build_chain;
+using quxml_test::note_of;
 using quxml_test::on_small_stack;
 using quxml_test::to_line;
 
@@ -48,7 +49,7 @@ Node* go_down(Node* node, std::size_t levels) {
 
 class Subpath : public ::testing::TestWithParam<SubpathRow> {};
 
-TEST_P(Subpath, Is) {
+TEST_P(Subpath, is) {
     const SubpathRow& row = GetParam();
     Document document(false);
     Node* node = go_down(build(document, row.tree), row.level);
@@ -78,7 +79,7 @@ const SubpathRow rows[] = {
     {"the root above the end", library, 0, "/library/shelf", "/library"},
     {"the root is the whole path", library, 0, "/library", ""},
     {"the root without a slash, wanted", library, 0, "library", "/library"},
-    {"the root with a slash behind it, wanted", library, 0, "/library/", "/library"},
+    {"the root with a slash after it, wanted", library, 0, "/library/", "/library"},
     {"the root with two slashes, wanted", library, 0, "//library", "/library"},
     {"the whole path ends in a slash, wanted", library, 3, "/library/shelf/book/page/",
      "/library/shelf/book/page"},
@@ -97,7 +98,7 @@ const SubpathRow rows[] = {
     {"a longer name is another name", library, 2, "/library/shelf/books/page", ""},
     {"a name with a blank is another name", library, 2, "/library/shelf/ book/page", ""},
     {"names in the wrong order", library, 2, "/book/shelf/library", "/book"},
-    {"names behind the node's are all skipped", library, 1, "/library/shelf/x/y//z", "/library/shelf"},
+    {"names after the node's are all skipped", library, 1, "/library/shelf/x/y//z", "/library/shelf"},
     {"names between are skipped", library, 2, "/library/x/shelf/y/book/z", "/library/shelf/book"},
 
     {"namesakes: the root", doubled, 0, "/a/a/a", "/a"},
@@ -125,17 +126,9 @@ const SubpathRow rows[] = {
     {"no name at all: an empty path for a root without a name", "''", 0, "", ""},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, Subpath, ::testing::ValuesIn(rows),
-                         [](const ::testing::TestParamInfo<SubpathRow>& row) {
-                             std::string name = row.param.note;
-                             for (char& c : name) {
-                                 if (std::isalnum(static_cast<unsigned char>(c)) == 0)
-                                     c = '_';
-                             }
-                             return name;
-                         });
+INSTANTIATE_TEST_SUITE_P(Rows, Subpath, ::testing::ValuesIn(rows), note_of<SubpathRow>);
 
-TEST(SubpathOf, TextAndAttributesClimbToTheirElement) {
+TEST(SubpathOf, text_and_attributes_climb_to_their_element) {
     Document document(false);
     Element* root = build(document, "r{e(id=1){\"t\"}}");
     Node* e = root->get_child("e");
@@ -147,7 +140,7 @@ TEST(SubpathOf, TextAndAttributesClimbToTheirElement) {
     EXPECT_EQ(element->get_child_text()->get_subpath_for("/r/e"), "");
 }
 
-TEST(SubpathOf, ANameWithASlashMatchesNoComponent) {
+TEST(SubpathOf, a_name_with_a_slash_matches_no_component) {
     Document document(false);
     Element* root = build(document, "r{a/b}");
     Node* child = root->get_child("a/b");
@@ -155,13 +148,13 @@ TEST(SubpathOf, ANameWithASlashMatchesNoComponent) {
     EXPECT_EQ(root->get_subpath_for("/r/a/b/c"), "/r");
 }
 
-TEST(SubpathOf, AFreeStandingNodeIsItsOwnRoot) {
+TEST(SubpathOf, a_free_standing_node_is_its_own_root) {
     Element element("e", nullptr, false);
     EXPECT_EQ(element.get_subpath_for("/e/x"), "/e");
     EXPECT_EQ(element.get_subpath_for("/r/e/x"), "");
 }
 
-TEST(SubpathOf, ANodeThatWasNeverLinkedClimbsToTheParentItWasConstructedWith) {
+TEST(SubpathOf, a_node_that_was_never_linked_climbs_to_the_parent_it_was_constructed_with) {
     Element parent("p", nullptr, false);
     Element element("e", &parent, false);
     EXPECT_EQ(element.get_subpath_for("/p/e/x"), "/p/e");
@@ -190,7 +183,7 @@ private:
     std::locale former;
 };
 
-TEST(SubpathOf, FoldsCaseUnderTheGlobalLocale) {
+TEST(SubpathOf, folds_case_under_the_global_locale) {
     Document document(false);
     Element* root = build(document, "r{aq}");
     Node* node = root->get_child("aq");
@@ -203,7 +196,7 @@ TEST(SubpathOf, FoldsCaseUnderTheGlobalLocale) {
     EXPECT_EQ(node->get_subpath_for("/R/aq/x"), "") << "the first name, not folded";
 }
 
-TEST(SubpathOf, DoesNotFoldBytesBeyondAsciiUnderTheClassicLocale) {
+TEST(SubpathOf, does_not_fold_bytes_beyond_ascii_under_the_classic_locale) {
     Document document(false);
     Element* root = build(document, "r{\xc3\xa4}");
     Node* node = root->get_children().front();
@@ -211,7 +204,7 @@ TEST(SubpathOf, DoesNotFoldBytesBeyondAsciiUnderTheClassicLocale) {
     EXPECT_EQ(node->get_subpath_for("/r/\xc3\x84/x"), "");
 }
 
-TEST(SubpathOf, ADeepNodeNeedsNoDeepStack) {
+TEST(SubpathOf, a_deep_node_needs_no_deep_stack) {
     const std::size_t levels = 1000000;
     Document document(false);
     Element* lowest = build_chain(document, "n", levels);

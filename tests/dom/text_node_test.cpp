@@ -24,7 +24,7 @@ public:
     using TextNode::TextNode;
 };
 
-TEST(TextNodeConstructor, TakesTheParentAndANameAndNoTextWhichIsWanted) {
+TEST(TextNodeConstructor, takes_the_parent_and_a_name_and_no_text_which_is_wanted) {
     Element parent("p", nullptr, true);
     const OpenText text(&parent, "n");
     EXPECT_EQ(text.get_name(), "n");
@@ -37,20 +37,20 @@ TEST(TextNodeConstructor, TakesTheParentAndANameAndNoTextWhichIsWanted) {
     EXPECT_EQ(to_line(&parent), "p") << "it is not linked into the parent";
 }
 
-TEST(TextNodeConstructor, AcceptsANullParent) {
+TEST(TextNodeConstructor, accepts_a_null_parent) {
     const OpenText text(nullptr, "");
     EXPECT_EQ(text.get_parent(), nullptr);
     EXPECT_EQ(text.get_name(), "");
 }
 
-TEST(TextNode, MadeByAnElementHasNoNameAndTheGivenContent) {
+TEST(TextNode, made_by_an_element_has_no_name_and_the_given_content) {
     Document document(false);
     const TextNode* text = document.create_root_node("r")->add_child_text("abc");
     EXPECT_EQ(text->get_name(), "");
     EXPECT_EQ(text->get_content(), "abc");
 }
 
-TEST(TextNode, ReturnsItsContentAsACopy) {
+TEST(TextNode, returns_its_content_as_a_copy) {
     TextNode text(nullptr, "");
     text.set_content("a");
     std::string content = text.get_content();
@@ -58,7 +58,7 @@ TEST(TextNode, ReturnsItsContentAsACopy) {
     EXPECT_EQ(text.get_content(), "a");
 }
 
-TEST(TextNode, KeepsContentUnescapedAndByteForByte) {
+TEST(TextNode, keeps_content_unescaped_and_byte_for_byte) {
     const std::string odd("a<b&c\0\n\xff", 8);
     TextNode text(nullptr, "");
     text.set_content("a<b&c");
@@ -67,7 +67,7 @@ TEST(TextNode, KeepsContentUnescapedAndByteForByte) {
     EXPECT_EQ(text.get_content(), odd);
 }
 
-TEST(SetContent, AssignsACopyOfAText) {
+TEST(SetContent, assigns_a_copy_of_a_text) {
     TextNode text(nullptr, "n");
     const std::string fixed = "one";
     std::string content = "two";
@@ -81,7 +81,7 @@ TEST(SetContent, AssignsACopyOfAText) {
     EXPECT_EQ(text.get_name(), "n");
 }
 
-TEST(SetContent, ExchangesATextThatIsHandedOverWhichIsWanted) {
+TEST(SetContent, exchanges_a_text_that_is_handed_over_which_is_wanted) {
     for (const std::size_t size : {std::size_t{3}, std::size_t{100000}}) {
         TextNode text(nullptr, "");
         text.set_content("old");
@@ -95,7 +95,7 @@ TEST(SetContent, ExchangesATextThatIsHandedOverWhichIsWanted) {
     }
 }
 
-TEST(SetContent, AcceptsALiteralAndAnEmptyText) {
+TEST(SetContent, accepts_a_literal_and_an_empty_text) {
     TextNode text(nullptr, "");
     text.set_content("literal");
     EXPECT_EQ(text.get_content(), "literal");

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr std::uintptr_t behind_the_destructor = 2;
+constexpr std::uintptr_t after_the_destructor = 2;
 
 // A pointer to a virtual function holds the function's offset in the table, on some machines plus 1.
 template <typename MemberFunction>
@@ -23,20 +23,20 @@ std::uintptr_t slot_of(MemberFunction function) {
 
 template <typename AnyNode>
 void expect_slots_of_a_node() {
-    EXPECT_EQ(slot_of(&AnyNode::write_to_string), behind_the_destructor);
-    EXPECT_EQ(slot_of(&AnyNode::get_deep_copy_of_node), behind_the_destructor + 1);
+    EXPECT_EQ(slot_of(&AnyNode::write_to_string), after_the_destructor);
+    EXPECT_EQ(slot_of(&AnyNode::get_deep_copy_of_node), after_the_destructor + 1);
 }
 
 }  // namespace
 
-TEST(VirtualSlots, AreTheSameForAllNodes) {
+TEST(VirtualSlots, are_the_same_for_all_nodes) {
     expect_slots_of_a_node<quxml::Node>();
     expect_slots_of_a_node<quxml::Element>();
     expect_slots_of_a_node<quxml::Attribute>();
     expect_slots_of_a_node<quxml::TextNode>();
 }
 
-TEST(VirtualSlots, OfTheErrorAreThoseOfStandardExceptions) {
-    EXPECT_EQ(slot_of(&quxml::DomParserError::what), behind_the_destructor);
-    EXPECT_EQ(slot_of(&std::exception::what), behind_the_destructor);
+TEST(VirtualSlots, of_the_error_are_those_of_standard_exceptions) {
+    EXPECT_EQ(slot_of(&quxml::DomParserError::what), after_the_destructor);
+    EXPECT_EQ(slot_of(&std::exception::what), after_the_destructor);
 }

@@ -18,14 +18,14 @@ using quxml_test::number_too_large;
 using quxml_test::one_equals_sign;
 using quxml_test::QueryRow;
 
-// #13 is the text behind the elements.
+// #13 is the text after the elements.
 const char* const candidates =
     "r{a(n=a1,id=x,item=1){k(n=k1){\"v\"}} a(n=a2,id=y,item=2){k(n=k2){\"w\"} k(n=k3){\"v\"}}"
     " a(n=a3){k(n=k4){\"v\"}} \"t\"}";
 
 class ListFilter : public ::testing::TestWithParam<QueryRow> {};
 
-TEST_P(ListFilter, Selects) {
+TEST_P(ListFilter, selects) {
     quxml_test::check_exact(GetParam());
 }
 
@@ -63,7 +63,7 @@ const QueryRow order_rows[] = {
     {"a number drops text", candidates, "#1", "r/*[1]", "a1 a3"},
     {"number with a blank", candidates, "#1", "r/a[ 1]", "a3"},
     {"number with a sign", candidates, "#1", "r/a[+1]", "a3"},
-    {"number with text behind it", candidates, "#1", "r/a[1st]", "a3"},
+    {"number with text after it", candidates, "#1", "r/a[1st]", "a3"},
     {"number with a point", candidates, "#1", "r/a[1.5]", "a3"},
     {"number of another base", candidates, "#1", "r/a[0x1]", ""},
     {"largest number", candidates, "#1", "r/a[2147483647]", ""},
@@ -71,7 +71,7 @@ const QueryRow order_rows[] = {
     {"number too large", candidates, "#1", "r/a[2147483648]", number_too_large},
     {"number too small", candidates, "#1", "r/a[-2147483649]", number_too_large},
     {"number far too large", candidates, "#1", "r/a[99999999999999999999999]", number_too_large},
-    {"number too large with text behind it", candidates, "#1", "r/a[99999999999x]", number_too_large},
+    {"number too large with text after it", candidates, "#1", "r/a[99999999999x]", number_too_large},
 };
 INSTANTIATE_TEST_SUITE_P(Order, ListFilter, ::testing::ValuesIn(order_rows), quxml_test::note_of<QueryRow>);
 
@@ -99,9 +99,9 @@ const QueryRow run_rows[] = {
     {"a bad number is judged though no child has the name", candidates, "#1", "r/zzz[99999999999]",
      number_too_large},
     {"a step that is not reached is not judged", candidates, "#1", "r/zzz/a[k==v]", ""},
-    {"a step behind a first step that fails is not judged", candidates, "#1", "zzz/a[k==v]", ""},
-    {"a step behind an empty list is not judged", candidates, "#1", "r/a[9]/k[a==b]", ""},
-    {"a step behind a search that finds nothing is not judged", candidates, "#1", "//zzz/a[k==v]", ""},
+    {"a step after a first step that fails is not judged", candidates, "#1", "zzz/a[k==v]", ""},
+    {"a step after an empty list is not judged", candidates, "#1", "r/a[9]/k[a==b]", ""},
+    {"a step after a search that finds nothing is not judged", candidates, "#1", "//zzz/a[k==v]", ""},
     {"a step that is reached is judged", candidates, "#1", "r/a[1]/zzz[k==v]", one_equals_sign},
 };
 INSTANTIATE_TEST_SUITE_P(Runs, ListFilter, ::testing::ValuesIn(run_rows), quxml_test::note_of<QueryRow>);
@@ -111,8 +111,8 @@ const QueryRow cut_rows[] = {
     {"a predicate of one character without a bracket is empty", candidates, "#1", "r/a[2", "a1 a2 a3"},
     {"an opening bracket alone passes the list", candidates, "#1", "r/a[", "a1 a2 a3"},
     {"any character may stand for the bracket", candidates, "#1", "r/a[2)", "a2"},
-    {"one character behind the bracket", candidates, "#1", "r/a[2]x", "a2"},
-    {"two characters behind the bracket are a predicate", candidates, "#1", "r/a[@id]xy", ""},
+    {"one character after the bracket", candidates, "#1", "r/a[2]x", "a2"},
+    {"two characters after the bracket are a predicate", candidates, "#1", "r/a[@id]xy", ""},
     {"text between the brackets is a predicate", candidates, "#1", "r/a[@id]2[k=v]", "a2"},
     {"brackets without text pass the list", candidates, "#1", "r/a[][]", "a1 a2 a3"},
     {"two closing brackets", candidates, "#1", "r/a[2]]", "a2"},
@@ -121,7 +121,7 @@ const QueryRow cut_rows[] = {
     {"a closing bracket within a value cuts it", candidates, "#1", "r/a[k='w]z']", ""},
     {"an opening bracket within a value cuts it", candidates, "#1", "r/a[@id='[2]", "a2"},
     {"a slash within a value cuts the step", candidates, "#1", "r/a[@id='x'/k", "k1"},
-    {"the rest behind a slash is a step", candidates, "#1", "r/a[k='w/x']", ""},
+    {"the rest after a slash is a step", candidates, "#1", "r/a[k='w/x']", ""},
     {"an empty name test keeps nothing", candidates, "#1", "r/[1]", ""},
     {"an empty name test keeps no text", candidates, "#1", "r/[last()]", ""},
     {"an empty name test with an empty predicate keeps nothing", candidates, "#1", "r/[]", ""},
@@ -150,7 +150,7 @@ const QueryRow literal_rows[] = {
     {"a sibling of another name does not count", "r{b(n=b) c{\"x\"}}", "#1", "r/b[x]", ""},
     {"a child of the node does not count", "r{b(n=b){x(n=x) b{\"x\"}}}", "#1", "r/b[x]", ""},
     {"only the first text counts", "r{b(n=b){\"w\" \"x\"}}", "#1", "r/b[x]", ""},
-    {"text behind other children counts", "r{b(n=b){c \"x\"}}", "#1", "r/b[x]", "b"},
+    {"text after other children counts", "r{b(n=b){c \"x\"}}", "#1", "r/b[x]", "b"},
     {"one text node gives nothing", "r{\"x\"}", "#1", "r/*[x]", ""},
     {"an empty literal asks for an empty text", "r{b(n=b){\"\"}}", "#1", "r/b['']", "b"},
     {"an empty literal does not ask for no text", "r{b(n=b)}", "#1", "r/b['']", ""},

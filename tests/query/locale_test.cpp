@@ -1,5 +1,5 @@
 // Queries under a global locale whose character classes differ from the ordinary ones: it decides which
-// letters of names count as equal and which characters are trimmed from a path, and it is taken anew at each
+// letters of names count as equal and which characters are trimmed from a path, and it is taken again at each
 // call.
 
 #include "quxml/Node.h"
@@ -89,7 +89,7 @@ std::string prefix(const Tree& tree, const std::string& path) {
     return tree.names(tree.node("#1")->find_substring_match(path));
 }
 
-TEST(GlobalLocaleOfQueries, DecidesWhichLettersOfNamesAreEqual) {
+TEST(GlobalLocaleOfQueries, decides_which_letters_of_names_are_equal) {
     const Tree tree(cats);
     const GlobalLocale changed(with_facet(new FoursAreLetters));
     EXPECT_EQ(exact(tree, "r/cat"), "1 2 3 4");
@@ -99,7 +99,7 @@ TEST(GlobalLocaleOfQueries, DecidesWhichLettersOfNamesAreEqual) {
     EXPECT_EQ(exact(tree, "r/cat[last()]"), "4");
 }
 
-TEST(GlobalLocaleOfQueries, DecidesWhichBeginningsOfNamesAreEqual) {
+TEST(GlobalLocaleOfQueries, decides_which_beginnings_of_names_are_equal) {
     const Tree tree(cats);
     const GlobalLocale changed(with_facet(new FoursAreLetters));
     EXPECT_EQ(prefix(tree, "r/ca"), "1 2 3 4 6");
@@ -107,7 +107,7 @@ TEST(GlobalLocaleOfQueries, DecidesWhichBeginningsOfNamesAreEqual) {
     EXPECT_EQ(prefix(tree, "r/cattle"), "6");
 }
 
-TEST(GlobalLocaleOfQueries, CanMakeNamesDependOnTheirCase) {
+TEST(GlobalLocaleOfQueries, can_make_names_depend_on_their_case) {
     const Tree tree(cats);
     const GlobalLocale changed(with_facet(new NoCapitals));
     EXPECT_EQ(exact(tree, "r/cat"), "1");
@@ -117,7 +117,7 @@ TEST(GlobalLocaleOfQueries, CanMakeNamesDependOnTheirCase) {
     EXPECT_EQ(prefix(tree, "r/C"), "3 4");
 }
 
-TEST(GlobalLocaleOfQueries, DecidesAboutBytesBeyondAscii) {
+TEST(GlobalLocaleOfQueries, decides_about_bytes_beyond_ascii) {
     const Tree tree("r{k\xF6k(n=1) K\xD6K(n=2) k\xF6ken(n=3)}");
     EXPECT_EQ(exact(tree, "r/k\xF6k"), "1");
     EXPECT_EQ(prefix(tree, "r/K\xD6"), "2");
@@ -126,7 +126,7 @@ TEST(GlobalLocaleOfQueries, DecidesAboutBytesBeyondAscii) {
     EXPECT_EQ(prefix(tree, "r/K\xD6"), "1 2 3");
 }
 
-TEST(GlobalLocaleOfQueries, IsTakenAnewAtEachCall) {
+TEST(GlobalLocaleOfQueries, is_taken_again_at_each_call) {
     const Tree tree(cats);
     EXPECT_EQ(exact(tree, "r/cat"), "1 4");
     {
@@ -142,7 +142,7 @@ TEST(GlobalLocaleOfQueries, IsTakenAnewAtEachCall) {
     EXPECT_EQ(prefix(tree, "r/cat"), "1 4");
 }
 
-TEST(GlobalLocaleOfQueries, DoesNotTouchWhatIsComparedExactly) {
+TEST(GlobalLocaleOfQueries, does_not_touch_what_is_compared_exactly) {
     const Tree tree("r{cat(n=1,a=a,item=a){a{\"a\"}} cat(n=2,4=4,item=4){4{\"4\"}}}");
     const GlobalLocale changed(with_facet(new FoursAreLetters));
     EXPECT_EQ(exact(tree, "r/c4t[@a]"), "1");
@@ -155,7 +155,7 @@ TEST(GlobalLocaleOfQueries, DoesNotTouchWhatIsComparedExactly) {
     EXPECT_EQ(exact(tree, "r/c4t[position()=1]"), "1");
 }
 
-TEST(GlobalLocaleOfQueries, DecidesWhatIsTrimmedFromAPath) {
+TEST(GlobalLocaleOfQueries, decides_what_is_trimmed_from_a_path) {
     const Tree tree("_r{a(n=a)}");
     const Tree other("r{a(n=a) ' '(n=blank)}");
     EXPECT_EQ(exact(tree, " _r/a "), "a");
@@ -170,7 +170,7 @@ TEST(GlobalLocaleOfQueries, DecidesWhatIsTrimmedFromAPath) {
     EXPECT_EQ(exact(other, "r/_"), "a blank") << "an empty last step";
 }
 
-TEST(GlobalLocaleOfQueries, DecidesWhichPathsAreWhiteSpaceOnly) {
+TEST(GlobalLocaleOfQueries, decides_which_paths_are_white_space_only) {
     const Tree tree("r{a(n=a)}");
     const XPathHelper helper(
         [](const std::string& name, const std::string& name_test) { return name == name_test; });
@@ -181,7 +181,7 @@ TEST(GlobalLocaleOfQueries, DecidesWhichPathsAreWhiteSpaceOnly) {
     EXPECT_EQ(tree.names(helper.find(tree.node("#1"), " ")), "a") << "the results that are held";
 }
 
-TEST(GlobalLocaleOfQueries, DoesNotTouchNumbersAndQuotes) {
+TEST(GlobalLocaleOfQueries, does_not_touch_numbers_and_quotes) {
     const Tree tree("r{a(n=1,x=v) a(n=2,x=w){b{\"v\"}}}");
     const GlobalLocale changed(with_facet(new UnderscoresAreSpace));
     EXPECT_EQ(exact(tree, "r/a[position()= 2]"), "2");
@@ -193,7 +193,7 @@ TEST(GlobalLocaleOfQueries, DoesNotTouchNumbersAndQuotes) {
               quxml_test::not_a_number);
 }
 
-TEST(GlobalLocaleOfQueries, IsLeftAsItWas) {
+TEST(GlobalLocaleOfQueries, is_left_as_it_was) {
     const Tree tree(cats);
     const std::locale own = with_facet(new FoursAreLetters);
     const GlobalLocale changed(own);
@@ -203,7 +203,7 @@ TEST(GlobalLocaleOfQueries, IsLeftAsItWas) {
     EXPECT_EQ(std::locale(), own);
 }
 
-TEST(GlobalLocaleOfQueries, TheSlowEngineAgrees) {
+TEST(GlobalLocaleOfQueries, the_slow_engine_agrees) {
     const Tree tree(cats);
     const GlobalLocale changed(with_facet(new FoursAreLetters));
     quxml::Node* const root = tree.node("#1");

@@ -38,7 +38,7 @@ const char* const boats = "r(n=r){book(n=1) Boat(n=2) ebook(n=3) \"bo\"}";
 
 class ExactMatch : public ::testing::TestWithParam<QueryRow> {};
 
-TEST_P(ExactMatch, Selects) {
+TEST_P(ExactMatch, selects) {
     quxml_test::check_exact(GetParam());
 }
 
@@ -49,7 +49,7 @@ const QueryRow library_rows[] = {
     {"the first step names the start node", library, "#1", "book", ""},
     {"search from the start node", library, "#1", "//book", "b1 b2 b3"},
     {"search below a step", library, "#1", "library//title", "t1 t2 t3"},
-    {"steps behind a search", library, "#1", "//shelf/book/title", "t3"},
+    {"steps after a search", library, "#1", "//shelf/book/title", "t3"},
     {"an empty last step takes all children", library, "#1", "library/", "b1 b2 s"},
     {"any name with an attribute", library, "#1", "library/*[@id]", "b1 b2"},
     {"attribute value", library, "#1", "library/book[@id='2']", "b2"},
@@ -74,7 +74,7 @@ const QueryRow split_rows[] = {
     {"white space around the path is removed", library, "#1", " \t\n\v\f\rlibrary/book \t\n\v\f\r", "b1 b2"},
     {"white space before a leading slash", library, "#1", "  /library", "#1"},
     {"white space before a search", library, "#1", "\n//shelf", "s"},
-    {"white space behind an empty last step", library, "#1", "library/ ", "b1 b2 s"},
+    {"white space after an empty last step", library, "#1", "library/ ", "b1 b2 s"},
     {"white space within the path belongs to the names", library, "#1", "library / book", ""},
     {"white space before an inner name", library, "#1", "library/ book", ""},
     {"a step of white space is a name", library, "#1", "library/ /title", ""},
@@ -87,12 +87,12 @@ const QueryRow split_rows[] = {
     {"three slashes at the start", library, "#1", "///book", ""},
     {"three slashes between steps", library, "#1", "library///book", ""},
     {"four slashes between steps", library, "#1", "library////book", ""},
-    {"an empty last step behind a search", library, "#1", "//book/", "t1 t2 t3"},
-    {"an empty last step behind two steps", library, "#1", "library/book/", "t1 t2"},
+    {"an empty last step after a search", library, "#1", "//book/", "t1 t2 t3"},
+    {"an empty last step after two steps", library, "#1", "library/book/", "t1 t2"},
     {"an empty last step takes text", library, "#1", "library/book/title/", "#4 #7"},
     {"an empty last step takes elements and text", mixed, "#1", "p/", "#2 b #5"},
     {"an empty last step on a leaf", sections, "para", "para/", ""},
-    {"an empty last step behind a name that fails", library, "#1", "book/", ""},
+    {"an empty last step after a name that fails", library, "#1", "book/", ""},
     {"search with an empty step", library, "#1", "//book//", ""},
 };
 INSTANTIATE_TEST_SUITE_P(Splitting, ExactMatch, ::testing::ValuesIn(split_rows),
@@ -150,7 +150,7 @@ const QueryRow search_rows[] = {
     {"a search below a child", library, "#1", "library/shelf//title", "t3"},
     {"a search below a child from elsewhere", library, "s", "shelf//book", "b3"},
     {"a search stops at the outer match", sections, "#1", "//section", "outer"},
-    {"a step behind a search does not look below the outer match", sections, "#1", "//section/para", ""},
+    {"a step after a search does not look below the outer match", sections, "#1", "//section/para", ""},
     {"a search for what only the inner one has", sections, "#1", "//para", "para"},
     {"a search below the outer match finds the inner one", sections, "#1", "section//section", "inner"},
     {"a search below a search looks below the outer match", sections, "#1", "//section//para", "para"},
@@ -179,7 +179,7 @@ INSTANTIATE_TEST_SUITE_P(Searches, ExactMatch, ::testing::ValuesIn(search_rows),
 
 class PrefixMatch : public ::testing::TestWithParam<QueryRow> {};
 
-TEST_P(PrefixMatch, Selects) {
+TEST_P(PrefixMatch, selects) {
     quxml_test::check_prefix(GetParam());
 }
 
@@ -209,7 +209,7 @@ const QueryRow prefix_rows[] = {
 };
 INSTANTIATE_TEST_SUITE_P(Names, PrefixMatch, ::testing::ValuesIn(prefix_rows), quxml_test::note_of<QueryRow>);
 
-TEST(FindExactMatch, EachCallStartsWithoutResults) {
+TEST(FindExactMatch, each_call_starts_without_results) {
     const Tree tree(library);
     quxml::Node* const root = tree.node("#1");
     EXPECT_EQ(tree.names(root->find_exact_match("library/book")), "b1 b2");
@@ -218,14 +218,14 @@ TEST(FindExactMatch, EachCallStartsWithoutResults) {
     EXPECT_EQ(tree.names(root->find_exact_match("nothing")), "");
 }
 
-TEST(FindExactMatch, ResultsAreACopyThatTheTreeDoesNotShare) {
+TEST(FindExactMatch, results_are_a_copy_that_the_tree_does_not_share) {
     const Tree tree(library);
     NodeSet found = tree.node("#1")->find_exact_match("library/book");
     found.clear();
     EXPECT_EQ(tree.names(tree.node("#1")->find_exact_match("library/book")), "b1 b2");
 }
 
-TEST(FindExactMatch, SeesChangesOfTheTree) {
+TEST(FindExactMatch, sees_changes_of_the_tree) {
     Document document(false);
     Element* const root = document.create_root_node("r");
     EXPECT_EQ(root->find_exact_match("r/a"), NodeSet());
@@ -238,7 +238,7 @@ TEST(FindExactMatch, SeesChangesOfTheTree) {
     EXPECT_EQ(root->find_exact_match("r/b"), NodeSet());
 }
 
-TEST(FindExactMatch, ElementsWithAnEmptyNameAreFoundByAnEmptyNameTestOfASearchAlone) {
+TEST(FindExactMatch, elements_with_an_empty_name_are_found_by_an_empty_name_test_of_a_search_alone) {
     Document document(false);
     Element* const root = document.create_root_node("r");
     Element* const nameless = root->add_child("");
@@ -249,7 +249,7 @@ TEST(FindExactMatch, ElementsWithAnEmptyNameAreFoundByAnEmptyNameTestOfASearchAl
     EXPECT_EQ(nameless->find_exact_match("[@id]"), NodeSet({nameless}));
 }
 
-TEST(FindExactMatch, AnAttributeCanBeTheStartNode) {
+TEST(FindExactMatch, an_attribute_can_be_the_start_node) {
     Document document(false);
     Element* const root = document.create_root_node("r");
     quxml::Attribute* const id = root->set_attribute("id", "1");
@@ -258,7 +258,7 @@ TEST(FindExactMatch, AnAttributeCanBeTheStartNode) {
     EXPECT_EQ(id->find_exact_match("id[1]"), NodeSet());
 }
 
-TEST(FindExactMatch, ErrorsLeaveTheTreeUntouchedAndTheNextQueryWorks) {
+TEST(FindExactMatch, errors_leave_the_tree_untouched_and_the_next_query_works) {
     const Tree tree(library);
     const std::string before = tree.line();
     quxml::Node* const root = tree.node("#1");
@@ -289,7 +289,7 @@ std::string repeated(const std::string& text, std::size_t count) {
     return result;
 }
 
-TEST(DeepTree, ASearchFindsTheDeepestNode) {
+TEST(DeepTree, a_search_finds_the_deepest_node) {
     quxml_test::on_small_stack([] {
         Document document(false);
         Element* const root = document.create_root_node("root");
@@ -300,7 +300,7 @@ TEST(DeepTree, ASearchFindsTheDeepestNode) {
     });
 }
 
-TEST(DeepTree, ASearchForAnyNodeFindsAll) {
+TEST(DeepTree, a_search_for_any_node_finds_all) {
     quxml_test::on_small_stack([] {
         Document document(false);
         Element* const root = document.create_root_node("root");
@@ -310,7 +310,7 @@ TEST(DeepTree, ASearchForAnyNodeFindsAll) {
     });
 }
 
-TEST(DeepTree, ASearchWithAPredicatePassesNodesWithoutTheAttribute) {
+TEST(DeepTree, a_search_with_a_predicate_passes_nodes_without_the_attribute) {
     quxml_test::on_small_stack([] {
         Document document(false);
         Element* const root = document.create_root_node("x");
@@ -320,7 +320,7 @@ TEST(DeepTree, ASearchWithAPredicatePassesNodesWithoutTheAttribute) {
     });
 }
 
-TEST(DeepTree, ASearchBelowASearchFindsTheDeepestNode) {
+TEST(DeepTree, a_search_below_a_search_finds_the_deepest_node) {
     quxml_test::on_small_stack([] {
         Document document(false);
         Element* const root = document.create_root_node("root");
@@ -332,7 +332,7 @@ TEST(DeepTree, ASearchBelowASearchFindsTheDeepestNode) {
     });
 }
 
-TEST(DeepTree, AnErrorInTheDepthReachesTheCaller) {
+TEST(DeepTree, an_error_in_the_depth_reaches_the_caller) {
     quxml_test::on_small_stack([] {
         Document document(false);
         Element* const root = document.create_root_node("root");
@@ -344,7 +344,7 @@ TEST(DeepTree, AnErrorInTheDepthReachesTheCaller) {
 
 const std::size_t long_path = 100000;
 
-TEST(LongPath, ChildStepsReachTheDeepestNode) {
+TEST(LongPath, child_steps_reach_the_deepest_node) {
     quxml_test::on_small_stack([] {
         Document document(false);
         Element* const root = document.create_root_node("x");
@@ -355,7 +355,7 @@ TEST(LongPath, ChildStepsReachTheDeepestNode) {
     });
 }
 
-TEST(LongPath, SearchesReachTheDeepestNode) {
+TEST(LongPath, searches_reach_the_deepest_node) {
     quxml_test::on_small_stack([] {
         Document document(false);
         Element* const root = document.create_root_node("x");
@@ -365,7 +365,7 @@ TEST(LongPath, SearchesReachTheDeepestNode) {
     });
 }
 
-TEST(LongPath, SlashesAlone) {
+TEST(LongPath, slashes_alone) {
     quxml_test::on_small_stack([] {
         Document document(false);
         Element* const root = document.create_root_node("x");
@@ -375,7 +375,7 @@ TEST(LongPath, SlashesAlone) {
     });
 }
 
-TEST(LongPath, ManyPredicatesInOneStep) {
+TEST(LongPath, many_predicates_in_one_step) {
     quxml_test::on_small_stack([] {
         Document document(false);
         Element* const root = document.create_root_node("r");

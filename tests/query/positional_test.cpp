@@ -27,7 +27,7 @@ const char* const one = "r{a(n=1)}";
 
 class Positional : public ::testing::TestWithParam<QueryRow> {};
 
-TEST_P(Positional, Selects) {
+TEST_P(Positional, selects) {
     quxml_test::check_exact(GetParam());
 }
 
@@ -55,7 +55,7 @@ const QueryRow number_rows[] = {
      "1 3"},
     {"0 selects the item 0", "r{a(n=1,item=0) a(n=2)}", "#1", "r/a[0]", "1"},
     {"a negative number selects its item", "r{a(n=1,item=-3) a(n=2)}", "#1", "r/a[-3]", "1"},
-    {"text behind the number is part of the item", "r{a(n=1,item=2nd) a(n=2,item=2)}", "#1", "r/a[2nd]", "1"},
+    {"text after the number is part of the item", "r{a(n=1,item=2nd) a(n=2,item=2)}", "#1", "r/a[2nd]", "1"},
     {"blanks are part of the item", "r{a(n=1,item=2) a(n=2,item=' 2')}", "#1", "r/a[ 2]", "2"},
     {"an empty item is no missing item", "r{a(n=1,item='') a(n=2)}", "#1", "r/a[1]", "2"},
     {"several numbers", "r{a(n=1,item=1) a(n=2,item=2)}", "#1", "r/a[1][2]", ""},
@@ -71,20 +71,20 @@ const QueryRow last_rows[] = {
     {"the first from the end", four, "#1", "r/a[last()-3]", "1"},
     {"before the first", four, "#1", "r/a[last()-4]", ""},
     {"far before the first", "r{a(n=1) a(n=2) a(n=3)}", "#1", "r/a[last()-5]", ""},
-    {"behind the last", "r{a(n=1) a(n=2) a(n=3)}", "#1", "r/a[last()+1]", ""},
+    {"after the last", "r{a(n=1) a(n=2) a(n=3)}", "#1", "r/a[last()+1]", ""},
     {"an offset of zero", four, "#1", "r/a[last()-0]", "4"},
     {"a positive offset of zero", four, "#1", "r/a[last()+0]", "4"},
     {"an offset without a sign", four, "#1", "r/a[last()0]", "4"},
     {"blanks before the offset", four, "#1", "r/a[last() -1]", "3"},
-    {"text behind the offset", four, "#1", "r/a[last()-1 or so]", "3"},
+    {"text after the offset", four, "#1", "r/a[last()-1 or so]", "3"},
     {"text before last", four, "#1", "r/a[-1last()]", "4"},
     {"the largest offset", four, "#1", "r/a[last()+2147483647]", ""},
     {"the smallest offset", four, "#1", "r/a[last()-2147483648]", ""},
     {"blanks within the offset throw", four, "#1", "r/a[last() - 1]", not_a_number},
-    {"a blank alone behind last throws", four, "#1", "r/a[last() ]", not_a_number},
+    {"a blank alone after last throws", four, "#1", "r/a[last() ]", not_a_number},
     {"an offset that is no number throws", four, "#1", "r/a[last()-x]", not_a_number},
     {"a second last throws", four, "#1", "r/a[last()last()]", not_a_number},
-    {"a second last behind an offset is ignored", four, "#1", "r/a[last()-1last()]", "3"},
+    {"a second last after an offset is ignored", four, "#1", "r/a[last()-1last()]", "3"},
     {"an offset too large throws", four, "#1", "r/a[last()+2147483648]", number_too_large},
     {"an offset too small throws", four, "#1", "r/a[last()-2147483649]", number_too_large},
     {"a bad offset throws for no nodes too", four, "#1", "r/b[last()-x]", not_a_number},
@@ -123,29 +123,29 @@ const QueryRow position_rows[] = {
     {"equal to the largest number", four, "#1", "r/a[position()=2147483647]", ""},
     {"equal to the smallest number", four, "#1", "r/a[position()=-2147483648]", ""},
     {"blanks before the number", four, "#1", "r/a[position() = 2]", "2"},
-    {"text behind the number", four, "#1", "r/a[position()<3)]", "1 2"},
+    {"text after the number", four, "#1", "r/a[position()<3)]", "1 2"},
     {"text before position", four, "#1", "r/a[(position()<3]", "1 2"},
     {"it is deliberate that greater overrides less", four, "#1", "r/a[position()<3 and position()>0]",
      "1 2 3"},
-    {"less behind greater is overridden too", four, "#1", "r/a[position()>1 and position()<3]", "2 3"},
+    {"less after greater is overridden too", four, "#1", "r/a[position()>1 and position()<3]", "2 3"},
     {"equal overrides less", four, "#1", "r/a[position()<3 or position()=4]", "4"},
     {"equal overrides greater", four, "#1", "r/a[position()>1 and position()=1]", "1"},
     {"the first of several equal numbers counts", four, "#1", "r/a[position()=2 or position()=3]", "2"},
     {"the first of several less counts", four, "#1", "r/a[position()<2 or position()<4]", "1"},
     {"it is deliberate that less or equal throws", four, "#1", "r/a[position()<=2]", not_a_number},
     {"it is deliberate that greater or equal throws", four, "#1", "r/a[position()>=2]", not_a_number},
-    {"less or equal behind less throws", four, "#1", "r/a[position()<2 or position()<=3]", not_a_number},
+    {"less or equal after less throws", four, "#1", "r/a[position()<2 or position()<=3]", not_a_number},
     {"equal or less throws", four, "#1", "r/a[position()=<2]", not_a_number},
     {"two equals signs throw", four, "#1", "r/a[position()==2]", not_a_number},
     {"not equal reads its equals sign", four, "#1", "r/a[position()!=2]", "2"},
-    {"no number behind less throws", four, "#1", "r/a[position()<]", not_a_number},
-    {"no number behind greater throws", four, "#1", "r/a[position()>]", not_a_number},
-    {"no number behind equal throws", four, "#1", "r/a[position()=]", not_a_number},
-    {"a name behind equal throws", four, "#1", "r/a[position()=x]", not_a_number},
+    {"no number after less throws", four, "#1", "r/a[position()<]", not_a_number},
+    {"no number after greater throws", four, "#1", "r/a[position()>]", not_a_number},
+    {"no number after equal throws", four, "#1", "r/a[position()=]", not_a_number},
+    {"a name after equal throws", four, "#1", "r/a[position()=x]", not_a_number},
     {"the number before the operator throws", four, "#1", "r/a[2=position()]", not_a_number},
-    {"a number too large behind less throws", four, "#1", "r/a[position()<2147483648]", number_too_large},
-    {"a number too large behind greater throws", four, "#1", "r/a[position()>2147483648]", number_too_large},
-    {"a number too large behind equal throws", four, "#1", "r/a[position()=2147483648]", number_too_large},
+    {"a number too large after less throws", four, "#1", "r/a[position()<2147483648]", number_too_large},
+    {"a number too large after greater throws", four, "#1", "r/a[position()>2147483648]", number_too_large},
+    {"a number too large after equal throws", four, "#1", "r/a[position()=2147483648]", number_too_large},
     {"a number too small throws", four, "#1", "r/a[position()=-2147483649]", number_too_large},
     {"a bad number throws for no nodes too", four, "#1", "r/b[position()=x]", not_a_number},
     {"the tests are made in order", four, "#1", "r/a[position()<99999999999 and position()=x]",
@@ -171,7 +171,7 @@ void PrintTo(const RangeRow& row, std::ostream* out) {
 
 class PositionRange : public ::testing::TestWithParam<RangeRow> {};
 
-TEST_P(PositionRange, IsRead) {
+TEST_P(PositionRange, is_read) {
     const RangeRow& row = GetParam();
     const std::pair<unsigned int, unsigned int> expected(row.first, row.second);
     EXPECT_EQ(XPathHelper(nullptr).get_position_range(row.predicate, row.count), expected) << row.predicate;
@@ -203,7 +203,7 @@ const RangeRow range_rows[] = {
     {"all three", "<9 >3 =1", 4, 1, 2},
     {"white space", "position() < \t\n3", 4, 0, 3},
     {"a plus sign", "position()<+3", 4, 0, 3},
-    {"text behind", "position()<3)abc", 4, 0, 3},
+    {"text after", "position()<3)abc", 4, 0, 3},
 };
 INSTANTIATE_TEST_SUITE_P(Rows, PositionRange, ::testing::ValuesIn(range_rows), quxml_test::note_of<RangeRow>);
 
@@ -219,7 +219,7 @@ void PrintTo(const OffsetRow& row, std::ostream* out) {
 
 class IndexFromLast : public ::testing::TestWithParam<OffsetRow> {};
 
-TEST_P(IndexFromLast, IsRead) {
+TEST_P(IndexFromLast, is_read) {
     const OffsetRow& row = GetParam();
     EXPECT_EQ(XPathHelper(nullptr).index_from_last(row.predicate), row.offset) << row.predicate;
     EXPECT_EQ(SlowEngine(nullptr).index_from_last(row.predicate), row.offset) << row.predicate;
@@ -232,7 +232,7 @@ const OffsetRow offset_rows[] = {
     {"minus 0", "last()-0", 0},
     {"a number without a sign", "last()7", 7},
     {"white space before the sign", "last() \t-1", -1},
-    {"text behind the number", "last()-12x", -12},
+    {"text after the number", "last()-12x", -12},
     {"text before last", "position()=last()-1", -1},
     {"the first last counts", "last()-1 last()-2", -1},
     {"the largest number", "last()+2147483647", std::numeric_limits<int>::max()},

@@ -5,7 +5,6 @@
 // say which nodes a path selects, or which exception it throws.
 
 #include <algorithm>
-#include <cctype>
 #include <functional>
 #include <ostream>
 #include <stdexcept>
@@ -17,6 +16,7 @@
 
 #include "query/slow_engine.h"
 #include "quxml/quxml.h"
+#include "support/test_names.h"
 #include "support/tree_text.h"
 
 namespace quxml_test {
@@ -148,20 +148,6 @@ struct QueryRow {
 
 inline void PrintTo(const QueryRow& row, std::ostream* out) {
     *out << row.note;
-}
-
-/// A note as one word in which every word of it begins with a capital letter.
-template <class Row>
-std::string note_of(const ::testing::TestParamInfo<Row>& info) {
-    std::string name;
-    bool begins_word = true;
-    for (const char c : std::string(info.param.note)) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (std::isalnum(byte) != 0)
-            name += begins_word ? static_cast<char>(std::toupper(byte)) : c;
-        begins_word = std::isalnum(byte) == 0;
-    }
-    return name;
 }
 
 /// Checks a row against the library and against the slow engine, and that the tree is left as it was.

@@ -1,4 +1,4 @@
-// The predicates of steps that test one node at a time: the first step of a path and a step behind "//".
+// The predicates of steps that test one node at a time: the first step of a path and a step after "//".
 
 #include "quxml/XPathHelper.h"
 
@@ -17,14 +17,14 @@ using quxml::NodeSet;
 using quxml_test::one_equals_sign;
 using quxml_test::QueryRow;
 
-// #13 is the text behind the elements.
+// #13 is the text after the elements.
 const char* const candidates =
     "r{a(n=a1,id=x,item=1){k(n=k1){\"v\"}} a(n=a2,id=y,item=2){k(n=k2){\"w\"} k(n=k3){\"v\"}}"
     " a(n=a3){k(n=k4){\"v\"}} \"t\"}";
 
 class SingleNode : public ::testing::TestWithParam<QueryRow> {};
 
-TEST_P(SingleNode, Selects) {
+TEST_P(SingleNode, selects) {
     quxml_test::check_exact(GetParam());
 }
 
@@ -35,8 +35,8 @@ const QueryRow attribute_rows[] = {
     {"names of elements ignore case", candidates, "#1", "//A[@id]", "a1 a2"},
     {"the first step", candidates, "a1", "a[@id]", "a1"},
     {"the first step that fails", candidates, "a3", "a[@id]", ""},
-    {"the first step behind a slash", candidates, "a1", "/a[@id]/k", "k1"},
-    {"a step behind a search within the path", candidates, "#1", "r//a[@id]/k", "k1 k2 k3"},
+    {"the first step after a slash", candidates, "a1", "/a[@id]/k", "k1"},
+    {"a step after a search within the path", candidates, "#1", "r//a[@id]/k", "k1 k2 k3"},
     {"any name", candidates, "#1", "r//*[@id]", "a1 a2"},
     {"it is deliberate that the character before the equals sign is not part of the name", candidates, "#1",
      "//a[@idd=x]", "a1"},
@@ -45,7 +45,7 @@ const QueryRow attribute_rows[] = {
     {"it is deliberate that quotes are compared", candidates, "#1", "//a[@id ='x']", ""},
     {"a value that carries the quotes", "r{a(n=a,id='\\'x\\'')}", "#1", "//a[@id ='x']", "a"},
     {"a value may hold equals signs", "r{a(n=a,id='x=y')}", "#1", "//a[@id =x=y]", "a"},
-    {"nothing behind the equals sign asks for an empty value", "r{a(n=1,id='') a(n=2,id=x)}", "#1",
+    {"nothing after the equals sign asks for an empty value", "r{a(n=1,id='') a(n=2,id=x)}", "#1",
      "//a[@id =]", "1"},
     {"an at sign alone", candidates, "#1", "//a[@]", ""},
     {"the same predicate among children takes the whole name", candidates, "#1", "r/a[@id='x']", "a1"},
@@ -77,7 +77,7 @@ const QueryRow item_rows[] = {
     {"any start node without an item counts as item 1", candidates, "#1", "//*[1]", "#1"},
     {"any node with item 2", candidates, "#1", "//*[2]", "a2"},
     {"text has no item", candidates, "#13", "*[1]", ""},
-    {"steps behind it filter lists", candidates, "#1", "//a[2]/k[position()=2]", "k3"},
+    {"steps after it filter lists", candidates, "#1", "//a[2]/k[position()=2]", "k3"},
 };
 INSTANTIATE_TEST_SUITE_P(Items, SingleNode, ::testing::ValuesIn(item_rows), quxml_test::note_of<QueryRow>);
 
@@ -117,7 +117,7 @@ INSTANTIATE_TEST_SUITE_P(ChildValues, SingleNode, ::testing::ValuesIn(child_rows
 const QueryRow bracket_rows[] = {
     {"it is deliberate that further predicates are ignored", candidates, "#1", "//a[@id][@none]", "a1 a2"},
     {"a bad further predicate is ignored", candidates, "#1", "//a[@id][k==v]", "a1 a2"},
-    {"text behind the bracket is ignored", candidates, "#1", "//a[@id]none", "a1 a2"},
+    {"text after the bracket is ignored", candidates, "#1", "//a[@id]none", "a1 a2"},
     {"without a closing bracket the predicate runs to the end", candidates, "#1", "//a[@id", "a1 a2"},
     {"an item without a closing bracket", candidates, "#1", "//a[2", "a2"},
     {"a child value without a closing bracket", candidates, "#1", "//a[k='w'", "a2"},
@@ -125,13 +125,13 @@ const QueryRow bracket_rows[] = {
     {"a bracket within a predicate is part of it", "r{a(n=1,item='[2')}", "#1", "//a[[2]", "1"},
     {"a closing bracket within a value ends it", candidates, "#1", "//a[k='w]z']", "a2"},
     {"a slash within a value ends the step", candidates, "#1", "//a[@id/k", "k1 k2 k3"},
-    {"the rest behind a slash is a step", candidates, "#1", "//a[k='w/x']", ""},
+    {"the rest after a slash is a step", candidates, "#1", "//a[k='w/x']", ""},
     {"a closing bracket without an opening one belongs to the name", candidates, "#1", "//a]", ""},
 };
 INSTANTIATE_TEST_SUITE_P(Brackets, SingleNode, ::testing::ValuesIn(bracket_rows),
                          quxml_test::note_of<QueryRow>);
 
-TEST(SingleNodeTest, AClosingBracketBeforeTheOpeningOneLetsThePredicateRunToTheEnd) {
+TEST(SingleNodeTest, a_closing_bracket_before_the_opening_one_lets_the_predicate_run_to_the_end) {
     Document document(false);
     Element* const root = document.create_root_node("r");
     Element* const with_item = root->add_child("a]b", "1]");
@@ -144,7 +144,7 @@ TEST(SingleNodeTest, AClosingBracketBeforeTheOpeningOneLetsThePredicateRunToTheE
     EXPECT_EQ(root->find_exact_match("//]b[1]"), NodeSet());
 }
 
-TEST(SingleNodeTest, AttributeNamesThatOnlyThisRouteCanReach) {
+TEST(SingleNodeTest, attribute_names_that_only_this_route_can_reach) {
     Document document(false);
     Element* const root = document.create_root_node("r");
     EXPECT_EQ(root->find_exact_match("r[@]"), NodeSet());
@@ -155,7 +155,7 @@ TEST(SingleNodeTest, AttributeNamesThatOnlyThisRouteCanReach) {
     EXPECT_EQ(root->find_exact_match("r[@a=x]"), NodeSet({root})) << "no character is left for the name";
     EXPECT_EQ(root->find_exact_match("r[@=x]"), NodeSet());
     root->set_attribute("=x", "x");
-    EXPECT_EQ(root->find_exact_match("r[@=x]"), NodeSet({root})) << "the name is all behind the at sign";
+    EXPECT_EQ(root->find_exact_match("r[@=x]"), NodeSet({root})) << "the name is all after the at sign";
     EXPECT_EQ(root->find_exact_match("r[@=y]"), NodeSet());
 }
 

@@ -40,7 +40,7 @@ bool contains(const std::string& text, const char* part) {
 }
 
 /// The number written `distance` characters after the start of the first `part`.
-int number_behind(const std::string& text, const char* part, std::size_t distance) {
+int number_after(const std::string& text, const char* part, std::size_t distance) {
     return std::stoi(text.substr(text.find(part) + distance));
 }
 
@@ -243,18 +243,18 @@ std::pair<unsigned int, unsigned int> SlowEngine::get_position_range(std::string
     unsigned int first = 0;
     unsigned int second = 0;
     if (contains(predicate, "<="))
-        second = wrapping_sum(as_unsigned(number_behind(predicate, "<=", 1)), 1);
+        second = wrapping_sum(as_unsigned(number_after(predicate, "<=", 1)), 1);
     else if (contains(predicate, "<"))
-        second = as_unsigned(number_behind(predicate, "<", 1));
+        second = as_unsigned(number_after(predicate, "<", 1));
     if (contains(predicate, ">=")) {
-        first = as_unsigned(number_behind(predicate, ">=", 1));
+        first = as_unsigned(number_after(predicate, ">=", 1));
         second = count;
     } else if (contains(predicate, ">")) {
-        first = wrapping_sum(as_unsigned(number_behind(predicate, ">", 1)), 1);
+        first = wrapping_sum(as_unsigned(number_after(predicate, ">", 1)), 1);
         second = count;
     }
     if (contains(predicate, "=")) {
-        first = as_unsigned(number_behind(predicate, "=", 1));
+        first = as_unsigned(number_after(predicate, "=", 1));
         second = wrapping_sum(first, 1);
     }
     return {first, second};
@@ -319,7 +319,7 @@ bool SlowEngine::attribute_matches_node(Element* element, std::string predicate)
     const std::size_t equals = predicate.find('=');
     if (equals == std::string::npos)
         return element->get_attribute(predicate.substr(1)) != nullptr;
-    // With "=" right behind "@" the length, unsigned, wraps around and the name is the whole rest.
+    // With "=" right after "@" the length, unsigned, wraps around and the name is the whole rest.
     const std::size_t length = equals == 1 ? std::string::npos : equals - 2;
     Attribute* const attribute = element->get_attribute(predicate.substr(1, length));
     return attribute != nullptr && attribute->get_value() == predicate.substr(equals + 1);

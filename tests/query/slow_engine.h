@@ -2,7 +2,7 @@
 #define QUXML_TESTS_QUERY_SLOW_ENGINE_H
 
 // A second, slow and literal implementation of path queries that shares nothing with the library but the
-// public tree. It recurses, copies every list and reads every predicate anew at each node, so that each
+// public tree. It recurses, copies every list and reads every predicate again at each node, so that each
 // function can be checked by eye; the library must give the same nodes, or the same exception, for every tree
 // and path.
 

@@ -85,16 +85,16 @@ const char* const small_tree =
     "a{a(item=1){b(x=1){\"t\"} a{\"t\"}} b{a(x=2){b{\"u\"}} b(item=2)} \"t\" a(item=2,x=1){a{b{\"t\"} b}} "
     "ab{\"t\"}}";
 
-TEST(ShortPaths, AgreeForPositionsAndItems) {
+TEST(ShortPaths, agree_for_positions_and_items) {
     expect_agreement_on_all(small_tree,
                             short_paths(steps_with({"1", "2", "last()", "last()-1", "position()>0"})));
 }
 
-TEST(ShortPaths, AgreeForAttributesAndValues) {
+TEST(ShortPaths, agree_for_attributes_and_values) {
     expect_agreement_on_all(small_tree, short_paths(steps_with({"@x", "@x='1'", "@x =1", "b='t'", "t"})));
 }
 
-TEST(ShortPaths, AgreeForErrorsAndSeveralPredicates) {
+TEST(ShortPaths, agree_for_errors_and_several_predicates) {
     expect_agreement_on_all(small_tree,
                             short_paths(steps_with({"b==t", "@x==1", "@x][last()", "last()x", ""})));
 }
@@ -208,7 +208,7 @@ Tree random_tree(Choices& choices) {
     return Tree(quxml_test::to_line(root));
 }
 
-TEST(RandomPaths, AgreeOnRandomTrees) {
+TEST(RandomPaths, agree_on_random_trees) {
     for (unsigned int seed = 0; seed < random_trees; ++seed) {
         Choices choices(seed);
         const Tree tree = random_tree(choices);
@@ -221,7 +221,7 @@ TEST(RandomPaths, AgreeOnRandomTrees) {
     }
 }
 
-TEST(RandomPaths, AgreeFromAnyNode) {
+TEST(RandomPaths, agree_from_any_node) {
     for (unsigned int seed = 0; seed < random_trees; ++seed) {
         Choices choices(~seed);
         const Tree tree = random_tree(choices);
@@ -235,7 +235,7 @@ TEST(RandomPaths, AgreeFromAnyNode) {
     }
 }
 
-TEST(RandomPaths, AddUpLikeThoseOfTheSlowEngine) {
+TEST(RandomPaths, add_up_like_those_of_the_slow_engine) {
     const auto begins_with = [](const std::string& name, const std::string& name_test) {
         return name.compare(0, name_test.size(), name_test) == 0;
     };
@@ -264,7 +264,7 @@ NodeList random_list(const Tree& tree, Choices& choices) {
     return list;
 }
 
-TEST(RandomPredicates, AgreeOnListsAndOnSingleNodes) {
+TEST(RandomPredicates, agree_on_lists_and_on_single_nodes) {
     const auto equal = [](const std::string& name, const std::string& name_test) {
         return name == name_test;
     };

@@ -56,7 +56,7 @@ NodeList children_passing_slowly(Node* root, const std::string& step) {
     return passing;
 }
 
-TEST_P(BothRoutes, Select) {
+TEST_P(BothRoutes, select) {
     const RouteRow& row = GetParam();
     SCOPED_TRACE(std::string(row.predicate) + " in " + row.tree);
     const Tree tree(row.tree);
@@ -81,17 +81,17 @@ const RouteRow book_rows[] = {
     {"attribute exists", books, "[@lang]", "B1 B2", "B1 B2"},
     {"attribute value in quotes", books, "[@lang='en']", "B1", ""},
     {"attribute value without quotes", books, "[@lang=en]", "B1", ""},
-    {"attribute name with a blank behind it", books, "[@lang =en]", "", "B1"},
-    {"attribute name with a blank behind it and quotes", books, "[@lang ='en']", "", ""},
+    {"attribute name with a blank after it", books, "[@lang =en]", "", "B1"},
+    {"attribute name with a blank after it and quotes", books, "[@lang ='en']", "", ""},
     {"quotes need not pair", books, "[@lang=\"de']", "B2", ""},
     {"an empty value in quotes", books, "[@lang='']", "B1 B2", ""},
     {"attribute names keep their case", books, "[@LANG='en']", "", ""},
     {"attribute values keep their case", books, "[@lang='EN']", "", ""},
     {"a blank before the attribute name", books, "[@ lang='en']", "", ""},
-    {"two equals signs behind an at sign", books, "[@lang='e=n']", at_most_one_equals_sign, ""},
+    {"two equals signs after an at sign", books, "[@lang='e=n']", at_most_one_equals_sign, ""},
     {"child value in quotes", books, "[title='Emma']", "B2", "B2"},
     {"child value without quotes", books, "[title=Dune]", "B1", "B1"},
-    {"child value with a blank behind it", books, "[title='Dune' ]", "", ""},
+    {"child value with a blank after it", books, "[title='Dune' ]", "", ""},
     {"child names keep their case", books, "[Title='Dune']", "", ""},
     {"child values keep their case", books, "[title='dune']", "", ""},
     {"two equals signs without an at sign", books, "[title==Dune]", one_equals_sign, one_equals_sign},
@@ -117,8 +117,8 @@ const char* const texts =
 const char* const blank_texts = "r{a(n=1){k{\"v\"}} a(n=2){k{\" v\"}} a(n=3){k{\"v \"}}}";
 
 const RouteRow value_rows[] = {
-    {"nothing behind the equals sign", quoted_values, "[@x=]", "1 2 3 4", ""},
-    {"nothing behind the equals sign and a blank before it", quoted_values, "[@x =]", "", "1"},
+    {"nothing after the equals sign", quoted_values, "[@x=]", "1 2 3 4", ""},
+    {"nothing after the equals sign and a blank before it", quoted_values, "[@x =]", "", "1"},
     {"quotes alone", quoted_values, "[@x='']", "1 2 3 4", ""},
     {"quotes alone and a blank before the equals sign", quoted_values, "[@x ='']", "", "4"},
     {"one quote alone", quoted_values, "[@x=\"]", "1 2 3 4", ""},
@@ -140,7 +140,7 @@ const RouteRow value_rows[] = {
     {"the first of several texts", texts, "[k=w]", "4", "4"},
     {"blanks of texts are compared", blank_texts, "[k=' v']", "2", "2"},
     {"blanks at the end of texts are compared", blank_texts, "[k=v ]", "3", "3"},
-    {"a blank behind the child name is part of it", blank_texts, "[k =v]", "", ""},
+    {"a blank after the child name is part of it", blank_texts, "[k =v]", "", ""},
     {"quotes of the child name are part of it", blank_texts, "['k'=v]", "", ""},
     {"quotes within a value stay", "r{a(n=1){k{\"it's\"}} a(n=2){k{\"its\"}}}", "[k='it's']", "1", "1"},
     {"two children of one name", "r{a(n=1){k{\"u\"} k{\"v\"}} a(n=2){k{\"u\"}}}", "[k=v]", "1", "1"},
@@ -166,7 +166,7 @@ void PrintTo(const PairRow& row, std::ostream* out) {
 
 class AttributePair : public ::testing::TestWithParam<PairRow> {};
 
-TEST_P(AttributePair, IsRead) {
+TEST_P(AttributePair, is_read) {
     const PairRow& row = GetParam();
     const std::pair<std::string, std::string> expected(row.name, row.value);
     EXPECT_EQ(XPathHelper(nullptr).get_attribute_pair(row.query), expected) << row.query;
@@ -187,7 +187,7 @@ const PairRow pair_rows[] = {
     {"blanks stop the trimming", "x= 'en' ", "x", " 'en' "},
     {"blanks within the quotes stay", "x=' en '", "x", " en "},
     {"only quotes", "x='\"'", "x", ""},
-    {"nothing behind the equals sign", "x=", "x", ""},
+    {"nothing after the equals sign", "x=", "x", ""},
     {"nothing before the equals sign", "=x", "", "x"},
     {"an equals sign alone", "=", "", ""},
     {"names are not trimmed", " 'x' =y", " 'x' ", "y"},
@@ -196,7 +196,7 @@ const PairRow pair_rows[] = {
 };
 INSTANTIATE_TEST_SUITE_P(Rows, AttributePair, ::testing::ValuesIn(pair_rows), quxml_test::note_of<PairRow>);
 
-TEST(AttributePairErrors, MoreThanOneEqualsSignThrows) {
+TEST(AttributePairErrors, more_than_one_equals_sign_throws) {
     const XPathHelper helper(nullptr);
     const std::string message = "Can at most have one equal sign in attribute queries";
     for (const char* query : {"a==b", "a=b=c", "==", "a='b=c'", "====="})
@@ -217,7 +217,7 @@ void PrintTo(const MatchRow& row, std::ostream* out) {
 
 class AttributeMatches : public ::testing::TestWithParam<MatchRow> {};
 
-TEST_P(AttributeMatches, IsDecided) {
+TEST_P(AttributeMatches, is_decided) {
     const MatchRow& row = GetParam();
     SCOPED_TRACE(std::string(row.predicate) + " on " + row.element);
     const Tree tree(row.element);
@@ -261,10 +261,10 @@ const MatchRow match_rows[] = {
     {"an empty value is required", "a(lang=en)", "@lang =", false},
     {"one character before the equals sign leaves the empty name", "a(''=x)", "@a=x", true},
     {"one character before the equals sign is not a name", "a(a=x)", "@a=x", false},
-    {"an equals sign behind the at sign makes all of it the name", "a('=x'=x)", "@=x", true},
+    {"an equals sign after the at sign makes all of it the name", "a('=x'=x)", "@=x", true},
     {"that name with another value", "a('=x'=y)", "@=x", false},
     {"that name must be there", "a(x=x)", "@=x", false},
-    {"an equals sign behind the at sign and nothing else", "a('='='')", "@=", true},
+    {"an equals sign after the at sign and nothing else", "a('='='')", "@=", true},
 };
 INSTANTIATE_TEST_SUITE_P(Rows, AttributeMatches, ::testing::ValuesIn(match_rows),
                          quxml_test::note_of<MatchRow>);
@@ -284,7 +284,7 @@ void PrintTo(const ContainsRow& row, std::ostream* out) {
 
 class ContainsChildValue : public ::testing::TestWithParam<ContainsRow> {};
 
-TEST_P(ContainsChildValue, IsDecided) {
+TEST_P(ContainsChildValue, is_decided) {
     const ContainsRow& row = GetParam();
     SCOPED_TRACE(std::string(row.child_name) + "=" + row.value + " in " + row.node);
     const Tree tree(row.node);
@@ -305,7 +305,7 @@ const ContainsRow contains_rows[] = {
     {"a child without text", "a{k}", "k", "", false},
     {"a child with empty text", "a{k{\"\"}}", "k", "", true},
     {"a child with empty text before another", "a{k{\"\" \"v\"}}", "k", "v", false},
-    {"the first text stands behind an element", "a{k{j{\"u\"} \"v\"}}", "k", "v", true},
+    {"the first text stands after an element", "a{k{j{\"u\"} \"v\"}}", "k", "v", true},
     {"texts are not joined", "a{k{\"v\" j \"w\"}}", "k", "vw", false},
     {"text of grandchildren", "a{k{j{\"v\"}}}", "k", "v", false},
     {"text children have no text of their own", "a{\"v\"}", "", "v", false},
@@ -315,7 +315,7 @@ const ContainsRow contains_rows[] = {
 INSTANTIATE_TEST_SUITE_P(Rows, ContainsChildValue, ::testing::ValuesIn(contains_rows),
                          quxml_test::note_of<ContainsRow>);
 
-TEST(ContainsChildValueOf, NullIsFalse) {
+TEST(ContainsChildValueOf, null_is_false) {
     const XPathHelper helper(nullptr);
     EXPECT_FALSE(helper.contains_child_value(nullptr, "", ""));
     EXPECT_FALSE(helper.contains_child_value(nullptr, "k", "v"));
@@ -340,7 +340,7 @@ public:
     using TextNode::TextNode;
 };
 
-TEST(ContainsChildValueOf, NodesOfAnyClassAreLookedInto) {
+TEST(ContainsChildValueOf, nodes_of_any_class_are_looked_into) {
     OtherNode node;
     auto* const child = new Element("k", nullptr, false);
     node.add_new_node(child);
@@ -353,7 +353,7 @@ TEST(ContainsChildValueOf, NodesOfAnyClassAreLookedInto) {
     EXPECT_EQ(helper.get_node_by_number("1", nodes), NodeList());
 }
 
-TEST(ContainsChildValueOf, DerivedClassesCountAsElementsAndTexts) {
+TEST(ContainsChildValueOf, derived_classes_count_as_elements_and_texts) {
     Element node("a", nullptr, false);
     auto* const child = new OwnElement("k", &node, false);
     node.add_new_node(child);
@@ -371,7 +371,7 @@ TEST(ContainsChildValueOf, DerivedClassesCountAsElementsAndTexts) {
     EXPECT_EQ(node.find_exact_match("//k[@x]"), quxml::NodeSet({child}));
 }
 
-TEST(ContainsChildValueOf, AChildOfAnotherClassNeverQualifies) {
+TEST(ContainsChildValueOf, a_child_of_another_class_never_qualifies) {
     Element node("a", nullptr, false);
     auto* const child = new OtherNode("k", &node, false);
     node.add_new_node(child);

@@ -158,7 +158,7 @@ private:
         return children;
     }
 
-    /// Elements arrive without an item, so each goes behind those with a smaller name and behind its
+    /// Elements arrive without an item, so each goes after those with a smaller name and after its
     /// namesakes.
     void add(std::vector<Child>& children, Child child) const {
         auto place = keep_sorted ? children.begin() : children.end();

@@ -1,4 +1,4 @@
-// Covers what happens to text that can not be read: the exception and its message, the silence on standard
+// Covers what happens to text that cannot be read: the exception and its message, the silence on standard
 // error, and the state in which libxml2 is left.
 
 #include "quxml/DomParserError.h"
@@ -40,7 +40,7 @@ using quxml_test::outcome;
 
 // ---- The exception ----
 
-TEST(ParserError, DerivesFromTheStandardExceptionAndFromNoOtherStandardClass) {
+TEST(ParserError, derives_from_the_standard_exception_and_from_no_other_standard_class) {
     static_assert(std::is_base_of<std::exception, DomParserError>::value, "catchable as std::exception");
     static_assert(!std::is_base_of<std::runtime_error, DomParserError>::value, "no std::runtime_error");
     static_assert(!std::is_base_of<std::logic_error, DomParserError>::value, "no std::logic_error");
@@ -48,7 +48,7 @@ TEST(ParserError, DerivesFromTheStandardExceptionAndFromNoOtherStandardClass) {
     EXPECT_THROW_MESSAGE(throw DomParserError("m"), DomParserError, "m");
 }
 
-TEST(ParserError, KeepsACopyOfItsMessage) {
+TEST(ParserError, keeps_a_copy_of_its_message) {
     std::string message = "first, and too long for the string's own buffer";
     const DomParserError error(message);
     message = "second";
@@ -56,7 +56,7 @@ TEST(ParserError, KeepsACopyOfItsMessage) {
     EXPECT_EQ(error.what(), error.what());
 }
 
-TEST(ParserError, CopiesHoldTheMessageOfTheirOwn) {
+TEST(ParserError, copies_hold_the_message_of_their_own) {
     const auto make_copy = [] {
         const DomParserError error("a message that is too long for the string's own buffer");
         return DomParserError(error);
@@ -64,11 +64,11 @@ TEST(ParserError, CopiesHoldTheMessageOfTheirOwn) {
     EXPECT_STREQ(make_copy().what(), "a message that is too long for the string's own buffer");
 }
 
-TEST(ParserError, MayBeEmpty) {
+TEST(ParserError, may_be_empty) {
     EXPECT_STREQ(DomParserError("").what(), "");
 }
 
-TEST(ParserError, IsThrownByValueAndCaughtByReference) {
+TEST(ParserError, is_thrown_by_value_and_caught_by_reference) {
     try {
         from_string("<a>", false);
         FAIL() << "nothing was thrown";
@@ -79,12 +79,12 @@ TEST(ParserError, IsThrownByValueAndCaughtByReference) {
 
 // ---- Messages ----
 
-TEST(EmptyText, IsRefusedWithItsOwnMessage) {
+TEST(EmptyText, is_refused_with_its_own_message) {
     EXPECT_THROW_MESSAGE(from_string("", false), DomParserError, "Empty document.");
     EXPECT_THROW_MESSAGE(from_string(std::string(), true), DomParserError, "Empty document.");
 }
 
-TEST(EmptyText, DoesNotReachLibxml2) {
+TEST(EmptyText, does_not_reach_libxml2) {
     const quxml_test::SilentLibxml2 silence;
     quxml_test::parse_with_libxml2("<a>");
     ASSERT_NE(xmlGetLastError(), nullptr);
@@ -113,7 +113,7 @@ void expect_refused(const std::string& text) {
     EXPECT_THROW_MESSAGE(from_string(text, true), DomParserError, message);
 }
 
-TEST_P(Refused, WithTheLastErrorOfLibxml2) {
+TEST_P(Refused, with_the_last_error_of_libxml2) {
     expect_refused(GetParam().text);
 }
 
@@ -130,83 +130,84 @@ std::string nested(int levels) {
 
 const std::vector<RefusedText>& refused_texts() {
     static const std::vector<RefusedText> rows = {
-        {"Blanks", "   "},
-        {"LineFeeds", "\n\n\n"},
-        {"AllWhiteSpace", " \t\r\n"},
-        {"NoMarkup", "plain"},
-        {"OneZeroByte", std::string(1, '\0')},
-        {"ByteOrderMarkAlone", "\xEF\xBB\xBF"},
-        {"LessThanAlone", "<"},
-        {"DeclarationAlone", "<?xml version=\"1.0\"?>"},
-        {"DeclarationBehindABlank", " <?xml version=\"1.0\"?><a/>"},
-        {"DeclarationWithoutVersion", "<?xml encoding=\"UTF-8\"?><a/>"},
-        {"DeclarationUnfinished", "<?xml version=\"1.0\"<a/>"},
-        {"CommentAlone", "<!-- c -->"},
-        {"DoctypeAlone", "<!DOCTYPE a>"},
-        {"OpeningTagAlone", "<a>"},
-        {"OpeningTagUnfinished", "<a"},
-        {"ClosingTagAlone", "</a>"},
-        {"ClosingTagOfAnother", "<a></b>"},
-        {"ClosingTagOfAnotherOnLineThree", "<a>\n<b>\n</c></a>"},
-        {"ClosingTagUnfinished", "<a></a"},
-        {"ClosingTagInOtherCase", "<a></A>"},
-        {"CrossedTags", "<a><b></a></b>"},
-        {"MissingClosingTagBelow", "<a><b></a>"},
-        {"TwoRoots", "<a/><b/>"},
-        {"TextBehindTheRoot", "<a/>text"},
-        {"TextBeforeTheRoot", "text<a/>"},
-        {"EmptyName", "<></>"},
-        {"NameWithDigitFirst", "<1a/>"},
-        {"BlankBeforeName", "< a/>"},
-        {"AttributeWithoutValue", "<a x/>"},
-        {"AttributeWithoutQuotes", "<a x=1/>"},
-        {"AttributeQuoteUnfinished", "<a x=\"1/>"},
-        {"AttributeTwice", "<a x='1' x='2'/>"},
-        {"AttributesWithoutBlank", "<a x='1'y='2'/>"},
-        {"AttributeWithLessThan", "<a x='<'/>"},
-        {"AttributeWithAmpersand", "<a x='&'/>"},
-        {"AttributeWithQuote", "<a x=\"say \"hi\"\"/>"},
-        {"TextWithAmpersand", "<a>a & b</a>"},
-        {"TextWithCdataEnd", "<a>]]></a>"},
-        {"UndeclaredEntity", "<a>&e;</a>"},
-        {"EntityWithoutSemicolon", "<a>&amp</a>"},
-        {"UndeclaredEntityInAttribute", "<a x='&e;'/>"},
-        {"EntityThatHoldsItself", "<!DOCTYPE a [<!ENTITY e '&f;'><!ENTITY f '&e;'>]><a>&e;</a>"},
-        {"EntityThatHoldsItselfInAnAttribute", "<!DOCTYPE a [<!ENTITY e '&e;'>]><a x='&e;'/>"},
-        {"EntityThatHoldsItselfInADefault", "<!DOCTYPE a [<!ENTITY e '&e;'><!ATTLIST a x CDATA '&e;'>]><a/>"},
-        {"EntityThatHoldsItselfInAnElement", "<!DOCTYPE a [<!ENTITY e '<b>&e;</b>'>]><a>&e;</a>"},
-        {"ParameterEntityThatHoldsItself", "<!DOCTYPE a [<!ENTITY % p '&#37;p;'>%p;]><a/>"},
-        {"ParameterEntitiesThatHoldEachOther",
+        {"blanks", "   "},
+        {"line_feeds", "\n\n\n"},
+        {"all_white_space", " \t\r\n"},
+        {"no_markup", "plain"},
+        {"one_zero_byte", std::string(1, '\0')},
+        {"byte_order_mark_alone", "\xEF\xBB\xBF"},
+        {"less_than_alone", "<"},
+        {"declaration_alone", "<?xml version=\"1.0\"?>"},
+        {"declaration_after_a_blank", " <?xml version=\"1.0\"?><a/>"},
+        {"declaration_without_version", "<?xml encoding=\"UTF-8\"?><a/>"},
+        {"declaration_unfinished", "<?xml version=\"1.0\"<a/>"},
+        {"comment_alone", "<!-- c -->"},
+        {"doctype_alone", "<!DOCTYPE a>"},
+        {"opening_tag_alone", "<a>"},
+        {"opening_tag_unfinished", "<a"},
+        {"closing_tag_alone", "</a>"},
+        {"closing_tag_of_another", "<a></b>"},
+        {"closing_tag_of_another_on_line_three", "<a>\n<b>\n</c></a>"},
+        {"closing_tag_unfinished", "<a></a"},
+        {"closing_tag_in_other_case", "<a></A>"},
+        {"crossed_tags", "<a><b></a></b>"},
+        {"missing_closing_tag_below", "<a><b></a>"},
+        {"two_roots", "<a/><b/>"},
+        {"text_after_the_root", "<a/>text"},
+        {"text_before_the_root", "text<a/>"},
+        {"empty_name", "<></>"},
+        {"name_with_digit_first", "<1a/>"},
+        {"blank_before_name", "< a/>"},
+        {"attribute_without_value", "<a x/>"},
+        {"attribute_without_quotes", "<a x=1/>"},
+        {"attribute_quote_unfinished", "<a x=\"1/>"},
+        {"attribute_twice", "<a x='1' x='2'/>"},
+        {"attributes_without_blank", "<a x='1'y='2'/>"},
+        {"attribute_with_less_than", "<a x='<'/>"},
+        {"attribute_with_ampersand", "<a x='&'/>"},
+        {"attribute_with_quote", "<a x=\"say \"hi\"\"/>"},
+        {"text_with_ampersand", "<a>a & b</a>"},
+        {"text_with_cdata_end", "<a>]]></a>"},
+        {"undeclared_entity", "<a>&e;</a>"},
+        {"entity_without_semicolon", "<a>&amp</a>"},
+        {"undeclared_entity_in_attribute", "<a x='&e;'/>"},
+        {"entity_that_holds_itself", "<!DOCTYPE a [<!ENTITY e '&f;'><!ENTITY f '&e;'>]><a>&e;</a>"},
+        {"entity_that_holds_itself_in_an_attribute", "<!DOCTYPE a [<!ENTITY e '&e;'>]><a x='&e;'/>"},
+        {"entity_that_holds_itself_in_a_default",
+         "<!DOCTYPE a [<!ENTITY e '&e;'><!ATTLIST a x CDATA '&e;'>]><a/>"},
+        {"entity_that_holds_itself_in_an_element", "<!DOCTYPE a [<!ENTITY e '<b>&e;</b>'>]><a>&e;</a>"},
+        {"parameter_entity_that_holds_itself", "<!DOCTYPE a [<!ENTITY % p '&#37;p;'>%p;]><a/>"},
+        {"parameter_entities_that_hold_each_other",
          "<!DOCTYPE a [<!ENTITY % p '&#37;q;'><!ENTITY % q '&#37;p;'>%p;]><a/>"},
-        {"EntityThatIsNotBalanced", "<!DOCTYPE a [<!ENTITY e '<b>'>]><a>&e;</a>"},
-        {"ReferenceToZero", "<a>&#0;</a>"},
-        {"ReferenceToFormFeed", "<a>&#12;</a>"},
-        {"ReferenceToVerticalTab", "<a>&#xB;</a>"},
-        {"ReferenceBeyondUnicode", "<a>&#x110000;</a>"},
-        {"ReferenceWithoutNumber", "<a>&#;</a>"},
-        {"FormFeed", "<a>\f</a>"},
-        {"FormFeedBehindLineFeed", "<a>\n\f</a>"},
-        {"VerticalTab", "<a>\v</a>"},
-        {"VerticalTabBehindLineFeed", "<a>\n\v</a>"},
-        {"ControlCharacter", "<a>\x01</a>"},
-        {"ZeroByteInText", std::string("<a>\0</a>", 8)},
-        {"ZeroByteInTag", std::string("<a\0></a>", 8)},
-        {"CdataUnfinished", "<a><![CDATA[x</a>"},
-        {"CommentUnfinished", "<a><!-- x</a>"},
-        {"CommentWithTwoHyphens", "<a><!-- x -- y --></a>"},
-        {"InstructionUnfinished", "<a><?p x</a>"},
-        {"InstructionCalledXml", "<a><?xml version='1.0'?></a>"},
-        {"DoctypeUnfinished", "<!DOCTYPE a [<!ENTITY e 'x'><a/>"},
-        {"DoctypeBehindTheRoot", "<a/><!DOCTYPE a>"},
-        {"WrongUtf8", "<a>\xFF</a>"},
-        {"Utf8CutShort", "<a>\xC3</a>"},
-        {"Utf8OverLong", "<a>\xC0\xAF</a>"},
-        {"Utf8Surrogate", "<a>\xED\xA0\x80</a>"},
-        {"Latin1WithoutDeclaration", "<?xml version=\"1.0\"?>\n<a>\n\xE9</a>"},
-        {"UnknownEncoding", "<?xml version=\"1.0\" encoding=\"nonsense\"?><a/>"},
-        {"EncodingThatTheBytesBelie", "<?xml version=\"1.0\" encoding=\"UTF-16\"?><a>\xE9</a>"},
-        {"Utf16CutShort", std::string("\xFF\xFE<\0a\0>\0", 8)},
-        {"NestedTooDeep", nested(258)},
+        {"entity_that_is_not_balanced", "<!DOCTYPE a [<!ENTITY e '<b>'>]><a>&e;</a>"},
+        {"reference_to_zero", "<a>&#0;</a>"},
+        {"reference_to_form_feed", "<a>&#12;</a>"},
+        {"reference_to_vertical_tab", "<a>&#xB;</a>"},
+        {"reference_beyond_unicode", "<a>&#x110000;</a>"},
+        {"reference_without_number", "<a>&#;</a>"},
+        {"form_feed", "<a>\f</a>"},
+        {"form_feed_after_line_feed", "<a>\n\f</a>"},
+        {"vertical_tab", "<a>\v</a>"},
+        {"vertical_tab_after_line_feed", "<a>\n\v</a>"},
+        {"control_character", "<a>\x01</a>"},
+        {"zero_byte_in_text", std::string("<a>\0</a>", 8)},
+        {"zero_byte_in_tag", std::string("<a\0></a>", 8)},
+        {"cdata_unfinished", "<a><![CDATA[x</a>"},
+        {"comment_unfinished", "<a><!-- x</a>"},
+        {"comment_with_two_hyphens", "<a><!-- x -- y --></a>"},
+        {"instruction_unfinished", "<a><?p x</a>"},
+        {"instruction_called_xml", "<a><?xml version='1.0'?></a>"},
+        {"doctype_unfinished", "<!DOCTYPE a [<!ENTITY e 'x'><a/>"},
+        {"doctype_after_the_root", "<a/><!DOCTYPE a>"},
+        {"wrong_utf8", "<a>\xFF</a>"},
+        {"utf8_cut_short", "<a>\xC3</a>"},
+        {"utf8_over_long", "<a>\xC0\xAF</a>"},
+        {"utf8_surrogate", "<a>\xED\xA0\x80</a>"},
+        {"latin1_without_declaration", "<?xml version=\"1.0\"?>\n<a>\n\xE9</a>"},
+        {"unknown_encoding", "<?xml version=\"1.0\" encoding=\"nonsense\"?><a/>"},
+        {"encoding_that_the_bytes_belie", "<?xml version=\"1.0\" encoding=\"UTF-16\"?><a>\xE9</a>"},
+        {"utf16_cut_short", std::string("\xFF\xFE<\0a\0>\0", 8)},
+        {"nested_too_deep", nested(258)},
     };
     return rows;
 }
@@ -216,31 +217,31 @@ INSTANTIATE_TEST_SUITE_P(Text, Refused, ::testing::ValuesIn(refused_texts()),
 
 // Large texts are made by their own tests: a table of them would be built at every start of the program.
 
-TEST(RefusedLargeText, NestedMuchTooDeep) {
+TEST(RefusedLargeText, nested_much_too_deep) {
     expect_refused(nested(100000));
 }
 
-TEST(RefusedLargeText, NestedMuchTooDeepAndUnfinished) {
+TEST(RefusedLargeText, nested_much_too_deep_and_unfinished) {
     expect_refused(repeat("<a>", 100000));
 }
 
-TEST(RefusedLargeText, LongNameThatIsNotClosed) {
+TEST(RefusedLargeText, long_name_that_is_not_closed) {
     expect_refused("<" + std::string(1000000, 'x') + "></b>");
 }
 
-TEST(RefusedLargeText, LongTextThatIsNotClosed) {
+TEST(RefusedLargeText, long_text_that_is_not_closed) {
     expect_refused("<a>" + std::string(1000000, 'x'));
 }
 
-TEST(RefusedLargeText, ErrorFarDown) {
+TEST(RefusedLargeText, error_far_down) {
     expect_refused("<a>" + std::string(70000, '\n') + "<b></a>");
 }
 
-TEST(RefusedLargeText, ErrorFarRight) {
+TEST(RefusedLargeText, error_far_right) {
     expect_refused("<a>" + std::string(70000, ' ') + "<b></a>");
 }
 
-TEST(RefusedLargeText, TextBeyondTenMillionBytes) {
+TEST(RefusedLargeText, text_beyond_ten_million_bytes) {
     const std::string million(1000000, 'x');
     expect_refused("<a>" + repeat(million, 11) + "&#65;" + million + "</a>");
 }
@@ -250,7 +251,7 @@ struct PinnedMessage {
     const char* message;
 };
 
-TEST(PinnedMessages, AreThoseOfLibxml2Version2914) {
+TEST(PinnedMessages, are_those_of_libxml2_version_2914) {
     QUXML_SKIP_UNLESS_LIBXML2_2_9_14();
     const PinnedMessage rows[] = {
         {"   ", "Start tag expected, '<' not found (error code: 4) at line 1, column 4"},
@@ -272,7 +273,7 @@ TEST(PinnedMessages, AreThoseOfLibxml2Version2914) {
     }
 }
 
-TEST(PinnedMessages, OnlyTheLastLineFeedOfAMessageIsCut) {
+TEST(PinnedMessages, only_the_last_line_feed_of_a_message_is_cut) {
     QUXML_SKIP_UNLESS_LIBXML2_2_9_14();
     EXPECT_THROW_MESSAGE(
         from_string("<a>\xFF</a>", false), DomParserError,
@@ -280,7 +281,7 @@ TEST(PinnedMessages, OnlyTheLastLineFeedOfAMessageIsCut) {
         "at line 1, column 4");
 }
 
-TEST(PinnedMessages, TooDeepNestingNamesTheLimitOfLibxml2) {
+TEST(PinnedMessages, too_deep_nesting_names_the_limit_of_libxml2) {
     QUXML_SKIP_UNLESS_LIBXML2_2_9_14();
     EXPECT_THROW_MESSAGE(
         from_string(nested(258), false), DomParserError,
@@ -301,7 +302,7 @@ unsigned long long get_available_kib() {
 }
 #endif
 
-TEST(TooLargeText, IsRefusedBeforeLibxml2SeesIt) {
+TEST(TooLargeText, is_refused_before_libxml2_sees_it) {
 #ifdef QUXML_TEST_SANITIZED
     GTEST_SKIP() << "needs 2 GiB of memory, and more than that with a sanitizer";
 #else
@@ -337,7 +338,7 @@ void forget_error(void* /*context*/, Error /*error*/) {
     xmlResetLastError();
 }
 
-TEST(ErrorRecord, ThatIsMissingGivesAnEmptyTextAndZeros) {
+TEST(ErrorRecord, that_is_missing_gives_an_empty_text_and_zeros) {
     const StructuredHandler handler(forget_error);
     EXPECT_THROW_MESSAGE(from_string("<a>", false), DomParserError, " (error code: 0) at line 0, column 0");
 }
@@ -365,12 +366,12 @@ std::string reported(const char* message) {
     return got.substr(0, end);
 }
 
-TEST(ErrorRecord, WithoutMessageGivesAnEmptyText) {
+TEST(ErrorRecord, without_message_gives_an_empty_text) {
     EXPECT_EQ(reported(nullptr), "refused: ");
     EXPECT_EQ(reported(""), "refused: ");
 }
 
-TEST(ErrorRecord, LosesTheLastCharacterOfItsMessageEvenIfThatIsNoLineFeedWhichIsWanted) {
+TEST(ErrorRecord, loses_the_last_character_of_its_message_even_if_that_is_no_line_feed_which_is_wanted) {
     EXPECT_EQ(reported("text\n"), "refused: text");
     EXPECT_EQ(reported("text\n\n"), "refused: text\n");
     EXPECT_EQ(reported("text!"), "refused: text");
@@ -381,12 +382,12 @@ TEST(ErrorRecord, LosesTheLastCharacterOfItsMessageEvenIfThatIsNoLineFeedWhichIs
 
 // ---- What is left behind in libxml2 ----
 
-TEST(LastError, IsResetAfterAFailure) {
+TEST(LastError, is_reset_after_a_failure) {
     EXPECT_THROW(from_string("<a>", false), DomParserError);
     EXPECT_EQ(xmlGetLastError(), nullptr);
 }
 
-TEST(LastError, IsResetAfterASuccessEvenIfLibxml2RecordedAProblem) {
+TEST(LastError, is_reset_after_a_success_even_if_libxml2_recorded_a_problem) {
     const std::string text = "<p:a/>";
     {
         const quxml_test::SilentLibxml2 silence;
@@ -398,7 +399,7 @@ TEST(LastError, IsResetAfterASuccessEvenIfLibxml2RecordedAProblem) {
     EXPECT_EQ(xmlGetLastError(), nullptr);
 }
 
-TEST(LastError, OfAnEarlierUseOfLibxml2DoesNotMatter) {
+TEST(LastError, of_an_earlier_use_of_libxml2_does_not_matter) {
     const quxml_test::SilentLibxml2 silence;
     quxml_test::parse_with_libxml2("<a>");
     ASSERT_NE(xmlGetLastError(), nullptr);
@@ -407,7 +408,7 @@ TEST(LastError, OfAnEarlierUseOfLibxml2DoesNotMatter) {
 }
 
 #if LIBXML_VERSION < 21200
-TEST(LastError, OfAnEarlierUseThatFoundNoMemoryDoesNotMatter) {
+TEST(LastError, of_an_earlier_use_that_found_no_memory_does_not_matter) {
     const quxml_test::SilentLibxml2 silence;
     quxml_test::parse_with_libxml2("<a>");
     ASSERT_NE(xmlGetLastError(), nullptr);
@@ -416,7 +417,7 @@ TEST(LastError, OfAnEarlierUseThatFoundNoMemoryDoesNotMatter) {
 }
 #endif
 
-TEST(LastError, OfOneTextIsNotReportedForTheNext) {
+TEST(LastError, of_one_text_is_not_reported_for_the_next) {
     const std::string first = expected_error("<a></b>");
     const std::string second = expected_error("<c>\n");
     EXPECT_NE(first, second);
@@ -447,7 +448,7 @@ std::string standard_error_of(Action action) {
     return ::testing::internal::GetCapturedStderr();
 }
 
-TEST(StandardError, StaysSilentWhereLibxml2AloneWouldPrint) {
+TEST(StandardError, stays_silent_where_libxml2_alone_would_print) {
     for (const char* const text : noisy_texts) {
         SCOPED_TRACE(text);
         EXPECT_NE(standard_error_of([text] { quxml_test::parse_with_libxml2(text); }), "");
@@ -456,7 +457,7 @@ TEST(StandardError, StaysSilentWhereLibxml2AloneWouldPrint) {
     }
 }
 
-TEST(StandardError, StaysSilentAfterTheCallBecauseTheHandlerStaysWhichIsWanted) {
+TEST(StandardError, stays_silent_after_the_call_because_the_handler_stays_which_is_wanted) {
     EXPECT_EQ(standard_error_of([] {
                   outcome("<a/>");
                   quxml_test::parse_with_libxml2("<a></b>");
@@ -472,7 +473,7 @@ void count_call(void* /*context*/, const char* /*format*/, ...) {  // NOLINT(cer
     ++handler_calls;
 }
 
-TEST(GenericErrorHandler, OfTheApplicationIsReplacedByEveryCallWhichIsWanted) {
+TEST(GenericErrorHandler, of_the_application_is_replaced_by_every_call_which_is_wanted) {
     for (const char* const text : {"<a></b>", "<a/>"}) {
         SCOPED_TRACE(text);
         xmlSetGenericErrorFunc(nullptr, count_call);
@@ -485,7 +486,7 @@ TEST(GenericErrorHandler, OfTheApplicationIsReplacedByEveryCallWhichIsWanted) {
     xmlResetLastError();
 }
 
-TEST(GenericErrorHandler, IsTheSameOneAfterEachCall) {
+TEST(GenericErrorHandler, is_the_same_one_after_each_call) {
     outcome("<a/>");
     const auto first = xmlGenericError;
     outcome("<a>");
@@ -497,7 +498,7 @@ void count_error(void* context, Error /*error*/) {
     ++*static_cast<int*>(context);
 }
 
-TEST(StructuredErrorHandler, OfTheApplicationIsCalledAndStays) {
+TEST(StructuredErrorHandler, of_the_application_is_called_and_stays) {
     int errors = 0;
     xmlSetStructuredErrorFunc(&errors, count_error);
     outcome("<a/>");
@@ -511,7 +512,7 @@ TEST(StructuredErrorHandler, OfTheApplicationIsCalledAndStays) {
     xmlSetStructuredErrorFunc(nullptr, nullptr);
 }
 
-TEST(Failure, OfOneCallLeavesDocumentsReadBeforeAndAfterAlone) {
+TEST(Failure, of_one_call_leaves_documents_read_before_and_after_alone) {
     const auto before = from_string("<a><b/></a>", false);
     EXPECT_THROW(from_string("<a><b></a>", false), DomParserError);
     const auto after = from_string("<a><c/></a>", false);
@@ -523,7 +524,7 @@ TEST(Failure, OfOneCallLeavesDocumentsReadBeforeAndAfterAlone) {
 
 std::string read_data(const std::string& file) {
     std::ifstream stream(std::string(QUXML_TEST_DATA) + "/" + file, std::ios::binary);
-    EXPECT_TRUE(stream) << "can not open " << file;
+    EXPECT_TRUE(stream) << "cannot open " << file;
     return std::string(std::istreambuf_iterator<char>(stream), {});
 }
 
@@ -549,7 +550,7 @@ std::string spoil(std::string text, std::mt19937& random) {
     return text;
 }
 
-TEST(SpoiledText, IsReadOrRefusedAsLibxml2Does) {
+TEST(SpoiledText, is_read_or_refused_as_libxml2_does) {
     int refused = 0;
     const int rounds = 500;
     const char* const files[] = {"catalog.xml", "dropped.xml", "names.xml", "texts.xml"};

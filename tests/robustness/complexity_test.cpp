@@ -37,7 +37,7 @@ double measure(const MeasuredOperation& operation, std::size_t size, int runs) {
 
 class Complexity : public ::testing::TestWithParam<MeasuredOperation> {};
 
-TEST_P(Complexity, StaysWithinItsGrowth) {
+TEST_P(Complexity, stays_within_its_growth) {
     const double noise = 1e-4;
     const double limit = GetParam().growth == Growth::linear ? 192 : 2048;
     const double less = measure(GetParam(), GetParam().size / 64, 8);

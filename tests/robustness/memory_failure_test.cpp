@@ -83,7 +83,7 @@ struct Trees {
 
     Element& root() const { return *document.get_root_node(); }
 
-    /// The second book, which has children before and behind it.
+    /// The second book, which has children before and after it.
     Element& inner() const {
         const NodeList children = root().get_children();
         for (Node* child : children) {
@@ -148,7 +148,7 @@ enum class Promise {
 struct Operation {
     const char* name;
     Promise promise;
-    std::size_t allocations;  // at least, without a failure; 0: the operation can not fail
+    std::size_t allocations;  // at least, without a failure; 0: the operation cannot fail
     std::function<void(Trees&)> run;
 };
 
@@ -233,16 +233,16 @@ std::size_t count_kept(Trees& trees, Handler handler) {
 
 const std::vector<Operation>& operations_that_construct() {
     static const std::vector<Operation> operations = {
-        {"Node", Promise::unchanged, 0, [](Trees&) { Plain(); }},
-        {"NodeWithParent", Promise::unchanged, 0, [](Trees& t) { Plain plain(&t.root()); }},
-        {"NodeWithName", Promise::unchanged, 1, [](Trees&) { Plain plain(fresh); }},
-        {"NodeWithAll", Promise::unchanged, 1, [](Trees& t) { Plain plain(fresh, &t.root(), true); }},
-        {"Element", Promise::unchanged, 1, [](Trees& t) { Element(fresh, &t.root(), true); }},
-        {"Attribute", Promise::unchanged, 2, [](Trees& t) { Attribute(fresh, value, &t.root()); }},
-        {"TextNode", Promise::unchanged, 1, [](Trees& t) { TextNode(&t.root(), fresh); }},
-        {"Document", Promise::unchanged, 0, [](Trees&) { Document document(true); }},
-        {"DomParserError", Promise::unchanged, 1, [](Trees&) { quxml::DomParserError error(fresh); }},
-        {"DomParserErrorCopy", Promise::unchanged, 2,
+        {"node", Promise::unchanged, 0, [](Trees&) { Plain(); }},
+        {"node_with_parent", Promise::unchanged, 0, [](Trees& t) { Plain plain(&t.root()); }},
+        {"node_with_name", Promise::unchanged, 1, [](Trees&) { Plain plain(fresh); }},
+        {"node_with_all", Promise::unchanged, 1, [](Trees& t) { Plain plain(fresh, &t.root(), true); }},
+        {"element", Promise::unchanged, 1, [](Trees& t) { Element(fresh, &t.root(), true); }},
+        {"attribute", Promise::unchanged, 2, [](Trees& t) { Attribute(fresh, value, &t.root()); }},
+        {"text_node", Promise::unchanged, 1, [](Trees& t) { TextNode(&t.root(), fresh); }},
+        {"document", Promise::unchanged, 0, [](Trees&) { Document document(true); }},
+        {"dom_parser_error", Promise::unchanged, 1, [](Trees&) { quxml::DomParserError error(fresh); }},
+        {"dom_parser_error_copy", Promise::unchanged, 2,
          [](Trees&) {
              const quxml::DomParserError error(fresh);
              const quxml::DomParserError copy(error);
@@ -253,13 +253,13 @@ const std::vector<Operation>& operations_that_construct() {
              const std::string captured = fresh;
              const XPathHelper helper([captured](const std::string&, const std::string&) { return true; });
          }},
-        {"MoveConstruct", Promise::unchanged, 0,
+        {"move_construct", Promise::unchanged, 0,
          [](Trees& t) {
              Document moved(std::move(t.document));
              t.document.set_root_node(moved.get_root_node());
              moved.set_root_node(nullptr);
          }},
-        {"MoveAssign", Promise::unchanged, 0,
+        {"move_assign", Promise::unchanged, 0,
          [](Trees& t) {
              Document other(true);
              other = std::move(t.document);
@@ -271,64 +271,64 @@ const std::vector<Operation>& operations_that_construct() {
 
 const std::vector<Operation>& operations_that_change() {
     static const std::vector<Operation> operations = {
-        {"AddChild", Promise::unchanged, 3, [](Trees& t) { t.root().add_child(book); }},
-        {"AddChildWithItem", Promise::unchanged, 5, [](Trees& t) { t.root().add_child(book, value); }},
-        {"AddChildWithNumber", Promise::unchanged, 5, [](Trees& t) { t.root().add_child(book, 2); }},
-        {"AddChildText", Promise::unchanged, 3, [](Trees& t) { t.root().add_child_text(value); }},
-        {"AddChildTextByMove", Promise::unchanged, 3,
+        {"add_child", Promise::unchanged, 3, [](Trees& t) { t.root().add_child(book); }},
+        {"add_child_with_item", Promise::unchanged, 5, [](Trees& t) { t.root().add_child(book, value); }},
+        {"add_child_with_number", Promise::unchanged, 5, [](Trees& t) { t.root().add_child(book, 2); }},
+        {"add_child_text", Promise::unchanged, 3, [](Trees& t) { t.root().add_child_text(value); }},
+        {"add_child_text_by_move", Promise::unchanged, 3,
          [](Trees& t) {
              std::string text = value;
              t.root().add_child_text(std::move(text));
              require(text.empty());
          }},
-        {"AddNewNode", Promise::unchanged, 3,
+        {"add_new_node", Promise::unchanged, 3,
          [](Trees& t) { link_new_child(t.root(), [&](Node* child) { t.root().add_new_node(child); }); }},
-        {"InsertNodeAtFront", Promise::usable, 6, [](Trees& t) { insert_into_shelf(t, false); }},
-        {"InsertNodeAtEnd", Promise::usable, 6, [](Trees& t) { insert_into_shelf(t, true); }},
-        {"SetName", Promise::unchanged, 1,
+        {"insert_node_at_front", Promise::usable, 6, [](Trees& t) { insert_into_shelf(t, false); }},
+        {"insert_node_at_end", Promise::usable, 6, [](Trees& t) { insert_into_shelf(t, true); }},
+        {"set_name", Promise::unchanged, 1,
          [](Trees& t) { t.root().set_name(lengthy("a name that is longer")); }},
-        {"SetContent", Promise::unchanged, 1,
+        {"set_content", Promise::unchanged, 1,
          [](Trees& t) {
              Node* text = t.root().get_child(lengthy("alone"))->get_child("");
              dynamic_cast<TextNode*>(text)->set_content(lengthy("a text that is longer"));
          }},
-        {"SetAttributeNew", Promise::unchanged, 4, [](Trees& t) { t.root().set_attribute(fresh, value); }},
-        {"SetAttributeExisting", Promise::unchanged, 1,
+        {"set_attribute_new", Promise::unchanged, 4, [](Trees& t) { t.root().set_attribute(fresh, value); }},
+        {"set_attribute_existing", Promise::unchanged, 1,
          [](Trees& t) { t.root().set_attribute(key, lengthy("a value that is longer")); }},
-        {"SetValue", Promise::unchanged, 1,
+        {"set_value", Promise::unchanged, 1,
          [](Trees& t) { t.root().get_attribute(key)->set_value(lengthy("a value that is longer")); }},
-        {"RemoveAttribute", Promise::unchanged, 0, [](Trees& t) { t.root().remove_attribute(key); }},
-        {"RemoveChild", Promise::unchanged, 0,
+        {"remove_attribute", Promise::unchanged, 0, [](Trees& t) { t.root().remove_attribute(key); }},
+        {"remove_child", Promise::unchanged, 0,
          [](Trees& t) { t.root().remove_child(t.root().get_child(book)); }},
-        {"SetChildFirst", Promise::unchanged, 0,
+        {"set_child_first", Promise::unchanged, 0,
          [](Trees& t) { t.root().set_child_first(t.root().get_child(book)); }},
-        {"SortChildren", Promise::sorted, 1, [](Trees& t) { t.root().sort_children(); }},
-        {"SortChildrenRecursively", Promise::sorted, 1,
+        {"sort_children", Promise::sorted, 1, [](Trees& t) { t.root().sort_children(); }},
+        {"sort_children_recursively", Promise::sorted, 1,
          [](Trees& t) { t.root().sort_children_recursively(); }},
-        {"ImportElementDeep", Promise::usable, 30,
+        {"import_element_deep", Promise::usable, 30,
          [](Trees& t) { t.root().import_node(t.source.get_root_node(), true); }},
-        {"ImportDerivedElement", Promise::usable, 30, import_folder},
-        {"ImportManyAttributes", Promise::usable, 160, import_many_attributes},
-        {"ImportElementShallow", Promise::unchanged, 3,
+        {"import_derived_element", Promise::usable, 30, import_folder},
+        {"import_many_attributes", Promise::usable, 160, import_many_attributes},
+        {"import_element_shallow", Promise::unchanged, 3,
          [](Trees& t) { t.root().import_node(t.source.get_root_node(), false); }},
-        {"ImportAttributeNew", Promise::unchanged, 4,
+        {"import_attribute_new", Promise::unchanged, 4,
          [](Trees& t) {
              Attribute attribute(fresh, value, nullptr);
              t.root().import_node(&attribute, true);
          }},
-        {"ImportAttributeExisting", Promise::unchanged, 1,
+        {"import_attribute_existing", Promise::unchanged, 1,
          [](Trees& t) {
              const Attribute attribute(key, lengthy("a value that is longer"), nullptr);
              t.root().import_node(&attribute, true);
          }},
-        {"ImportText", Promise::unchanged, 4,
+        {"import_text", Promise::unchanged, 4,
          [](Trees& t) {
              t.root().import_node(t.source.get_root_node()->get_child(lengthy("alone"))->get_child(""), true);
          }},
-        {"CreateRootNode", Promise::usable, 2, [](Trees& t) { t.document.create_root_node(fresh); }},
-        {"CreateRootNodeByImport", Promise::usable, 30,
+        {"create_root_node", Promise::usable, 2, [](Trees& t) { t.document.create_root_node(fresh); }},
+        {"create_root_node_by_import", Promise::usable, 30,
          [](Trees& t) { t.document.create_root_node_by_import(t.source.get_root_node(), true); }},
-        {"CreateRootNodeByShallowImport", Promise::usable, 2,
+        {"create_root_node_by_shallow_import", Promise::usable, 2,
          [](Trees& t) { t.document.create_root_node_by_import(t.source.get_root_node(), false); }},
     };
     return operations;
@@ -336,37 +336,37 @@ const std::vector<Operation>& operations_that_change() {
 
 const std::vector<Operation>& operations_that_look() {
     static const std::vector<Operation> operations = {
-        {"GetName", Promise::unchanged, 1, [](Trees& t) { require(t.root().get_name() == catalog); }},
-        {"GetChildren", Promise::unchanged, 5,
+        {"get_name", Promise::unchanged, 1, [](Trees& t) { require(t.root().get_name() == catalog); }},
+        {"get_children", Promise::unchanged, 5,
          [](Trees& t) { require(t.root().get_children().size() == 5); }},
-        {"GetAttributes", Promise::unchanged, 2,
+        {"get_attributes", Promise::unchanged, 2,
          [](Trees& t) { require(t.root().get_attributes().size() == 2); }},
-        {"GetAttributeValue", Promise::unchanged, 1,
+        {"get_attribute_value", Promise::unchanged, 1,
          [](Trees& t) { require(t.root().get_attribute_value(key) == lengthy("one")); }},
-        {"GetValue", Promise::unchanged, 1,
+        {"get_value", Promise::unchanged, 1,
          [](Trees& t) { require(t.root().get_attribute(key)->get_value() == lengthy("one")); }},
-        {"GetContent", Promise::unchanged, 1,
+        {"get_content", Promise::unchanged, 1,
          [](Trees& t) {
              const auto* alone = dynamic_cast<Element*>(t.root().get_child(lengthy("alone")));
              require(alone->get_child_text()->get_content() == lengthy("sometext"));
          }},
-        {"LookUp", Promise::unchanged, 0,
+        {"look_up", Promise::unchanged, 0,
          [](Trees& t) {
              require(t.root().get_child(fresh) == nullptr);
              require(t.root().get_attribute(fresh) == nullptr);
              require(t.root().get_child_text() == nullptr && !t.root().has_child_text());
              require(t.root().get_parent() == nullptr && t.root().get_next_sibling() == nullptr);
          }},
-        {"GetSubpathFor", Promise::unchanged, 5,
+        {"get_subpath_for", Promise::unchanged, 5,
          [](Trees& t) {
              const std::string path = "/" + catalog + "/" + book;
              require(t.inner().get_subpath_for(path + "/" + title) == path);
          }},
-        {"WriteDocument", Promise::unchanged, 1,
+        {"write_document", Promise::unchanged, 1,
          [](Trees& t) { require(!t.document.write_to_string().empty()); }},
-        {"WriteDocumentFormatted", Promise::unchanged, 1,
+        {"write_document_formatted", Promise::unchanged, 1,
          [](Trees& t) { require(!t.document.write_to_string_formatted(false).empty()); }},
-        {"WriteDocumentDeclared", Promise::unchanged, 1,
+        {"write_document_declared", Promise::unchanged, 1,
          [](Trees& t) { require(!t.document.write_to_string_formatted(true).empty()); }},
     };
     return operations;
@@ -382,28 +382,28 @@ Operation query(const char* name, const std::string& path, std::size_t found) {
 const std::vector<Operation>& operations_that_query() {
     const std::string below = catalog + "/" + book;
     static const std::vector<Operation> operations = {
-        query("FindChildren", below, 3),
-        query("FindAbsolute", "/" + below + "/" + title, 4),
-        query("FindAllChildren", catalog + "/", 5),
-        query("FindSearch", "//" + title, 4),
-        query("FindSearchBelow", catalog + "//" + title, 4),
-        query("FindEverything", "//*", 19),
-        query("FindLast", below + "[last()]", 1),
-        query("FindLastButOne", below + "[last()-1]", 1),
-        query("FindPosition", below + "[position()=2]", 1),
-        query("FindPositionLess", below + "[position()<3]", 2),
-        query("FindPositionGreater", below + "[position()>1]", 1),
-        query("FindItem", below + "[2]", 1),
-        query("FindFirstItem", below + "[1]", 2),
-        query("FindAttribute", below + "[@" + key + "]", 2),
-        query("FindAttributeValue", below + "[@" + key + "='" + lengthy("two") + "']", 1),
-        query("FindChildValue", below + "[" + title + "='" + lengthy("emma") + "']", 1),
-        query("FindLiteral", catalog + "/" + lengthy("alone") + "[" + lengthy("sometext") + "]", 1),
-        query("FindSeveral", below + "[@" + key + "][position()<3][last()]", 1),
-        query("SearchAttribute", "//" + book + "[@" + key + "]", 2),
-        query("SearchAttributeValue", "//" + book + "[@" + key + " =" + lengthy("two") + "]", 1),
-        query("SearchChildValue", "//" + book + "[" + title + "='" + lengthy("emma") + "']", 1),
-        query("SearchItem", "//" + book + "[2]", 1),
+        query("find_children", below, 3),
+        query("find_absolute", "/" + below + "/" + title, 4),
+        query("find_all_children", catalog + "/", 5),
+        query("find_search", "//" + title, 4),
+        query("find_search_below", catalog + "//" + title, 4),
+        query("find_everything", "//*", 19),
+        query("find_last", below + "[last()]", 1),
+        query("find_last_but_one", below + "[last()-1]", 1),
+        query("find_position", below + "[position()=2]", 1),
+        query("find_position_less", below + "[position()<3]", 2),
+        query("find_position_greater", below + "[position()>1]", 1),
+        query("find_item", below + "[2]", 1),
+        query("find_first_item", below + "[1]", 2),
+        query("find_attribute", below + "[@" + key + "]", 2),
+        query("find_attribute_value", below + "[@" + key + "='" + lengthy("two") + "']", 1),
+        query("find_child_value", below + "[" + title + "='" + lengthy("emma") + "']", 1),
+        query("find_literal", catalog + "/" + lengthy("alone") + "[" + lengthy("sometext") + "]", 1),
+        query("find_several", below + "[@" + key + "][position()<3][last()]", 1),
+        query("search_attribute", "//" + book + "[@" + key + "]", 2),
+        query("search_attribute_value", "//" + book + "[@" + key + " =" + lengthy("two") + "]", 1),
+        query("search_child_value", "//" + book + "[" + title + "='" + lengthy("emma") + "']", 1),
+        query("search_item", "//" + book + "[2]", 1),
     };
     return operations;
 }
@@ -411,58 +411,58 @@ const std::vector<Operation>& operations_that_query() {
 const std::vector<Operation>& operations_of_the_helper() {
     const std::string predicates = "@" + key + "][position()<3][" + title + "=" + lengthy("emma");
     static const std::vector<Operation> operations = {
-        {"HelperFind", Promise::unchanged, 5,
+        {"helper_find", Promise::unchanged, 5,
          [](Trees& t) {
              const XPathHelper helper = exact_helper();
              require(helper.find(&t.root(), catalog + "/" + book).size() == 3);
              require(helper.find(&t.root(), catalog + "/" + note).size() == 4);
              require(helper.find(&t.root(), "  ").empty());
          }},
-        {"HelperFollow", Promise::unchanged, 5,
+        {"helper_follow", Promise::unchanged, 5,
          [](Trees& t) {
              exact_helper().get_nodes_from_path(&t.root(), {catalog, book + "[last()]", title});
          }},
-        {"HelperSearch", Promise::unchanged, 5,
+        {"helper_search", Promise::unchanged, 5,
          [](Trees& t) {
              exact_helper().skip_all_until_first_match(&t.root(), {book + "[2]", title});
          }},
-        {"HelperChildren", Promise::unchanged, 3,
+        {"helper_children", Promise::unchanged, 3,
          [](Trees& t) {
              require(exact_helper().get_child_nodes(&t.root(), book + "[last()]").size() == 1);
              require(exact_helper().get_child_nodes(&t.root(), "").size() == 5);
          }},
-        {"HelperIsCorrectNode", Promise::unchanged, 3,
+        {"helper_is_correct_node", Promise::unchanged, 3,
          [](Trees& t) {
              require(exact_helper().is_correct_node(&t.inner(), book + "[2]"));
              require(exact_helper().is_correct_node(&t.inner(),
                                                     book + "[" + title + "=" + lengthy("emma") + "]"));
          }},
-        {"HelperPredicates", Promise::unchanged, 8,
+        {"helper_predicates", Promise::unchanged, 8,
          [predicates](Trees& t) {
              require(count_kept(t, [&](const XPathHelper& helper, NodeList& nodes) {
                          return helper.get_nodes_matching_attributes(nodes, predicates);
                      }) == 1);
          }},
-        {"HelperPredicate", Promise::unchanged, 4,
+        {"helper_predicate", Promise::unchanged, 4,
          [](Trees& t) {
              require(count_kept(t, [&](const XPathHelper& helper, NodeList& nodes) {
                          return helper.get_nodes_matching_attribute(nodes, "@" + key);
                      }) == 2);
          }},
-        {"HelperNumber", Promise::unchanged, 4,
+        {"helper_number", Promise::unchanged, 4,
          [](Trees& t) {
              require(count_kept(t, [](const XPathHelper& helper, NodeList& nodes) {
                          return helper.get_node_by_number("1", nodes);
                      }) == 4);
          }},
-        {"HelperLast", Promise::unchanged, 4,
+        {"helper_last", Promise::unchanged, 4,
          [](Trees& t) {
              require(count_kept(t, [](const XPathHelper& helper, NodeList& nodes) {
                          return helper.get_last_node("last()-0000000000000000000000001", nodes);
                      }) == 1);
              require(exact_helper().index_from_last("last()-0000000000000000000000001") == -1);
          }},
-        {"HelperPositions", Promise::unchanged, 4,
+        {"helper_positions", Promise::unchanged, 4,
          [](Trees& t) {
              const std::string predicate = "position()<000000000000000000000000000003";
              require(count_kept(t, [&](const XPathHelper& helper, NodeList& nodes) {
@@ -470,23 +470,23 @@ const std::vector<Operation>& operations_of_the_helper() {
                      }) == 2);
              require(exact_helper().get_position_range(predicate, 5).second == 3);
          }},
-        {"HelperAttributePair", Promise::unchanged, 3,
+        {"helper_attribute_pair", Promise::unchanged, 3,
          [](Trees&) { require(exact_helper().get_attribute_pair(key + "=" + value).second == value); }},
-        {"HelperAttribute", Promise::unchanged, 4,
+        {"helper_attribute", Promise::unchanged, 4,
          [](Trees& t) {
              require(count_kept(t, [](const XPathHelper& helper, NodeList& nodes) {
                          return helper.get_node_containing_attribute(key + "=" + lengthy("two"), nodes);
                      }) == 1);
          }},
-        {"HelperChildValue", Promise::unchanged, 4,
+        {"helper_child_value", Promise::unchanged, 4,
          [](Trees& t) {
              require(count_kept(t, [](const XPathHelper& helper, NodeList& nodes) {
                          return helper.get_node_containing_child_value(title + "=" + lengthy("emma"), nodes);
                      }) == 1);
          }},
-        {"HelperContainsChildValue", Promise::unchanged, 1,
+        {"helper_contains_child_value", Promise::unchanged, 1,
          [](Trees& t) { require(exact_helper().contains_child_value(&t.inner(), title, lengthy("emma"))); }},
-        {"HelperElementTest", Promise::unchanged, 2,
+        {"helper_element_test", Promise::unchanged, 2,
          [](Trees& t) { require(exact_helper().attribute_matches_node(&t.inner(), "@" + key)); }},
     };
     return operations;
@@ -552,7 +552,7 @@ bool fails_at(const Sweep& sweep, std::size_t number) {
     return failures != 0;
 }
 
-TEST(SortingWithoutMemory, GivesTheSameOrder) {
+TEST(SortingWithoutMemory, gives_the_same_order) {
     Document with_memory(false);
     Document without_memory(false);
     for (Document* document : {&with_memory, &without_memory}) {
@@ -572,7 +572,7 @@ TEST(SortingWithoutMemory, GivesTheSameOrder) {
     EXPECT_TRUE(links_agree(without_memory.get_root_node()));
 }
 
-TEST_P(MemoryFailure, LeavesTheTreeWhole) {
+TEST_P(MemoryFailure, leaves_the_tree_whole) {
     std::size_t number = 1;
     while (fails_at(GetParam(), number) && !HasFailure())
         ++number;
@@ -585,13 +585,13 @@ TEST_P(MemoryFailure, LeavesTheTreeWhole) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Sweeps, MemoryFailure, ::testing::ValuesIn(all_sweeps()), [](const auto& sweep) {
-    return std::string(sweep.param.operation.name) + (sweep.param.keep_sorted ? "Sorted" : "") +
-           (sweep.param.keeps_failing ? "Lasting" : "Single");
+    return std::string(sweep.param.operation.name) + (sweep.param.keep_sorted ? "_sorted" : "") +
+           (sweep.param.keeps_failing ? "_lasting" : "_single");
 });
 
 // A program that replaces the allocators proves nothing if something else, such as valgrind, has put its own
 // in their place.
-TEST(MemoryFailureSetUp, BothAllocatorsAreTheCountingOnes) {
+TEST(MemoryFailureSetUp, both_allocators_are_the_counting_ones) {
     const std::size_t cpp_blocks = cpp_heap().blocks;
     const std::size_t xml_blocks = xml_heap().blocks;
     {
@@ -605,8 +605,8 @@ TEST(MemoryFailureSetUp, BothAllocatorsAreTheCountingOnes) {
     EXPECT_EQ(xml_heap().blocks, xml_blocks);
 }
 
-// The one leak that is allowed: the comparison fails, and the caller can not get at the new child.
-TEST(MemoryFailure, ItemBeyondIntLeavesExactlyTheNewChildBehind) {
+// The one leak that is allowed: the comparison fails, and the caller cannot get at the new child.
+TEST(MemoryFailure, item_beyond_int_leaves_exactly_the_new_child_behind) {
     const std::string too_large = "99999999999999999999999999";
     bool is_reached = true;
     for (std::size_t number = 1; is_reached; ++number) {
@@ -635,7 +635,7 @@ TEST(MemoryFailure, ItemBeyondIntLeavesExactlyTheNewChildBehind) {
     }
 }
 
-TEST(MemoryFailure, WriterLeavesTheBeginningOfTheText) {
+TEST(MemoryFailure, writer_leaves_the_beginning_of_the_text) {
     const Trees trees(false);
     std::string whole = "before";
     for (int i = 0; i < 100; ++i)
@@ -655,7 +655,7 @@ TEST(MemoryFailure, WriterLeavesTheBeginningOfTheText) {
     EXPECT_GT(number, 4U);
 }
 
-TEST(MemoryFailure, HelperFindsTheSameAfterAFailure) {
+TEST(MemoryFailure, helper_finds_the_same_after_a_failure) {
     const Trees trees(false);
     const std::string path = "//" + title;
     std::size_t failures = 1;
@@ -701,43 +701,43 @@ std::vector<Reading> all_readings() {
         "<!ENTITY e 'text of e'><!ENTITY f '&e; and <b>more</b>'><!ENTITY g 'of g'>]>";
     const std::string parameter = "<!DOCTYPE a [<!ENTITY % p '<!ENTITY g \"of p\">'>%p;]>";
     return {
-        {"Smallest", "<a/>", true},
-        {"Elements", "<a>\n  <b x='1' y='2'/>\n  <c><d/><b/></c>\n  <b/>\n</a>", true},
-        {"Texts",
+        {"smallest", "<a/>", true},
+        {"elements", "<a>\n  <b x='1' y='2'/>\n  <c><d/><b/></c>\n  <b/>\n</a>", true},
+        {"texts",
          "<a><b>short</b><b>" + repeat("a text of some length, ", 40) + "</b><c>a&amp;b&#233;</c></a>", true},
-        {"Attributes", with_attributes(11), true},
-        {"ManyAttributes", with_attributes(40), true, false},
-        {"AttributeValues", "<a b='x &lt; y &#65; " + repeat("and so on ", 100) + "' c='  '/>", true},
-        {"Deep", repeat("<d>", 100) + "text" + repeat("</d>", 100), true},
-        {"ManyChildren", "<a>" + repeat("<b>text</b><c i='1'/>", 100) + "</a>", true},
-        {"LongNames",
+        {"attributes", with_attributes(11), true},
+        {"many_attributes", with_attributes(40), true, false},
+        {"attribute_values", "<a b='x &lt; y &#65; " + repeat("and so on ", 100) + "' c='  '/>", true},
+        {"deep", repeat("<d>", 100) + "text" + repeat("</d>", 100), true},
+        {"many_children", "<a>" + repeat("<b>text</b><c i='1'/>", 100) + "</a>", true},
+        {"long_names",
          "<" + catalog + " " + repeat(key, 20) + "='1'><" + repeat(book, 20) + "/></" + catalog + ">", true},
-        {"Namespaces",
+        {"namespaces",
          "<p:a xmlns:p='urn:p' xmlns='urn:d' p:x='1'><p:b y='2'/><c xmlns:q='urn:q' q:z='3'/></p:a>", true},
-        {"LateWarnings", "<!DOCTYPE a SYSTEM 'n'><a x='1'><b x='2'>&u;</b><c>text</c><b y='&v;'>&w;</b></a>",
+        {"late_warnings", "<!DOCTYPE a SYSTEM 'n'><a x='1'><b x='2'>&u;</b><c>text</c><b y='&v;'>&w;</b></a>",
          true},
-        {"NamespaceWarning", "<a xmlns='relative'><b xmlns:p=':'/><c xmlns:q='also relative'>text</c></a>",
+        {"namespace_warning", "<a xmlns='relative'><b xmlns:p=':'/><c xmlns:q='also relative'>text</c></a>",
          true},
-        {"DroppedNodes",
+        {"dropped_nodes",
          "<?pi of some length?><a><!-- a comment --><![CDATA[some data]]><?pi data?><b>t</b></a><!-- c -->",
          true},
-        {"Entities", dtd + "<a i='one' x='&e; &e;'><b>&e;</b><b>&f;</b><b>&g;</b></a>", true},
-        {"ParameterEntity", parameter + "<a x='&g;'><b>&g;</b></a>", true, false},
-        {"UndeclaredEntity",
+        {"entities", dtd + "<a i='one' x='&e; &e;'><b>&e;</b><b>&f;</b><b>&g;</b></a>", true},
+        {"parameter_entity", parameter + "<a x='&g;'><b>&g;</b></a>", true, false},
+        {"undeclared_entity",
          "<!DOCTYPE a SYSTEM 'none.dtd' [<!ENTITY % p SYSTEM 'none.ent'>%p;]><a><b>&u;</b><c/></a>", true},
-        {"Latin1", prolog + "ISO-8859-1'?><a x='\xe9'><b>" + repeat("caf\xe9 ", 200) + "</b><c/></a>", true},
-        {"Utf16", std::string("\xff\xfe<\0a\0>\0<\0b\0/\0>\0<\0c\0>\0t\0<\0/\0c\0>\0<\0/\0a\0>\0", 40), true},
-        {"SpaceBehind", "<a>\n<b/>\n</a>\n<!-- behind -->\n<?pi behind?>\n", true},
-        {"WhiteSpaceOnly", "  \n  ", false},
-        {"Truncated", "<a><b x='1'>text", false},
-        {"Mismatch", "<a><b x='1'>text</c></a>", false},
-        {"TwoRoots", "<a><b/></a><c/>", false},
-        {"AttributeTwice", "<a x='1' x='2'/>", false},
-        {"UnknownEntity", "<a><b>&unknown;</b></a>", false},
-        {"InvalidUtf8", "<a>\xff\xfe</a>", false},
-        {"UnknownEncoding", prolog + "no-such-encoding'?><a/>", false},
-        {"EntityLoop", "<!DOCTYPE a [<!ENTITY e '&f;'><!ENTITY f '&e;'>]><a x='&e;'/>", false},
-        {"BadDtd", "<!DOCTYPE a [<!ELEMENT a (b,><!ENTITY>]><a/>", false},
+        {"latin1", prolog + "ISO-8859-1'?><a x='\xe9'><b>" + repeat("caf\xe9 ", 200) + "</b><c/></a>", true},
+        {"utf16", std::string("\xff\xfe<\0a\0>\0<\0b\0/\0>\0<\0c\0>\0t\0<\0/\0c\0>\0<\0/\0a\0>\0", 40), true},
+        {"space_after", "<a>\n<b/>\n</a>\n<!-- behind -->\n<?pi behind?>\n", true},
+        {"white_space_only", "  \n  ", false},
+        {"truncated", "<a><b x='1'>text", false},
+        {"mismatch", "<a><b x='1'>text</c></a>", false},
+        {"two_roots", "<a><b/></a><c/>", false},
+        {"attribute_twice", "<a x='1' x='2'/>", false},
+        {"unknown_entity", "<a><b>&unknown;</b></a>", false},
+        {"invalid_utf8", "<a>\xff\xfe</a>", false},
+        {"unknown_encoding", prolog + "no-such-encoding'?><a/>", false},
+        {"entity_loop", "<!DOCTYPE a [<!ENTITY e '&f;'><!ENTITY f '&e;'>]><a x='&e;'/>", false},
+        {"bad_dtd", "<!DOCTYPE a [<!ELEMENT a (b,><!ENTITY>]><a/>", false},
     };
 }
 
@@ -763,8 +763,8 @@ std::vector<ReadingSweep> all_reading_sweeps() {
 }
 
 std::string name_of(const ::testing::TestParamInfo<ReadingSweep>& sweep) {
-    return std::string(sweep.param.reading.name) + (sweep.param.keep_sorted ? "Sorted" : "") +
-           (sweep.param.keeps_failing ? "Lasting" : "Single");
+    return std::string(sweep.param.reading.name) + (sweep.param.keep_sorted ? "_sorted" : "") +
+           (sweep.param.keeps_failing ? "_lasting" : "_single");
 }
 
 /// Reads without a failure, which also makes libxml2 allocate what it keeps for good.
@@ -832,7 +832,7 @@ void sweep_reading(const ReadingSweep& sweep, CountingHeap& heap, std::size_t le
 
 class ReadingMemoryFailure : public ::testing::TestWithParam<ReadingSweep> {};
 
-TEST_P(ReadingMemoryFailure, IsBadAlloc) {
+TEST_P(ReadingMemoryFailure, is_bad_alloc) {
     sweep_reading(GetParam(), cpp_heap(), 2);
 }
 
@@ -851,7 +851,7 @@ std::vector<ReadingSweep> all_libxml2_sweeps() {
 
 class Libxml2MemoryFailure : public ::testing::TestWithParam<ReadingSweep> {};
 
-TEST_P(Libxml2MemoryFailure, NeverGivesAnotherTree) {
+TEST_P(Libxml2MemoryFailure, never_gives_another_tree) {
     sweep_reading(GetParam(), xml_heap(), 8);
 }
 
@@ -867,7 +867,7 @@ std::string without_prefixes(std::string line) {
 // Deliberate: the one failure that libxml2 2.9 gives no sign of. A name whose prefix is not bound is looked
 // up as a whole in libxml2's dictionary, and if that has no memory to grow, libxml2 goes on with the name
 // without the prefix.
-TEST(Libxml2MemoryFailureUnseen, MayLoseAnUnboundPrefixAndNothingElse) {
+TEST(Libxml2MemoryFailureUnseen, may_lose_an_unbound_prefix_and_nothing_else) {
     const std::string text =
         "<a><b p:x='1'>text</b><p:c/><p:b y='2'>more</p:b><c p:y='3' "
         "z='4'/>text<p:d><p:c>more</p:c></p:d></a>";

@@ -52,7 +52,7 @@ Taken taken_by_each(const std::function<void(Element&, int)>& add) {
             (after.requested - before.requested) / count};
 }
 
-TEST(NodeMemory, ObjectsHoldTheirFieldsAndNothingElse) {
+TEST(NodeMemory, objects_hold_their_fields_and_nothing_else) {
     EXPECT_EQ(sizeof(Node), is_64_bit ? 96U : 56U);
     EXPECT_EQ(sizeof(Element), is_64_bit ? 120U : 68U);
     EXPECT_EQ(sizeof(Attribute), is_64_bit ? 128U : 80U);
@@ -66,20 +66,20 @@ void expect_one_object_and_one_entry(const Taken& taken, std::size_t size) {
     EXPECT_LE(taken.bytes, (block(size) + list_entry) * 11 / 10);
 }
 
-TEST(NodeMemory, AnElementTakesItsObjectAndAnEntry) {
+TEST(NodeMemory, an_element_takes_its_object_and_an_entry) {
     const std::string name = "entry";
     expect_one_object_and_one_entry(
         taken_by_each([&name](Element& parent, int /*i*/) { parent.add_child(name); }), sizeof(Element));
 }
 
-TEST(NodeMemory, AnAttributeTakesItsObjectAndAnEntry) {
+TEST(NodeMemory, an_attribute_takes_its_object_and_an_entry) {
     const std::string value = "value";
     expect_one_object_and_one_entry(
         taken_by_each([&value](Element& parent, int i) { parent.set_attribute(std::to_string(i), value); }),
         sizeof(Attribute));
 }
 
-TEST(NodeMemory, ATextTakesItsObjectAndAnEntry) {
+TEST(NodeMemory, a_text_takes_its_object_and_an_entry) {
     const std::string text = "text";
     expect_one_object_and_one_entry(
         taken_by_each([&text](Element& parent, int /*i*/) { parent.add_child_text(text); }),

@@ -37,7 +37,7 @@ void expect_no_leak(const std::string& text) {
     EXPECT_EQ(xml_heap().blocks, xml_blocks);
 }
 
-TEST(ReadingMemory, IsAllFreedWhateverTheNumberOfNodes) {
+TEST(ReadingMemory, is_all_freed_whatever_the_number_of_nodes) {
     from_string("<r/>", false);  // libxml2 keeps what it sets up for the first text
     for (const std::size_t elements : {1U, 2U, 100U, 10000U}) {
         SCOPED_TRACE(elements);
@@ -45,7 +45,7 @@ TEST(ReadingMemory, IsAllFreedWhateverTheNumberOfNodes) {
     }
 }
 
-TEST(ReadingMemory, IsAllFreedWhateverTheKindOfNodes) {
+TEST(ReadingMemory, is_all_freed_whatever_the_kind_of_nodes) {
     from_string("<r/>", false);
     const std::string entity = "<!DOCTYPE r [<!ENTITY e 'x<y/>'>]>";
     const std::string identifier = "<!DOCTYPE r [<!ATTLIST b i ID #IMPLIED d CDATA 'default'>]>";
@@ -66,7 +66,7 @@ TEST(ReadingMemory, IsAllFreedWhateverTheKindOfNodes) {
     }
 }
 
-TEST(ReadingMemory, IsAllFreedWhenATextIsRefused) {
+TEST(ReadingMemory, is_all_freed_when_a_text_is_refused) {
     EXPECT_THROW(from_string("<r", false), quxml::DomParserError);
     const std::size_t cpp_blocks = cpp_heap().blocks;
     const std::size_t xml_blocks = xml_heap().blocks;
@@ -76,7 +76,7 @@ TEST(ReadingMemory, IsAllFreedWhenATextIsRefused) {
     EXPECT_EQ(xml_heap().blocks, xml_blocks);
 }
 
-TEST(ReadingMemory, IsAllFreedWhenTheNewTreeFindsNoMemoryHalfway) {
+TEST(ReadingMemory, is_all_freed_when_the_new_tree_finds_no_memory_halfway) {
     from_string("<r/>", false);
     const std::string text = text_of(10000);
     for (const std::size_t number : {2U, 100U, 10000U, 50000U}) {
@@ -95,7 +95,7 @@ TEST(ReadingMemory, IsAllFreedWhenTheNewTreeFindsNoMemoryHalfway) {
 #ifndef _GLIBCXX_DEBUG
 // docs/devices.md has the figures. The file has 55 elements, 37 attributes and 38 texts, with two blocks each but for
 // the root, and the document and its five strings of more than 15 bytes have one more each.
-TEST(ReadingMemory, OfASmallConfigurationIsKnown) {
+TEST(ReadingMemory, of_a_small_configuration_is_known) {
     std::ifstream file(QUXML_TEST_DATA "/../../examples/device.xml");
     const std::string text{std::istreambuf_iterator<char>(file), {}};
     ASSERT_EQ(text.size(), 2005U);

@@ -68,7 +68,7 @@ std::string use_documents(unsigned seed) {
     return seen;
 }
 
-TEST(Threads, UseTheirOwnDocumentsAtTheSameTimeAsIfEachWereAlone) {
+TEST(Threads, use_their_own_documents_at_the_same_time_as_if_each_were_alone) {
     constexpr unsigned threads = 8;
     std::vector<std::string> seen(threads);
     std::vector<std::thread> running;

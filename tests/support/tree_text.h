@@ -24,7 +24,7 @@ std::string to_line(const quxml::Node* node);
 
 /// Builds the tree as the document's new root, in the order of the line: each element is linked before it
 /// gets its attributes, each attribute and child is added as it comes.
-/// \throws std::invalid_argument if the line can not be read.
+/// \throws std::invalid_argument if the line cannot be read.
 quxml::Element* build(quxml::Document& document, const std::string& line);
 
 /// The same as a new child of `parent`.

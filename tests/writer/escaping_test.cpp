@@ -42,7 +42,7 @@ std::string write_alone(const std::string& content, int depth) {
     return write(*element.add_child_text(content), depth);
 }
 
-TEST(EscapeCharacter, KnowsFiveEntities) {
+TEST(EscapeCharacter, knows_five_entities) {
     EXPECT_EQ(escape_character('"'), "&quot;");
     EXPECT_EQ(escape_character('&'), "&amp;");
     EXPECT_EQ(escape_character('\''), "&apos;");
@@ -50,7 +50,7 @@ TEST(EscapeCharacter, KnowsFiveEntities) {
     EXPECT_EQ(escape_character('>'), "&gt;");
 }
 
-TEST(EscapeCharacter, LeavesEachOfTheOther251BytesAsItIs) {
+TEST(EscapeCharacter, leaves_each_of_the_other_251_bytes_as_it_is) {
     int unchanged = 0;
     for (int byte = 0; byte < 256; ++byte) {
         SCOPED_TRACE(byte);
@@ -62,7 +62,7 @@ TEST(EscapeCharacter, LeavesEachOfTheOther251BytesAsItIs) {
     EXPECT_EQ(unchanged, 251);
 }
 
-TEST(TextEscaping, TreatsEachByteAloneWhereverItStands) {
+TEST(TextEscaping, treats_each_byte_alone_wherever_it_stands) {
     for (int byte = 0; byte < 256; ++byte) {
         SCOPED_TRACE(byte);
         const std::string one(1, static_cast<char>(byte));
@@ -73,7 +73,7 @@ TEST(TextEscaping, TreatsEachByteAloneWhereverItStands) {
     }
 }
 
-TEST(TextEscaping, TreatsEachPairOfBytesAsTwoSingleOnes) {
+TEST(TextEscaping, treats_each_pair_of_bytes_as_two_single_ones) {
     for (int first = 0; first < 256; ++first) {
         std::string content;
         std::string expected;
@@ -97,36 +97,36 @@ void PrintTo(const EscapingRow& row, std::ostream* out) {
 
 class EscapedText : public ::testing::TestWithParam<EscapingRow> {};
 
-TEST_P(EscapedText, IsTheSameInBothLayouts) {
+TEST_P(EscapedText, is_the_same_in_both_layouts) {
     EXPECT_EQ(write_alone(GetParam().content, -1), GetParam().text);
     EXPECT_EQ(write_alone(GetParam().content, 3), GetParam().text);
 }
 
 const EscapingRow escaping_rows[] = {
-    {"Empty", "", ""},
-    {"NothingToEscape", "plain text, 100% harmless; #1", "plain text, 100% harmless; #1"},
-    {"AllFive", "Tom & \"Jerry's\" <pets>", "Tom &amp; &quot;Jerry&apos;s&quot; &lt;pets&gt;"},
-    {"OnlyEscapes", "<>&\"'", "&lt;&gt;&amp;&quot;&apos;"},
-    {"ReferenceIsEscapedAgain", "&amp;", "&amp;amp;"},
-    {"ReferenceTwice", "&amp;amp;", "&amp;amp;amp;"},
-    {"CharacterReference", "&#10;", "&amp;#10;"},
-    {"CdataEnd", "]]>", "]]&gt;"},
-    {"Comment", "<!-- x -->", "&lt;!-- x --&gt;"},
-    {"ControlCharacters", "\x01\t\r\n\x1F\x7F", "\x01\t\r\n\x1F\x7F"},
-    {"Utf8", "\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80 & \xC2\xA0",
+    {"empty", "", ""},
+    {"nothing_to_escape", "plain text, 100% harmless; #1", "plain text, 100% harmless; #1"},
+    {"all_five", "Tom & \"Jerry's\" <pets>", "Tom &amp; &quot;Jerry&apos;s&quot; &lt;pets&gt;"},
+    {"only_escapes", "<>&\"'", "&lt;&gt;&amp;&quot;&apos;"},
+    {"reference_is_escaped_again", "&amp;", "&amp;amp;"},
+    {"reference_twice", "&amp;amp;", "&amp;amp;amp;"},
+    {"character_reference", "&#10;", "&amp;#10;"},
+    {"cdata_end", "]]>", "]]&gt;"},
+    {"comment", "<!-- x -->", "&lt;!-- x --&gt;"},
+    {"control_characters", "\x01\t\r\n\x1F\x7F", "\x01\t\r\n\x1F\x7F"},
+    {"utf8", "\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80 & \xC2\xA0",
      "\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80 &amp; \xC2\xA0"},
-    {"BrokenUtf8", "\xFF\xC3<\x80", "\xFF\xC3&lt;\x80"},
-    {"NeighboursOfTheEscapes", "!#%(;=?", "!#%(;=?"},
+    {"broken_utf8", "\xFF\xC3<\x80", "\xFF\xC3&lt;\x80"},
+    {"neighbours_of_the_escapes", "!#%(;=?", "!#%(;=?"},
 };
 
 INSTANTIATE_TEST_SUITE_P(Text, EscapedText, ::testing::ValuesIn(escaping_rows),
                          [](const ::testing::TestParamInfo<EscapingRow>& info) { return info.param.name; });
 
-TEST(TextEscaping, ContentMayHoldZeroBytes) {
+TEST(TextEscaping, content_may_hold_zero_bytes) {
     EXPECT_EQ(write_alone(std::string("a\0<\0", 4), -1), std::string("a\0&lt;\0", 7));
 }
 
-TEST(TextEscaping, LongTextIsEscapedThroughout) {
+TEST(TextEscaping, long_text_is_escaped_throughout) {
     std::string content;
     std::string expected;
     for (int i = 0; i < 100000; ++i) {
@@ -136,7 +136,7 @@ TEST(TextEscaping, LongTextIsEscapedThroughout) {
     EXPECT_TRUE(write_alone(content, -1) == expected);
 }
 
-TEST(TextPlace, DetachedTextWritesNothingAtAnyDepthWhichIsWanted) {
+TEST(TextPlace, detached_text_writes_nothing_at_any_depth_which_is_wanted) {
     TextNode text(nullptr, "");
     text.set_content("a<b");
     for (const int depth : {INT_MIN, -1, 0, 1, 5}) {
@@ -147,7 +147,7 @@ TEST(TextPlace, DetachedTextWritesNothingAtAnyDepthWhichIsWanted) {
     }
 }
 
-TEST(TextPlace, LoneTextHasNothingAroundIt) {
+TEST(TextPlace, lone_text_has_nothing_around_it) {
     for (const int depth : {INT_MIN, -1, 0, 1, 5}) {
         SCOPED_TRACE(depth);
         EXPECT_EQ(write_alone("t", depth), "t");
@@ -155,20 +155,20 @@ TEST(TextPlace, LoneTextHasNothingAroundIt) {
     }
 }
 
-TEST(TextPlace, ParagraphAtLevelOneStandsOnOneLine) {
+TEST(TextPlace, paragraph_at_level_one_stands_on_one_line) {
     Element paragraph("p", nullptr, false);
     paragraph.add_child_text("a<b");
     EXPECT_EQ(write(paragraph, 1), "  <p>a&lt;b</p>\n");
 }
 
-TEST(TextPlace, LoneEmptyTextLetsTheTagsTouch) {
+TEST(TextPlace, lone_empty_text_lets_the_tags_touch) {
     Element paragraph("p", nullptr, false);
     paragraph.add_child_text("");
     EXPECT_EQ(write(paragraph, 0), "<p></p>\n");
     EXPECT_EQ(write(paragraph, -1), "<p></p>");
 }
 
-TEST(TextPlace, TextWithSiblingsHasALineOfItsOwn) {
+TEST(TextPlace, text_with_siblings_has_a_line_of_its_own) {
     Document document(false);
     const Element* element = build(document, "e{\"a & b\" x}");
     const Node& text = *element->get_children().front();
@@ -179,7 +179,7 @@ TEST(TextPlace, TextWithSiblingsHasALineOfItsOwn) {
     EXPECT_EQ(write(text, INT_MIN), "a &amp; b");
 }
 
-TEST(TextPlace, EmptyTextWithSiblingsIsALineOfSpaces) {
+TEST(TextPlace, empty_text_with_siblings_is_a_line_of_spaces) {
     Document document(false);
     const Element* element = build(document, "e{\"\" x}");
     const Node& text = *element->get_children().front();
@@ -188,13 +188,13 @@ TEST(TextPlace, EmptyTextWithSiblingsIsALineOfSpaces) {
     EXPECT_EQ(write(text, -1), "");
 }
 
-TEST(TextPlace, ContinuationLinesStartInColumnZeroWhichIsWanted) {
+TEST(TextPlace, continuation_lines_start_in_column_zero_which_is_wanted) {
     Document document(false);
     const Element* element = build(document, "e{\"1\\n2\\n\" x}");
     EXPECT_EQ(write(*element, 1), "  <e>\n    1\n2\n\n    <x/>\n  </e>\n");
 }
 
-TEST(TextPlace, IsJudgedByTheParentsChildrenOfTheMoment) {
+TEST(TextPlace, is_judged_by_the_parents_children_of_the_moment) {
     Element element("e", nullptr, false);
     const TextNode* text = element.add_child_text("t");
     EXPECT_EQ(write(*text, 1), "t");
@@ -204,7 +204,7 @@ TEST(TextPlace, IsJudgedByTheParentsChildrenOfTheMoment) {
     EXPECT_EQ(write(*text, 1), "t");
 }
 
-TEST(TextPlace, TextThatItsParentDoesNotListIsPlacedByTheParentsCountWhichIsWanted) {
+TEST(TextPlace, text_that_its_parent_does_not_list_is_placed_by_the_parents_count_which_is_wanted) {
     Element parent("e", nullptr, false);
     TextNode unlisted(&parent, "");
     unlisted.set_content("t");
@@ -215,7 +215,7 @@ TEST(TextPlace, TextThatItsParentDoesNotListIsPlacedByTheParentsCountWhichIsWant
     EXPECT_EQ(write(unlisted, 1), "  t\n");
 }
 
-TEST(TextPlace, NameOfATextIsNotWritten) {
+TEST(TextPlace, name_of_a_text_is_not_written) {
     Element parent("e", nullptr, false);
     auto* text = new TextNode(&parent, "name");
     text->set_content("t");
@@ -223,7 +223,7 @@ TEST(TextPlace, NameOfATextIsNotWritten) {
     EXPECT_EQ(write(parent, -1), "<e>t</e>");
 }
 
-TEST(TextPlace, TextIsAppendedAndLeftUnchanged) {
+TEST(TextPlace, text_is_appended_and_left_unchanged) {
     Element parent("e", nullptr, false);
     const TextNode* text = parent.add_child_text("a&b");
     std::string out = "x";

@@ -101,43 +101,44 @@ void PrintTo(const SpaceRow& row, std::ostream* out) {
 
 const std::vector<SpaceRow>& space_rows() {
     static const std::vector<SpaceRow> rows = {
-        {"Shorthand", "e", write_shorthand, "<e/>", true, true},
-        {"ShorthandWithAttributes", "e(a=1,b=2)", write_shorthand, "<e a=\"1\" b=\"2\"/>", true, true},
-        {"ChildlessElement", "e", write, "<e/>", true, true},
-        {"OpeningAboveTwoElements", "e{x y}", write_opening, "<e>", true, true},
-        {"OpeningAboveTextAndElement", "e(a=1){\"t\" x}", write_opening, "<e a=\"1\">", true, true},
-        {"OpeningAboveTwoTexts", "e{\"t\" \"u\"}", write_opening, "<e>", true, true},
-        {"OpeningAboveLoneElement", "e{x}", write_opening, "<e>", true, true},
-        {"OpeningAboveLoneText", "e{\"t\"}", write_opening, "<e>", true, false},
-        {"OpeningAboveLoneTextWithAttribute", "e(a=1){\"t\"}", write_opening, "<e a=\"1\">", true, false},
-        {"OpeningAboveLoneEmptyText", "e{\"\"}", write_opening, "<e>", true, false},
-        {"OpeningOfChildlessElement", "e", write_opening, "<e>", true, false},
-        {"LoneText", "e{\"t\"}", write_first_child, "t", false, false},
-        {"LoneEmptyText", "e{\"\"}", write_first_child, "", false, false},
-        {"TextBeforeElement", "e{\"t\" x}", write_first_child, "t", true, true},
-        {"TextBehindElement", "e{x \"t\"}", write_last_child, "t", true, true},
-        {"TextBesideText", "e{\"t\" \"u\"}", write_last_child, "u", true, true},
-        {"EmptyTextBesideElement", "e{\"\" x}", write_first_child, "", true, true},
-        {"ClosingBelowTwoElements", "e{x y}", write_closing, "</e>", true, true},
-        {"ClosingBelowTextAndElement", "e{\"t\" x}", write_closing, "</e>", true, true},
-        {"ClosingBelowTwoTexts", "e{\"t\" \"u\"}", write_closing, "</e>", true, true},
-        {"ClosingBelowLoneElement", "e{x}", write_closing, "</e>", true, true},
-        {"ClosingBelowLoneText", "e{\"t\"}", write_closing, "</e>", false, true},
-        {"ClosingBelowLoneEmptyText", "e{\"\"}", write_closing, "</e>", false, true},
-        {"ClosingOfChildlessElement", "e", write_closing, "</e>", false, true},
+        {"shorthand", "e", write_shorthand, "<e/>", true, true},
+        {"shorthand_with_attributes", "e(a=1,b=2)", write_shorthand, "<e a=\"1\" b=\"2\"/>", true, true},
+        {"childless_element", "e", write, "<e/>", true, true},
+        {"opening_above_two_elements", "e{x y}", write_opening, "<e>", true, true},
+        {"opening_above_text_and_element", "e(a=1){\"t\" x}", write_opening, "<e a=\"1\">", true, true},
+        {"opening_above_two_texts", "e{\"t\" \"u\"}", write_opening, "<e>", true, true},
+        {"opening_above_lone_element", "e{x}", write_opening, "<e>", true, true},
+        {"opening_above_lone_text", "e{\"t\"}", write_opening, "<e>", true, false},
+        {"opening_above_lone_text_with_attribute", "e(a=1){\"t\"}", write_opening, "<e a=\"1\">", true,
+         false},
+        {"opening_above_lone_empty_text", "e{\"\"}", write_opening, "<e>", true, false},
+        {"opening_of_childless_element", "e", write_opening, "<e>", true, false},
+        {"lone_text", "e{\"t\"}", write_first_child, "t", false, false},
+        {"lone_empty_text", "e{\"\"}", write_first_child, "", false, false},
+        {"text_before_element", "e{\"t\" x}", write_first_child, "t", true, true},
+        {"text_after_element", "e{x \"t\"}", write_last_child, "t", true, true},
+        {"text_beside_text", "e{\"t\" \"u\"}", write_last_child, "u", true, true},
+        {"empty_text_beside_element", "e{\"\" x}", write_first_child, "", true, true},
+        {"closing_below_two_elements", "e{x y}", write_closing, "</e>", true, true},
+        {"closing_below_text_and_element", "e{\"t\" x}", write_closing, "</e>", true, true},
+        {"closing_below_two_texts", "e{\"t\" \"u\"}", write_closing, "</e>", true, true},
+        {"closing_below_lone_element", "e{x}", write_closing, "</e>", true, true},
+        {"closing_below_lone_text", "e{\"t\"}", write_closing, "</e>", false, true},
+        {"closing_below_lone_empty_text", "e{\"\"}", write_closing, "</e>", false, true},
+        {"closing_of_childless_element", "e", write_closing, "</e>", false, true},
     };
     return rows;
 }
 
 class WhiteSpace : public ::testing::TestWithParam<std::tuple<SpaceRow, int>> {};
 
-TEST_P(WhiteSpace, IsWhereTheTableSays) {
+TEST_P(WhiteSpace, is_where_the_table_says) {
     const auto& [row, depth] = GetParam();
     Document document(false);
     const Element* element = build(document, row.tree);
     const std::string before = row.has_indentation && depth > 0 ? spaces(2 * depth) : "";
-    const std::string behind = row.has_line_end && depth >= 0 ? "\n" : "";
-    EXPECT_EQ(row.written(*element, depth), before + row.text + behind);
+    const std::string after = row.has_line_end && depth >= 0 ? "\n" : "";
+    EXPECT_EQ(row.written(*element, depth), before + row.text + after);
 }
 
 std::string name_of_space_row(const ::testing::TestParamInfo<std::tuple<SpaceRow, int>>& info) {
@@ -166,7 +167,7 @@ const std::string formatted_catalog =
     "  </mixed>\n"
     "</catalog>\n";
 
-TEST(WriteDocument, CompactCatalogStandsOnOneLineWithoutLineEnd) {
+TEST(WriteDocument, compact_catalog_stands_on_one_line_without_line_end) {
     Document document(false);
     build(document, catalog_line);
     EXPECT_EQ(
@@ -175,32 +176,32 @@ TEST(WriteDocument, CompactCatalogStandsOnOneLineWithoutLineEnd) {
         "<mixed>t1<leaf/></mixed></catalog>");
 }
 
-TEST(WriteDocument, FormattedCatalogHasNineLinesWithTheDeclaration) {
+TEST(WriteDocument, formatted_catalog_has_nine_lines_with_the_declaration) {
     Document document(false);
     build(document, catalog_line);
     EXPECT_EQ(document.write_to_string_formatted(true), declaration + "\n" + formatted_catalog);
 }
 
-TEST(WriteDocument, FormattedCatalogHasEightLinesWithoutTheDeclaration) {
+TEST(WriteDocument, formatted_catalog_has_eight_lines_without_the_declaration) {
     Document document(false);
     build(document, catalog_line);
     EXPECT_EQ(document.write_to_string_formatted(false), formatted_catalog);
 }
 
-TEST(WriteDocument, DeclarationHas21BytesAndNeitherEncodingNorStandalone) {
+TEST(WriteDocument, declaration_has_21_bytes_and_neither_encoding_nor_standalone) {
     const Document document(false);
     EXPECT_EQ(document.write_to_string(), "<?xml version=\"1.0\"?>");
     EXPECT_EQ(document.write_to_string().size(), 21U);
 }
 
-TEST(WriteDocument, WithoutRootGivesTheDeclarationAlone) {
+TEST(WriteDocument, without_root_gives_the_declaration_alone) {
     const Document document(false);
     EXPECT_EQ(document.write_to_string(), declaration);
     EXPECT_EQ(document.write_to_string_formatted(true), declaration + "\n");
     EXPECT_EQ(document.write_to_string_formatted(false), "");
 }
 
-TEST(WriteDocument, MovedFromDocumentWritesLikeOneWithoutRoot) {
+TEST(WriteDocument, moved_from_document_writes_like_one_without_root) {
     Document document(false);
     build(document, "r");
     const Document taken(std::move(document));
@@ -209,7 +210,7 @@ TEST(WriteDocument, MovedFromDocumentWritesLikeOneWithoutRoot) {
     EXPECT_EQ(document.write_to_string(), declaration);
 }
 
-TEST(WriteDocument, BareRootIsWrittenInShorthand) {
+TEST(WriteDocument, bare_root_is_written_in_shorthand) {
     Document document(false);
     build(document, "r");
     EXPECT_EQ(document.write_to_string(), declaration + "<r/>");
@@ -217,7 +218,7 @@ TEST(WriteDocument, BareRootIsWrittenInShorthand) {
     EXPECT_EQ(document.write_to_string_formatted(false), "<r/>\n");
 }
 
-TEST(WriteDocument, CompactTextAlwaysHasTheDeclarationAndFormattedTextOnRequestWhichIsWanted) {
+TEST(WriteDocument, compact_text_always_has_the_declaration_and_formatted_text_on_request_which_is_wanted) {
     Document document(false);
     build(document, "r{x}");
     EXPECT_EQ(document.write_to_string().rfind(declaration, 0), 0U);
@@ -225,7 +226,7 @@ TEST(WriteDocument, CompactTextAlwaysHasTheDeclarationAndFormattedTextOnRequestW
     EXPECT_EQ(document.write_to_string_formatted(false).find("<?xml"), std::string::npos);
 }
 
-TEST(WriteDocument, RootThatIsStillAChildElsewhereIsWrittenFromLevelZero) {
+TEST(WriteDocument, root_that_is_still_a_child_elsewhere_is_written_from_level_zero) {
     Document tree(false);
     build(tree, "r{x{y}}");
     Document view(false);
@@ -234,7 +235,7 @@ TEST(WriteDocument, RootThatIsStillAChildElsewhereIsWrittenFromLevelZero) {
     view.set_root_node(nullptr);  // or two documents would destroy it
 }
 
-TEST(WriteDocument, SortedDocumentIsWrittenInTheOrderOfItsChildren) {
+TEST(WriteDocument, sorted_document_is_written_in_the_order_of_its_children) {
     Document document(true);
     Element* root = document.create_root_node("r");
     root->add_child("b");
@@ -243,7 +244,7 @@ TEST(WriteDocument, SortedDocumentIsWrittenInTheOrderOfItsChildren) {
     EXPECT_EQ(document.write_to_string(), declaration + "<r>t<a/><b/></r>");
 }
 
-TEST(WriteDocument, WritingChangesNothing) {
+TEST(WriteDocument, writing_changes_nothing) {
     Document document(false);
     const Element* root = build(document, catalog_line);
     document.write_to_string();
@@ -268,7 +269,7 @@ void PrintTo(const ElementRow& row, std::ostream* out) {
 
 class WriteElement : public ::testing::TestWithParam<ElementRow> {};
 
-TEST_P(WriteElement, AppendsExactlyThisText) {
+TEST_P(WriteElement, appends_exactly_this_text) {
     const ElementRow& row = GetParam();
     Document document(false);
     const Element* element = build(document, row.tree);
@@ -276,23 +277,23 @@ TEST_P(WriteElement, AppendsExactlyThisText) {
 }
 
 const ElementRow element_rows[] = {
-    {"LoneEmptyTextCompactIsNoShorthand", "e{\"\"}", -1, "<e></e>"},
-    {"LoneEmptyTextFormattedIsNoShorthand", "e{\"\"}", 0, "<e></e>\n"},
-    {"LoneElementFormatted", "e{x}", 0, "<e>\n  <x/>\n</e>\n"},
-    {"LoneElementAtDepthTwo", "e{x}", 2, "    <e>\n      <x/>\n    </e>\n"},
-    {"ChildlessAtDepthTwo", "e", 2, "    <e/>\n"},
-    {"ChildlessWithAttributesIsShorthand", "e(a=1,b=2)", 0, "<e a=\"1\" b=\"2\"/>\n"},
-    {"SubtreeIsWrittenAsIfNestedThatDeep", "e{x{y{\"t\"} z}}", 3,
+    {"lone_empty_text_compact_is_no_shorthand", "e{\"\"}", -1, "<e></e>"},
+    {"lone_empty_text_formatted_is_no_shorthand", "e{\"\"}", 0, "<e></e>\n"},
+    {"lone_element_formatted", "e{x}", 0, "<e>\n  <x/>\n</e>\n"},
+    {"lone_element_at_depth_two", "e{x}", 2, "    <e>\n      <x/>\n    </e>\n"},
+    {"childless_at_depth_two", "e", 2, "    <e/>\n"},
+    {"childless_with_attributes_is_shorthand", "e(a=1,b=2)", 0, "<e a=\"1\" b=\"2\"/>\n"},
+    {"subtree_is_written_as_if_nested_that_deep", "e{x{y{\"t\"} z}}", 3,
      "      <e>\n        <x>\n          <y>t</y>\n          <z/>\n        </x>\n      </e>\n"},
-    {"MinusFiveIsCompactAllTheWayDown", "e{x{y{\"t\"} \"u\"} z}", -5, "<e><x><y>t</y>u</x><z/></e>"},
-    {"LowestDepthIsCompact", "e{x{y{\"t\"} \"u\"} z}", INT_MIN, "<e><x><y>t</y>u</x><z/></e>"},
-    {"TwoTextsStandOnLinesOfTheirOwn", "e{\"t\" \"u\"}", 0, "<e>\n  t\n  u\n</e>\n"},
-    {"TwoTextsCompactRunTogether", "e{\"t\" \"u\"}", -1, "<e>tu</e>"},
-    {"EmptyTextAmongSiblingsIsALineOfSpaces", "e{\"\" x}", 1, "  <e>\n    \n    <x/>\n  </e>\n"},
-    {"MultiLineTextContinuesInColumnZero", "e{x{\"1\\n2\"} \"3\\n4\"}", 1,
+    {"minus_five_is_compact_all_the_way_down", "e{x{y{\"t\"} \"u\"} z}", -5, "<e><x><y>t</y>u</x><z/></e>"},
+    {"lowest_depth_is_compact", "e{x{y{\"t\"} \"u\"} z}", INT_MIN, "<e><x><y>t</y>u</x><z/></e>"},
+    {"two_texts_stand_on_lines_of_their_own", "e{\"t\" \"u\"}", 0, "<e>\n  t\n  u\n</e>\n"},
+    {"two_texts_compact_run_together", "e{\"t\" \"u\"}", -1, "<e>tu</e>"},
+    {"empty_text_among_siblings_is_a_line_of_spaces", "e{\"\" x}", 1, "  <e>\n    \n    <x/>\n  </e>\n"},
+    {"multi_line_text_continues_in_column_zero", "e{x{\"1\\n2\"} \"3\\n4\"}", 1,
      "  <e>\n    <x>1\n2</x>\n    3\n4\n  </e>\n"},
-    {"LineFeedsOfTextAreTheOnlyOnesInCompactText", "e{\"1\\n2\" x}", -1, "<e>1\n2<x/></e>"},
-    {"LevelsComeBackAfterADeepBranch", "e{a{b{c{d}}} f{\"t\"} g}", 0,
+    {"line_feeds_of_text_are_the_only_ones_in_compact_text", "e{\"1\\n2\" x}", -1, "<e>1\n2<x/></e>"},
+    {"levels_come_back_after_a_deep_branch", "e{a{b{c{d}}} f{\"t\"} g}", 0,
      "<e>\n  <a>\n    <b>\n      <c>\n        <d/>\n      </c>\n    </b>\n  </a>\n  <f>t</f>\n  "
      "<g/>\n</e>\n"},
 };
@@ -300,7 +301,7 @@ const ElementRow element_rows[] = {
 INSTANTIATE_TEST_SUITE_P(Layout, WriteElement, ::testing::ValuesIn(element_rows),
                          [](const ::testing::TestParamInfo<ElementRow>& info) { return info.param.name; });
 
-TEST(WriteElementText, IsAppendedAndNeverReplacesWhatIsThere) {
+TEST(WriteElementText, is_appended_and_never_replaces_what_is_there) {
     Document document(false);
     const Element* element = build(document, "e{x}");
     std::string out = "kept\n";
@@ -311,7 +312,7 @@ TEST(WriteElementText, IsAppendedAndNeverReplacesWhatIsThere) {
     EXPECT_EQ(out, "kept\n<e><x/></e><e><x/></e><e>\n  <x/>\n</e>\n");
 }
 
-TEST(WriteElementText, TagWritersAppendToo) {
+TEST(WriteElementText, tag_writers_append_too) {
     Document document(false);
     const Element* element = build(document, "e(a=1){x}");
     std::string out = "+";
@@ -321,13 +322,13 @@ TEST(WriteElementText, TagWritersAppendToo) {
     EXPECT_EQ(out, "+  <e a=\"1\">\n  </e>\n  <e a=\"1\"/>\n");
 }
 
-TEST(WriteElementText, FreeStandingElementIsWrittenUnlikeFreeStandingText) {
+TEST(WriteElementText, free_standing_element_is_written_unlike_free_standing_text) {
     const Element element("free", nullptr, false);
     EXPECT_EQ(write(element, -1), "<free/>");
     EXPECT_EQ(write(element, 1), "  <free/>\n");
 }
 
-TEST(WriteElementText, NamesAreNeitherCheckedNorEscapedWhichIsWanted) {
+TEST(WriteElementText, names_are_neither_checked_nor_escaped_which_is_wanted) {
     const Element empty("", nullptr, false);
     EXPECT_EQ(write(empty, -1), "</>");
     EXPECT_EQ(write_opening(empty, -1) + write_closing(empty, -1), "<></>");
@@ -336,7 +337,7 @@ TEST(WriteElementText, NamesAreNeitherCheckedNorEscapedWhichIsWanted) {
     EXPECT_EQ(write_opening(odd, -1) + write_closing(odd, -1), "<a<b & \"c\"\n></a<b & \"c\"\n>");
 }
 
-TEST(WriteElementText, ChangingTheChildrenChangesTheLayout) {
+TEST(WriteElementText, changing_the_children_changes_the_layout) {
     Document document(false);
     Element* element = build(document, "e{\"t\"}");
     EXPECT_EQ(write(*element, 0), "<e>t</e>\n");
@@ -350,7 +351,7 @@ TEST(WriteElementText, ChangingTheChildrenChangesTheLayout) {
 
 // ---- Attributes ----
 
-TEST(WriteAttribute, IsASpaceTheNameAndTheQuotedValueAtEveryDepth) {
+TEST(WriteAttribute, is_a_space_the_name_and_the_quoted_value_at_every_depth) {
     const Attribute attribute("n", "v", nullptr);
     for (const int depth : {INT_MIN, -5, -1, 0, 1, 2, 30, INT_MAX}) {
         SCOPED_TRACE(depth);
@@ -358,19 +359,19 @@ TEST(WriteAttribute, IsASpaceTheNameAndTheQuotedValueAtEveryDepth) {
     }
 }
 
-TEST(WriteAttribute, IsAppended) {
+TEST(WriteAttribute, is_appended) {
     const Attribute attribute("n", "", nullptr);
     std::string out = "x";
     attribute.write_to_string(out, 3);
     EXPECT_EQ(out, "x n=\"\"");
 }
 
-TEST(WriteAttribute, ValueWithDoubleQuotesIsWrittenAsItIsWhichIsWanted) {
+TEST(WriteAttribute, value_with_double_quotes_is_written_as_it_is_which_is_wanted) {
     const Attribute attribute("n", "say \"hi\"", nullptr);
     EXPECT_EQ(write(attribute, -1), " n=\"say \"hi\"\"");
 }
 
-TEST(WriteAttribute, NoByteOfAValueOrNameIsEscapedWhichIsWanted) {
+TEST(WriteAttribute, no_byte_of_a_value_or_name_is_escaped_which_is_wanted) {
     for (int byte = 0; byte < 256; ++byte) {
         SCOPED_TRACE(byte);
         const std::string one(1, static_cast<char>(byte));
@@ -379,7 +380,7 @@ TEST(WriteAttribute, NoByteOfAValueOrNameIsEscapedWhichIsWanted) {
     }
 }
 
-TEST(WriteAttribute, AttributesStandInTheTagInTheOrderInWhichTheirNamesWereFirstSet) {
+TEST(WriteAttribute, attributes_stand_in_the_tag_in_the_order_in_which_their_names_were_first_set) {
     Element element("e", nullptr, false);
     element.set_attribute("b", "1");
     element.set_attribute("a", "2");
@@ -391,14 +392,14 @@ TEST(WriteAttribute, AttributesStandInTheTagInTheOrderInWhichTheirNamesWereFirst
     EXPECT_EQ(write(element, 0), "<e a=\"2\" c=\"3\" b=\"5\"/>\n");
 }
 
-TEST(WriteAttribute, AttributesNeverStartALineOfTheirOwn) {
+TEST(WriteAttribute, attributes_never_start_a_line_of_their_own) {
     Document document(false);
     const Element* element = build(document, "e(a=1,b=2){x(c=3){y(d=4){\"t\"}}}");
     EXPECT_EQ(write(*element, 1),
               "  <e a=\"1\" b=\"2\">\n    <x c=\"3\">\n      <y d=\"4\">t</y>\n    </x>\n  </e>\n");
 }
 
-TEST(WriteAttribute, AttributesAreNoChildrenSoAnElementWithAttributesAloneIsShorthand) {
+TEST(WriteAttribute, attributes_are_no_children_so_an_element_with_attributes_alone_is_shorthand) {
     Document document(false);
     const Element* element = build(document, "e(a='')");
     EXPECT_EQ(write(*element, -1), "<e a=\"\"/>");
@@ -484,7 +485,7 @@ Derived* add(Element& parent, Arguments&&... arguments) {
     return node.release();
 }
 
-TEST(DerivedNodes, AreAskedInChildOrderWithTheDepthOneBelow) {
+TEST(DerivedNodes, are_asked_in_child_order_with_the_depth_one_below) {
     Calls calls;
     Document document(false);
     Element* root = document.create_root_node("r");
@@ -495,7 +496,7 @@ TEST(DerivedNodes, AreAskedInChildOrderWithTheDepthOneBelow) {
     EXPECT_EQ(calls, (Calls{"a@1[<r>\n]", "'t'@1[<r>\n  <a/>\n]", "b@1[<r>\n  <a/>\n  t\n]"}));
 }
 
-TEST(DerivedNodes, GetMinusOneWhateverNegativeDepthTheWritingBeganWith) {
+TEST(DerivedNodes, get_minus_one_whatever_negative_depth_the_writing_began_with) {
     for (const int depth : {-1, -2, -5, INT_MIN}) {
         SCOPED_TRACE(depth);
         Calls calls;
@@ -509,7 +510,7 @@ TEST(DerivedNodes, GetMinusOneWhateverNegativeDepthTheWritingBeganWith) {
     }
 }
 
-TEST(DerivedNodes, KeepTheirLevelsWhenTheyAlternateWithPlainOnes) {
+TEST(DerivedNodes, keep_their_levels_when_they_alternate_with_plain_ones) {
     Calls calls;
     Document document(false);
     Element* root = document.create_root_node("r");
@@ -526,7 +527,7 @@ TEST(DerivedNodes, KeepTheirLevelsWhenTheyAlternateWithPlainOnes) {
               (Calls{"o@3[  <r>\n    <p>\n]", "i@5[" + start + "]", "'t'@6[" + start + "          <i>]"}));
 }
 
-TEST(DerivedNodes, RootIsAskedWithZeroOrMinusOneByTheDocument) {
+TEST(DerivedNodes, root_is_asked_with_zero_or_minus_one_by_the_document) {
     Calls calls;
     Document document(false);
     document.set_root_node(new LoggedElement("r", nullptr, calls));
@@ -536,7 +537,7 @@ TEST(DerivedNodes, RootIsAskedWithZeroOrMinusOneByTheDocument) {
     EXPECT_EQ(calls, (Calls{"r@-1[" + declaration + "]", "r@0[" + declaration + "\n]", "r@0[]"}));
 }
 
-TEST(DerivedNodes, LoneTextOfADerivedClassStandsOnTheLineOfItsElement) {
+TEST(DerivedNodes, lone_text_of_a_derived_class_stands_on_the_line_of_its_element) {
     Calls calls;
     Element element("e", nullptr, false);
     add<LoggedText>(element, "a<b", &element, calls);
@@ -544,14 +545,14 @@ TEST(DerivedNodes, LoneTextOfADerivedClassStandsOnTheLineOfItsElement) {
     EXPECT_EQ(calls, (Calls{"'a<b'@2[  <e>]"}));
 }
 
-TEST(DerivedNodes, LoneChildThatIsNeitherElementNorTextStandsOnALineOfItsOwn) {
+TEST(DerivedNodes, lone_child_that_is_neither_element_nor_text_stands_on_a_line_of_its_own) {
     Element element("e", nullptr, false);
     Comment::link(element, std::make_unique<Comment>("c", &element));
     EXPECT_EQ(write(element, 1), "  <e>\n    <!--c-->\n  </e>\n");
     EXPECT_EQ(write(element, -1), "<e><!--c--></e>");
 }
 
-TEST(DerivedNodes, MayWriteSomethingElseAltogether) {
+TEST(DerivedNodes, may_write_something_else_altogether) {
     class Silent : public Element {
     public:
         using Element::Element;
@@ -563,7 +564,7 @@ TEST(DerivedNodes, MayWriteSomethingElseAltogether) {
     EXPECT_EQ(write(element, 0), "<e>\n  <kept/>\n</e>\n");
 }
 
-TEST(DerivedNodes, WithoutAnOverrideAreWrittenAsTheirBase) {
+TEST(DerivedNodes, without_an_override_are_written_as_their_base) {
     class Derived : public Element {
     public:
         using Element::Element;
@@ -573,7 +574,7 @@ TEST(DerivedNodes, WithoutAnOverrideAreWrittenAsTheirBase) {
     EXPECT_EQ(write(element, 0), "<e>\n  <d>\n    <below>t</below>\n  </d>\n</e>\n");
 }
 
-TEST(DerivedNodes, ExceptionOfANodeComesThroughAndWhatWasAppendedStays) {
+TEST(DerivedNodes, exception_of_a_node_comes_through_and_what_was_appended_stays) {
     Document document(false);
     Element* root = build(document, "r{a b{c}}");
     auto* b = static_cast<Element*>(root->get_child("b"));
@@ -585,7 +586,7 @@ TEST(DerivedNodes, ExceptionOfANodeComesThroughAndWhatWasAppendedStays) {
     EXPECT_EQ(write(*root, -1), "<r><a/><b><c/></b></r>");
 }
 
-TEST(LongPieces, OfEveryLengthUpToSomeThousandsAreWrittenWhole) {
+TEST(LongPieces, of_every_length_up_to_some_thousands_are_written_whole) {
     for (int length = 0; length < 2100; ++length) {
         const std::string piece(static_cast<std::size_t>(length), 'x');
         Element element("n" + piece, nullptr, false);
@@ -597,7 +598,7 @@ TEST(LongPieces, OfEveryLengthUpToSomeThousandsAreWrittenWhole) {
     }
 }
 
-TEST(LongPieces, StayInTheirPlaceBesideNodesOfDerivedClasses) {
+TEST(LongPieces, stay_in_their_place_beside_nodes_of_derived_classes) {
     for (const int length : {1, 1023, 1024, 1025, 5000}) {
         SCOPED_TRACE(length);
         const std::string piece(static_cast<std::size_t>(length), 'x');
@@ -699,7 +700,7 @@ void grow(Element& root, std::mt19937& random) {
     }
 }
 
-TEST(RandomTrees, AreWrittenAsPlainRecursionWouldWriteThem) {
+TEST(RandomTrees, are_written_as_plain_recursion_would_write_them) {
     for (unsigned seed = 0; seed < 500; ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         std::mt19937 random(seed);
@@ -724,7 +725,7 @@ void build_chain(Document& document, int levels) {
         deepest = deepest->add_child("d");
 }
 
-TEST(DeepTree, OfAMillionLevelsIsWrittenCompactOnASmallStack) {
+TEST(DeepTree, of_a_million_levels_is_written_compact_on_a_small_stack) {
     const int levels = 1000000;
     Document document(false);
     build_chain(document, levels);
@@ -736,7 +737,7 @@ TEST(DeepTree, OfAMillionLevelsIsWrittenCompactOnASmallStack) {
                                  << expected.size();
 }
 
-TEST(DeepTree, OfThreeThousandLevelsIsWrittenFormattedOnASmallStack) {
+TEST(DeepTree, of_three_thousand_levels_is_written_formatted_on_a_small_stack) {
     const int levels = 3000;
     Document document(false);
     build_chain(document, levels);
@@ -771,7 +772,7 @@ void PrintTo(const WideRow& row, std::ostream* out) {
 
 class WideElement : public ::testing::TestWithParam<WideRow> {};
 
-TEST_P(WideElement, IsWrittenInLinearTime) {
+TEST_P(WideElement, is_written_in_linear_time) {
     const auto make = [](int children) {
         auto document = std::make_unique<Document>(false);
         Element* root = document->create_root_node("r");
@@ -788,9 +789,9 @@ TEST_P(WideElement, IsWrittenInLinearTime) {
 }
 
 const WideRow wide_rows[] = {
-    {"Elements", [](Element& parent) { parent.add_child("c"); }},
-    {"Texts", [](Element& parent) { parent.add_child_text("t"); }},
-    {"ElementsWithText", [](Element& parent) { parent.add_child("c")->add_child_text("t"); }},
+    {"elements", [](Element& parent) { parent.add_child("c"); }},
+    {"texts", [](Element& parent) { parent.add_child_text("t"); }},
+    {"elements_with_text", [](Element& parent) { parent.add_child("c")->add_child_text("t"); }},
 };
 
 INSTANTIATE_TEST_SUITE_P(Layout, WideElement, ::testing::ValuesIn(wide_rows),
@@ -805,7 +806,7 @@ std::string golden_path(const std::string& file) {
 
 std::string read_file(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
-    EXPECT_TRUE(file) << "can not open " << path;
+    EXPECT_TRUE(file) << "cannot open " << path;
     return std::string(std::istreambuf_iterator<char>(file), {});
 }
 
@@ -817,12 +818,12 @@ bool is_update_wanted() {
 void write_file(const std::string& path, const std::string& text) {
     std::ofstream file(path, std::ios::binary);
     file << text;
-    ASSERT_TRUE(file.flush()) << "can not write " << path;
+    ASSERT_TRUE(file.flush()) << "cannot write " << path;
 }
 
 class GoldenFile : public ::testing::TestWithParam<const char*> {};
 
-TEST_P(GoldenFile, IsWrittenAsExpectedInBothLayouts) {
+TEST_P(GoldenFile, is_written_as_expected_in_both_layouts) {
     const std::string name = GetParam();
     const auto document = quxml::from_string(read_file(golden_path(name + ".xml")), false);
     EXPECT_TRUE(links_agree(document->get_root_node()));
@@ -837,7 +838,7 @@ TEST_P(GoldenFile, IsWrittenAsExpectedInBothLayouts) {
     EXPECT_EQ(formatted, read_file(golden_path(name + ".formatted")));
 }
 
-TEST_P(GoldenFile, ComesBackUnchangedFromBothLayouts) {
+TEST_P(GoldenFile, comes_back_unchanged_from_both_layouts) {
     const std::string name = GetParam();
     if (is_update_wanted())
         GTEST_SKIP() << "expected texts are being rewritten";
