@@ -41,7 +41,7 @@ public:
     using Node::keep_sorted;
 };
 
-// Constructors
+// ---- Constructors ----
 
 TEST(ElementConstructor, takes_its_three_values) {
     Element parent("p", nullptr, false);
@@ -76,7 +76,7 @@ TEST(AttributeConstructor, accepts_a_null_parent) {
     EXPECT_EQ(attribute.get_parent(), nullptr);
 }
 
-// Values
+// ---- Values ----
 
 TEST(AttributeValue, is_assigned_and_returned_as_a_copy) {
     Attribute attribute("a", "1", nullptr);
@@ -113,7 +113,7 @@ TEST(AttributeValue, setting_the_item_does_not_sort_the_parent_again_which_is_wa
     EXPECT_TRUE(links_agree(root));
 }
 
-// Attributes
+// ---- Attributes ----
 
 TEST(SetAttribute, appends_new_names_and_returns_the_attribute) {
     Element element("e", nullptr, false);
@@ -249,7 +249,7 @@ TEST(Attributes, are_never_children_and_have_no_siblings) {
     }
 }
 
-// Text children
+// ---- Text children ----
 
 TEST(AddChildText, adds_text_without_a_name_and_returns_it) {
     Document document(false);

@@ -44,7 +44,7 @@ using quxml_test::to_line;
 
 const char* const beyond_int = "99999999999";
 
-// The comparison of two nodes
+// ---- The comparison of two nodes ----
 
 struct PairRow {
     const char* note;
@@ -169,7 +169,7 @@ TEST(IsSortedBefore, takes_derived_elements_for_elements) {
     EXPECT_FALSE(is_sorted_before(&two, &one));
 }
 
-// Items beyond the range of int
+// ---- Items beyond the range of int ----
 
 struct RangeRow {
     const char* note;
@@ -235,7 +235,7 @@ TEST(IsSortedBefore, leaves_errno_as_it_is) {
     errno = 0;
 }
 
-// Sorted insertion, by example
+// ---- Sorted insertion, by example ----
 
 TEST(SortedInsertion, places_by_name_and_item) {
     Document document(true);
@@ -320,7 +320,7 @@ TEST(SortedInsertion, reads_only_the_items_of_namesakes_it_passes) {
     EXPECT_TRUE(links_agree(root));
 }
 
-// Sorting, by example
+// ---- Sorting, by example ----
 
 struct SortRow {
     const char* note;
@@ -537,7 +537,7 @@ TEST(SortChildrenRecursively, needs_no_deep_stack) {
     EXPECT_TRUE(links_agree(root));
 }
 
-// A slow, obvious model
+// ---- A slow, obvious model ----
 
 /// What the order looks at in a child, and a number to tell it by.
 struct Record {

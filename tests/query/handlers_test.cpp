@@ -46,7 +46,7 @@ protected:
     std::string held() const { return tree.names(helper.find(root, "nothing")); }
 };
 
-// find
+// ---- find ----
 
 TEST_F(Handlers, find_returns_what_the_path_selects) {
     EXPECT_EQ(tree.names(helper.find(root, "r/a")), "a1 a2");
@@ -154,7 +154,7 @@ TEST_F(Handlers, a_helper_does_not_own_its_results) {
     EXPECT_EQ(tree.names(helper.find(root, "r/a")), "a1 a2");
 }
 
-// the comparator
+// ---- The comparator ----
 
 TEST_F(Handlers, the_comparator_is_given_the_nodes_name_and_then_the_name_test) {
     std::vector<std::pair<std::string, std::string>> calls;
@@ -201,7 +201,7 @@ TEST_F(Handlers, an_empty_comparator_is_accepted_until_a_name_is_tested) {
     EXPECT_FALSE(empty.is_correct_node(root, ""));
 }
 
-// get_nodes_from_path
+// ---- get_nodes_from_path ----
 
 TEST_F(Handlers, get_nodes_from_path_takes_the_first_step_as_satisfied) {
     helper.get_nodes_from_path(root, Steps{"nothing"});
@@ -252,7 +252,7 @@ TEST_F(Handlers, get_nodes_from_path_does_not_cut_steps_at_slashes) {
     EXPECT_EQ(helper.find(root, "nothing"), NodeSet({own}));
 }
 
-// skip_all_until_first_match
+// ---- skip_all_until_first_match ----
 
 TEST_F(Handlers, skip_all_until_first_match_searches_the_node_and_everything_below) {
     const Steps steps{"k"};
@@ -287,7 +287,7 @@ TEST_F(Handlers, skip_all_until_first_match_does_nothing_without_steps) {
     EXPECT_EQ(held(), "");
 }
 
-// get_child_nodes
+// ---- get_child_nodes ----
 
 TEST_F(Handlers, get_child_nodes_gives_children_in_order) {
     EXPECT_EQ(tree.names(helper.get_child_nodes(root, "a")), "a1 a2");
@@ -308,7 +308,7 @@ TEST_F(Handlers, get_child_nodes_judges_predicates_though_there_are_no_children)
     EXPECT_THROW_MESSAGE(helper.get_child_nodes(tree.node("b1"), "[99999999999]"), std::out_of_range, "stoi");
 }
 
-// is_correct_node
+// ---- is_correct_node ----
 
 TEST_F(Handlers, is_correct_node_tests_one_node) {
     EXPECT_TRUE(helper.is_correct_node(root, "r"));
@@ -340,7 +340,7 @@ TEST_F(Handlers, is_correct_node_judges_a_predicate_once_the_name_has_passed) {
                          one_equals_sign_message);
 }
 
-// get_nodes_matching_attributes
+// ---- get_nodes_matching_attributes ----
 
 TEST_F(Handlers, get_nodes_matching_attributes_changes_the_callers_list) {
     NodeList nodes = tree.list("a1 a2 b1");
@@ -375,7 +375,7 @@ TEST_F(Handlers, get_nodes_matching_attributes_judges_every_predicate_of_an_empt
                          "stoi");
 }
 
-// get_nodes_matching_attribute
+// ---- get_nodes_matching_attribute ----
 
 TEST_F(Handlers, get_nodes_matching_attribute_chooses_the_handler) {
     NodeList nodes = tree.list("a1 a2 b1 #9");
@@ -430,7 +430,7 @@ TEST_F(Handlers, get_nodes_matching_attribute_finds_no_bare_literal_for_a_node_w
     EXPECT_EQ(helper.get_nodes_matching_attribute(nodes, "x"), NodeList());
 }
 
-// get_node_by_number
+// ---- get_node_by_number ----
 
 TEST_F(Handlers, get_node_by_number_drops_null_text_and_attributes) {
     Node* const attribute = tree.element("a1")->get_attribute("id");
@@ -468,7 +468,7 @@ TEST_F(Handlers, get_node_by_number_forgets_an_empty_name_at_the_start) {
     EXPECT_EQ(helper.get_node_by_number("1", nodes), nodes);
 }
 
-// get_last_node
+// ---- get_last_node ----
 
 TEST_F(Handlers, get_last_node_counts_every_entry) {
     NodeList nodes = {tree.node("a1"), nullptr, tree.node("#9"), nullptr};
@@ -500,7 +500,7 @@ TEST_F(Handlers, index_from_last_throws_for_what_is_no_number) {
     EXPECT_THROW_MESSAGE(helper.index_from_last("last()-2147483649"), std::out_of_range, "stoi");
 }
 
-// get_positioned_nodes
+// ---- get_positioned_nodes ----
 
 TEST_F(Handlers, get_positioned_nodes_counts_every_entry) {
     NodeList nodes = {nullptr, tree.node("a1"), tree.node("#9"), nullptr};
@@ -533,7 +533,7 @@ TEST_F(Handlers, get_position_range_throws_for_what_is_no_number) {
         EXPECT_THROW_MESSAGE(helper.get_position_range(predicate, 4), std::out_of_range, "stoi") << predicate;
 }
 
-// get_node_containing_attribute
+// ---- get_node_containing_attribute ----
 
 TEST_F(Handlers, get_node_containing_attribute_drops_null_text_and_attributes) {
     Node* const attribute = tree.element("a1")->get_attribute("id");
@@ -559,7 +559,7 @@ TEST_F(Handlers, get_node_containing_attribute_judges_the_query_of_an_empty_list
                          at_most_one_equals_sign_message);
 }
 
-// get_node_containing_child_value
+// ---- get_node_containing_child_value ----
 
 TEST_F(Handlers, get_node_containing_child_value_keeps_nodes_in_list_order) {
     NodeList nodes = tree.list("b1 a2 #9 a1 a2");

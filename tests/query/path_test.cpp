@@ -271,7 +271,7 @@ TEST(FindExactMatch, errors_leave_the_tree_untouched_and_the_next_query_works) {
     EXPECT_EQ(tree.names(root->find_exact_match("library/book")), "b1 b2");
 }
 
-// Deep trees and long paths, on a stack that no recursion over levels or steps would fit.
+// ---- Deep trees and long paths, on a stack that no recursion over levels or steps would fit ----
 
 const std::size_t levels = 1000000;
 

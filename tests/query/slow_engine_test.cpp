@@ -43,7 +43,7 @@ using quxml_test::Tree;
     return ::testing::AssertionSuccess();
 }
 
-// every short path
+// ---- Every short path ----
 
 /// The steps "", "*", "a" and "b", the last three also with each of the predicates.
 std::vector<std::string> steps_with(std::initializer_list<const char*> predicates) {
@@ -99,7 +99,7 @@ TEST(ShortPaths, agree_for_errors_and_several_predicates) {
                             short_paths(steps_with({"b==t", "@x==1", "@x][last()", "last()x", ""})));
 }
 
-// random paths over random trees
+// ---- Random paths over random trees ----
 
 /// Random choices, the same for the same seed on every machine.
 class Choices {

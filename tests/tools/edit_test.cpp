@@ -101,7 +101,7 @@ TEST_F(Edit, sorts) {
            "quxml: b.xml: can not be sorted: an item is a number out of range\n");
 }
 
-// ---- Layout
+// ---- Layout ----
 
 struct Layout {
     const char* text;
@@ -140,7 +140,7 @@ TEST_F(Edit, writes_other_encodings_as_UTF_8_and_says_so) {
            "b.xml: warning: left out of the output: 1 encoding; \"quxml loss b.xml\" lists them\n");
 }
 
-// ---- What is refused
+// ---- What is refused ----
 
 TEST_F(Edit, exits_with_1_and_writes_nothing_if_nothing_matches) {
     for (const char* command : {"set //x a=1", "unset //x a", "text //x a", "add //x a", "text //note/ x"})

@@ -103,7 +103,7 @@ TEST_F(Format, indents_by_tabs_or_any_number_of_blanks_as_it_does_by_two) {
         "</library>\n");
 }
 
-// ---- format --sorted
+// ---- format --sorted ----
 
 using FormatSorted = Quxml;
 

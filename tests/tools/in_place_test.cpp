@@ -156,7 +156,7 @@ TEST_F(InPlace, wants_a_suffix_for_backups) {
     EXPECT_EQ(run("quxml text -i -- //host --backup= a.xml").code, 0);
 }
 
-// ---- What is refused
+// ---- What is refused ----
 
 TEST_F(InPlace, refuses_with_3_what_would_lose_something) {
     const std::string text = "<settings><!-- mine --><host/></settings>";
@@ -235,7 +235,7 @@ TEST_F(InPlace, exits_with_5_where_nothing_may_be_written) {
     expect(run("quxml set -i //host port=80 sub/a.xml"), 5, "", "quxml: sub/a.xml: Permission denied\n");
 }
 
-// ---- Full disks
+// ---- Full disks ----
 
 TEST_F(InPlace, exits_with_5_and_leaves_the_file_whole_when_the_new_one_has_no_room) {
     const std::string text = many_books(2000);
@@ -274,7 +274,7 @@ TEST_F(InPlace, leaves_the_file_whole_on_a_full_disk) {
     EXPECT_EQ(run("umount disk").code, 0);
 }
 
-// ---- Processes that are killed
+// ---- Processes that are killed ----
 
 // Starts the program and kills it after some time.
 class Victim {

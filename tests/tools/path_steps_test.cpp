@@ -51,7 +51,7 @@ bool has_item(Node* node) {
     return element != nullptr && element->get_attribute("item") != nullptr;
 }
 
-// ---- Lists
+// ---- Lists ----
 
 Nodes keep_last(const Nodes& nodes, const Predicate& predicate) {
     const auto position = static_cast<long>(nodes.size()) + predicate.offset;
@@ -133,7 +133,7 @@ Nodes get_filtered_children(const Node& parent, const Step& step) {
     return nodes;
 }
 
-// ---- Single nodes
+// ---- Single nodes ----
 
 bool passes(Node* node, const Predicate& predicate) {
     const auto* element = dynamic_cast<Element*>(node);
@@ -165,7 +165,7 @@ void search(Node* node, const Step& step, Nodes& found) {
         search(child, step, found);
 }
 
-// ---- Steps
+// ---- Steps ----
 
 Nodes take_step(Node* node, const Step& step) {
     Nodes found;
@@ -210,7 +210,7 @@ bool has_fault(const std::vector<Step>& steps) {
     });
 }
 
-// ---- The tree and the paths
+// ---- The tree and the paths ----
 
 constexpr std::array<const char*, 42> predicates{
     "",

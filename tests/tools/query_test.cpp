@@ -165,7 +165,7 @@ TEST_F(Query, tells_a_bad_query_from_no_match_whatever_the_document_holds) {
     EXPECT_EQ(run("quxml query 'library/book[position()>1]' other.xml").code, 1);
 }
 
-// ---- Other output than XML
+// ---- Other output than XML ----
 
 TEST_F(Query, writes_the_texts_of_matches) {
     expect_done(run("quxml query --value //title library.xml"), "Alpha\nBeta < 3\nGamma\n");

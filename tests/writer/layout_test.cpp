@@ -797,7 +797,9 @@ const WideRow wide_rows[] = {
 INSTANTIATE_TEST_SUITE_P(Layout, WideElement, ::testing::ValuesIn(wide_rows),
                          [](const ::testing::TestParamInfo<WideRow>& info) { return info.param.name; });
 
-// ---- Golden files ---- Each tests/data/NAME.xml is read and written in both layouts. QUXML_UPDATE_GOLDEN=1
+// ---- Golden files ----
+
+// Each tests/data/NAME.xml is read and written in both layouts. QUXML_UPDATE_GOLDEN=1
 // rewrites the expected texts.
 
 std::string golden_path(const std::string& file) {
