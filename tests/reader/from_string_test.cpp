@@ -61,7 +61,7 @@ std::string name_of_read_row(const ::testing::TestParamInfo<ReadRow>& info) {
 const ReadRow element_rows[] = {
     {"root_alone", "<a/>", "a"},
     {"root_with_two_tags", "<a></a>", "a"},
-    {"declaration_before_the_root", "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?><a/>", "a"},
+    {"declaration_before_the_root", R"(<?xml version="1.0" encoding="UTF-8" standalone="yes"?><a/>)", "a"},
     {"white_space_around_the_root", "\n <a/> \n", "a"},
     {"byte_order_mark", "\xEF\xBB\xBF<a>x</a>", "a{\"x\"}"},
     {"children_in_order", "<a><c/><b/><c/></a>", "a{c b c}"},
@@ -150,9 +150,9 @@ const ReadRow dropped_rows[] = {
 INSTANTIATE_TEST_SUITE_P(Dropped, ReadText, ::testing::ValuesIn(dropped_rows), name_of_read_row);
 
 const ReadRow attribute_rows[] = {
-    {"in_order", "<a c='1' b=\"2\" d='3'/>", "a(c=1,b=2,d=3)"},
+    {"in_order", R"(<a c='1' b="2" d='3'/>)", "a(c=1,b=2,d=3)"},
     {"empty", "<a x=''/>", "a(x='')"},
-    {"single_quotes_may_hold_double_ones", "<a x='say \"hi\"'/>", "a(x='say \"hi\"')"},
+    {"single_quotes_may_hold_double_ones", R"(<a x='say "hi"'/>)", "a(x='say \"hi\"')"},
     {"predefined_entities", "<a x='&lt;&gt;&amp;&quot;'/>", "a(x='<>&\"')"},
     {"character_references", "<a x='&#65;&#x42;'/>", "a(x=AB)"},
     {"ampersand_by_reference", "<a x='1&#38;2'/>", "a(x=1&2)"},
@@ -168,7 +168,7 @@ const ReadRow attribute_rows[] = {
 INSTANTIATE_TEST_SUITE_P(Attributes, ReadText, ::testing::ValuesIn(attribute_rows), name_of_read_row);
 
 const ReadRow prefix_rows[] = {
-    {"prefixes_and_declarations_are_dropped", "<p:root xmlns:p=\"urn:x\" p:id=\"1\"/>", "root(id=1)"},
+    {"prefixes_and_declarations_are_dropped", R"(<p:root xmlns:p="urn:x" p:id="1"/>)", "root(id=1)"},
     {"default_namespace_is_dropped", "<a xmlns='urn:x' x='1'><b/></a>", "a(x=1){b}"},
     {"xml_prefix", "<a xml:lang='en' xml:base='/'/>", "a(lang=en,base=/)"},
     {"names_that_differ_in_prefix_only", "<r xmlns:p='u' xmlns:q='v'><p:a/><q:a/><a/></r>", "r{a a a}"},
@@ -199,7 +199,7 @@ const char* const texts_with_doctypes[] = {
     "<!DOCTYPE a [<!ATTLIST a x ID #IMPLIED>]><a x=' 1 '><a x='1'/></a>",
     "<!DOCTYPE a [<!ELEMENT a (b)*><!ELEMENT b EMPTY>]><a> <b/> </a>",
     "<!DOCTYPE a [<!ELEMENT a (b)*>]><a>  </a>",
-    "<!DOCTYPE a [<!ENTITY % p '<!ENTITY e \"E\">'>%p;]><a x='&e;'>&e;</a>",
+    R"(<!DOCTYPE a [<!ENTITY % p '<!ENTITY e "E">'>%p;]><a x='&e;'>&e;</a>)",
     "<!DOCTYPE a [<!ENTITY e SYSTEM 'none'>]><a>&e;</a>",
     "<!DOCTYPE a [<!NOTATION n SYSTEM 'n'><!ENTITY e SYSTEM 'f' NDATA n><!ATTLIST a x ENTITY #IMPLIED>]><a/>",
     "<!DOCTYPE a PUBLIC 'p' 'none.dtd' [<!ATTLIST a x CDATA 'd'>]><a y='1'/>",
@@ -364,7 +364,7 @@ TEST(FromString, long_text_is_kept_in_one_piece) {
 
 TEST(FromString, escaped_text_is_escaped_again_when_written) {
     const auto document = from_string("<a>&lt;&#62;&amp;&apos;&quot;</a>", false);
-    EXPECT_EQ(document->write_to_string(), "<?xml version=\"1.0\"?><a>&lt;&gt;&amp;&apos;&quot;</a>");
+    EXPECT_EQ(document->write_to_string(), R"(<?xml version="1.0"?><a>&lt;&gt;&amp;&apos;&quot;</a>)");
 }
 
 /// The names of the element's children after "b" and then "a" have been added to them.

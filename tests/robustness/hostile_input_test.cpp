@@ -241,7 +241,7 @@ const Outside things_outside[] = {
     {"parameter_entity_of_network",
      "<!DOCTYPE a [<!ENTITY % p PUBLIC 'p' 'http://localhost/p'>%p;]><a>x</a>"},
     {"parameter_entity_two_steps",
-     "<!DOCTYPE a [<!ENTITY % p '<!ENTITY &#37; q SYSTEM \"q\">'>%p;%q;]><a>x</a>"},
+     R"(<!DOCTYPE a [<!ENTITY % p '<!ENTITY &#37; q SYSTEM "q">'>%p;%q;]><a>x</a>)"},
     {"inclusion", "<a xmlns:i='http://www.w3.org/2001/XInclude'><i:include href='/etc/hostname'/></a>"},
     {"style_sheet", "<?xml-stylesheet type='text/xsl' href='/etc/hostname'?><a>x</a>"},
     {"schema",

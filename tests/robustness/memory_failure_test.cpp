@@ -699,7 +699,7 @@ std::vector<Reading> all_readings() {
         "<!DOCTYPE a [<!ELEMENT a (b)*><!ATTLIST a d CDATA 'of the DTD' i ID #IMPLIED><!NOTATION n SYSTEM "
         "'n'>"
         "<!ENTITY e 'text of e'><!ENTITY f '&e; and <b>more</b>'><!ENTITY g 'of g'>]>";
-    const std::string parameter = "<!DOCTYPE a [<!ENTITY % p '<!ENTITY g \"of p\">'>%p;]>";
+    const std::string parameter = R"(<!DOCTYPE a [<!ENTITY % p '<!ENTITY g "of p">'>%p;]>)";
     return {
         {"smallest", "<a/>", true},
         {"elements", "<a>\n  <b x='1' y='2'/>\n  <c><d/><b/></c>\n  <b/>\n</a>", true},

@@ -105,7 +105,7 @@ TEST_P(EscapedText, is_the_same_in_both_layouts) {
 const EscapingRow escaping_rows[] = {
     {"empty", "", ""},
     {"nothing_to_escape", "plain text, 100% harmless; #1", "plain text, 100% harmless; #1"},
-    {"all_five", "Tom & \"Jerry's\" <pets>", "Tom &amp; &quot;Jerry&apos;s&quot; &lt;pets&gt;"},
+    {"all_five", R"(Tom & "Jerry's" <pets>)", "Tom &amp; &quot;Jerry&apos;s&quot; &lt;pets&gt;"},
     {"only_escapes", "<>&\"'", "&lt;&gt;&amp;&quot;&apos;"},
     {"reference_is_escaped_again", "&amp;", "&amp;amp;"},
     {"reference_twice", "&amp;amp;", "&amp;amp;amp;"},

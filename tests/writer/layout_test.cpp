@@ -39,7 +39,7 @@ using quxml_test::links_agree;
 using quxml_test::on_small_stack;
 using quxml_test::to_line;
 
-const std::string declaration = "<?xml version=\"1.0\"?>";
+const std::string declaration = R"(<?xml version="1.0"?>)";
 
 std::string spaces(int count) {
     return std::string(static_cast<std::size_t>(count), ' ');
@@ -102,14 +102,14 @@ void PrintTo(const SpaceRow& row, std::ostream* out) {
 const std::vector<SpaceRow>& space_rows() {
     static const std::vector<SpaceRow> rows = {
         {"shorthand", "e", write_shorthand, "<e/>", true, true},
-        {"shorthand_with_attributes", "e(a=1,b=2)", write_shorthand, "<e a=\"1\" b=\"2\"/>", true, true},
+        {"shorthand_with_attributes", "e(a=1,b=2)", write_shorthand, R"(<e a="1" b="2"/>)", true, true},
         {"childless_element", "e", write, "<e/>", true, true},
         {"opening_above_two_elements", "e{x y}", write_opening, "<e>", true, true},
-        {"opening_above_text_and_element", "e(a=1){\"t\" x}", write_opening, "<e a=\"1\">", true, true},
+        {"opening_above_text_and_element", "e(a=1){\"t\" x}", write_opening, R"(<e a="1">)", true, true},
         {"opening_above_two_texts", "e{\"t\" \"u\"}", write_opening, "<e>", true, true},
         {"opening_above_lone_element", "e{x}", write_opening, "<e>", true, true},
         {"opening_above_lone_text", "e{\"t\"}", write_opening, "<e>", true, false},
-        {"opening_above_lone_text_with_attribute", "e(a=1){\"t\"}", write_opening, "<e a=\"1\">", true,
+        {"opening_above_lone_text_with_attribute", "e(a=1){\"t\"}", write_opening, R"(<e a="1">)", true,
          false},
         {"opening_above_lone_empty_text", "e{\"\"}", write_opening, "<e>", true, false},
         {"opening_of_childless_element", "e", write_opening, "<e>", true, false},
@@ -158,22 +158,22 @@ INSTANTIATE_TEST_SUITE_P(Layout, WhiteSpace,
 const char* const catalog_line = "catalog(version=2){book(item=1){\"A & B\"} empty(x=1) mixed{\"t1\" leaf}}";
 
 const std::string formatted_catalog =
-    "<catalog version=\"2\">\n"
-    "  <book item=\"1\">A &amp; B</book>\n"
-    "  <empty x=\"1\"/>\n"
-    "  <mixed>\n"
-    "    t1\n"
-    "    <leaf/>\n"
-    "  </mixed>\n"
-    "</catalog>\n";
+    R"(<catalog version="2">
+  <book item="1">A &amp; B</book>
+  <empty x="1"/>
+  <mixed>
+    t1
+    <leaf/>
+  </mixed>
+</catalog>
+)";
 
 TEST(WriteDocument, compact_catalog_stands_on_one_line_without_line_end) {
     Document document(false);
     build(document, catalog_line);
-    EXPECT_EQ(
-        document.write_to_string(),
-        "<?xml version=\"1.0\"?><catalog version=\"2\"><book item=\"1\">A &amp; B</book><empty x=\"1\"/>"
-        "<mixed>t1<leaf/></mixed></catalog>");
+    EXPECT_EQ(document.write_to_string(),
+              R"(<?xml version="1.0"?><catalog version="2"><book item="1">A &amp; B</book><empty x="1"/>)"
+              "<mixed>t1<leaf/></mixed></catalog>");
 }
 
 TEST(WriteDocument, formatted_catalog_has_nine_lines_with_the_declaration) {
@@ -190,7 +190,7 @@ TEST(WriteDocument, formatted_catalog_has_eight_lines_without_the_declaration) {
 
 TEST(WriteDocument, declaration_has_21_bytes_and_neither_encoding_nor_standalone) {
     const Document document(false);
-    EXPECT_EQ(document.write_to_string(), "<?xml version=\"1.0\"?>");
+    EXPECT_EQ(document.write_to_string(), R"(<?xml version="1.0"?>)");
     EXPECT_EQ(document.write_to_string().size(), 21U);
 }
 
@@ -402,7 +402,7 @@ TEST(WriteAttribute, attributes_never_start_a_line_of_their_own) {
 TEST(WriteAttribute, attributes_are_no_children_so_an_element_with_attributes_alone_is_shorthand) {
     Document document(false);
     const Element* element = build(document, "e(a='')");
-    EXPECT_EQ(write(*element, -1), "<e a=\"\"/>");
+    EXPECT_EQ(write(*element, -1), R"(<e a=""/>)");
 }
 
 // ---- Nodes of derived classes ----
