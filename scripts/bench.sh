@@ -1,5 +1,6 @@
 # Times the library beside others: all, or named WORKs; --quick; --write into docs; --check instructions [--write].
-need_to_build_with libgtest-dev libbenchmark-dev libcli11-dev libpugixml-dev libtinyxml2-dev valgrind python3-matplotlib
+need_to_build_with libboost-dev libgtest-dev libbenchmark-dev libcli11-dev libpugixml-dev libtinyxml2-dev valgrind \
+    python3-matplotlib
 need shared-mime-info xkb-data unicode-cldr-core libgirepository1.0-dev ssg-debian osinfo-db
 place=build/bench
 programs=$place/bench

@@ -1,5 +1,5 @@
 # Counts the instructions of each operation at n, 2n and 4n; fails if one grows faster than stated. Names: only these.
-need_to_build_with libgtest-dev valgrind
+need_to_build_with libboost-dev libgtest-dev valgrind
 build release complexity_probe
 probe=build/release/tests/complexity_probe
 

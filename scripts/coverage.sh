@@ -1,5 +1,5 @@
 # Counts the lines, functions and branches of the library that the tests reach; 100, 100 and 98 of 100 are asked for.
-need_to_build_with libcli11-dev libgtest-dev gcovr
+need_to_build_with libcli11-dev libboost-dev libgtest-dev gcovr
 build coverage
 find build/coverage -name '*.gcda' -delete
 run_tests coverage "$@"

@@ -1,6 +1,6 @@
 # Builds for ARCH (i386, armhf, armel, mipsel, powerpc; or all) and runs the tests, in qemu; arguments go to CTest.
 . scripts/support/sysroot.sh
-need_to_build_with libcli11-dev libgtest-dev pkgconf liblzma-dev zlib1g-dev
+need_to_build_with libcli11-dev libboost-dev libgtest-dev pkgconf liblzma-dev zlib1g-dev
 
 # The test suite must be the same everywhere, down to the names.
 check_that_all_tests_are_there() {

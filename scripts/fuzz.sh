@@ -2,7 +2,7 @@
 seconds=${1-60} bits=${2-64}
 [[ $seconds =~ ^[1-9][0-9]*$ ]] || fail "fuzz: not a number of seconds: $seconds"
 [[ $bits == 32 || $bits == 64 ]] || fail "fuzz: neither 32 nor 64: $bits"
-need_to_build_with libgtest-dev clang libclang-rt-dev
+need_to_build_with libboost-dev libgtest-dev clang libclang-rt-dev
 preset=fuzz targets=(reader round_trip query tree subpath)
 if [ "$bits" = 32 ]; then
     need lib32gcc-12-dev lib32stdc++-12-dev libc6-dev-i386

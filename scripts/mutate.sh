@@ -1,4 +1,4 @@
 # Breaks the library's code in many small ways and checks that the tests notice each; arguments go to mutate.py.
-need_to_build_with libgtest-dev python3
+need_to_build_with libboost-dev libgtest-dev python3
 configure dev
 show python3 scripts/mutate.py "$@"

@@ -1,7 +1,7 @@
 # Builds the Debian packages of what is committed, twice, and tries them; or cross-builds them for ARCH; takes root.
 . scripts/support/sysroot.sh
 [ "$(id -u)" -eq 0 ] || fail "package: only root can make a system to try the packages in"
-need_to_build_with debhelper dpkg-dev libcli11-dev libgtest-dev lintian mmdebstrap
+need_to_build_with debhelper dpkg-dev libcli11-dev libboost-dev libgtest-dev lintian mmdebstrap
 place=$PWD/build/package
 first=$place/quxml second=$place/again/in/another/folder/quxml
 

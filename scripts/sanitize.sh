@@ -1,5 +1,5 @@
 # Runs the tests under each sanitizer, with the standard library's own checks, and under valgrind; names: only these.
-need_to_build_with libgtest-dev googletest libcli11-dev clang libclang-rt-dev valgrind libc6-dbg
+need_to_build_with libboost-dev libgtest-dev googletest libcli11-dev clang libclang-rt-dev valgrind libc6-dbg
 
 is_asked_for() {
     [ -z "$asked" ] || [[ " $asked " == *" $1 "* ]]

@@ -8,7 +8,7 @@ LIC_FILES_CHKSUM = "file://LICENSE;md5=c80f87bf91445fc995a7ff45081fc88d"
 # The archive stands in a folder `files` beside this recipe; README.md of the folder above tells how to make it.
 SRC_URI = "file://${BP}.tar.gz"
 
-DEPENDS = "boost libxml2"
+DEPENDS = "libxml2"
 
 inherit cmake pkgconfig
 

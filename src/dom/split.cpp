@@ -1,13 +1,19 @@
 #include "split.h"
 
-#include <boost/algorithm/string/classification.hpp>
-#include <boost/algorithm/string/split.hpp>
+#include <cstddef>
 
 namespace quxml {
 
 std::deque<std::string> split(const std::string& text, const char* separators) {
     std::deque<std::string> pieces;
-    boost::algorithm::split(pieces, text, boost::algorithm::is_any_of(separators));
+    std::size_t begin = 0;
+    std::size_t end = text.find_first_of(separators);
+    while (end != std::string::npos) {
+        pieces.emplace_back(text, begin, end - begin);
+        begin = end + 1;
+        end = text.find_first_of(separators, begin);
+    }
+    pieces.emplace_back(text, begin);
     return pieces;
 }
 

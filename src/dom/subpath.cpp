@@ -4,12 +4,10 @@
 // component that names the current node takes the climb one node up; any other is skipped. The climb never
 // skips a node.
 
-#include <algorithm>
-#include <boost/algorithm/string/predicate.hpp>
 #include <deque>
-#include <locale>
 #include <vector>
 
+#include "CaseFold.h"
 #include "NodeAccess.h"
 #include "split.h"
 
@@ -27,11 +25,11 @@ std::deque<std::string> get_components(const std::string& path) {
 
 /// The nodes that the climb from `node` matches, the lowest first.
 std::vector<const Node*> climb(const Node* node, const std::deque<std::string>& components,
-                               const std::locale& locale) {
+                               const CaseFold& fold) {
     std::vector<const Node*> matched;
     for (auto component = components.rbegin(); component != components.rend() && node != nullptr;
          ++component) {
-        if (!boost::algorithm::iequals(NodeAccess::name(*node), *component, locale))
+        if (!fold.equals(NodeAccess::name(*node), *component))
             continue;
         matched.push_back(node);
         node = node->get_parent();
@@ -42,18 +40,18 @@ std::vector<const Node*> climb(const Node* node, const std::deque<std::string>& 
 }  // namespace
 
 std::string Node::get_subpath_for(const std::string& path) {
-    const std::locale locale;
+    const CaseFold fold;
     const std::deque<std::string> components = get_components(path);
-    const std::vector<const Node*> matched = climb(this, components, locale);
+    const std::vector<const Node*> matched = climb(this, components, fold);
     if (matched.empty())
         return {};
-    if (!boost::algorithm::iequals(NodeAccess::name(*matched.back()), components.front(), locale))
+    if (!fold.equals(NodeAccess::name(*matched.back()), components.front()))
         return {};
     std::string subpath;
     for (auto node = matched.rbegin(); node != matched.rend(); ++node)
         subpath += "/" + NodeAccess::name(**node);
     // Deliberate: compared with the path as it was passed, with its leading or trailing "/" or without.
-    if (boost::algorithm::iequals(subpath, path, locale))
+    if (fold.equals(subpath, path))
         return {};
     return subpath;
 }

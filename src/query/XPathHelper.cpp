@@ -7,8 +7,6 @@
 
 #include "quxml/XPathHelper.h"
 
-#include <boost/algorithm/string/trim.hpp>
-#include <locale>
 #include <utility>
 
 #include "Candidates.h"
@@ -17,6 +15,7 @@
 #include "Walk.h"
 #include "dom/NodeAccess.h"
 #include "dom/split.h"
+#include "dom/trim.h"
 #include "positions.h"
 #include "values.h"
 
@@ -43,7 +42,7 @@ NodeSet XPathHelper::find(Node* node, std::string path) const {
 }
 
 bool XPathHelper::run(Node* node, std::string path) const {
-    boost::algorithm::trim(path, std::locale());
+    trim_space(path);
     if (path.empty())
         return false;
     if (node == nullptr)

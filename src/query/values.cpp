@@ -1,16 +1,15 @@
 #include "values.h"
 
-#include <boost/algorithm/string/classification.hpp>
-#include <boost/algorithm/string/trim.hpp>
 #include <cstddef>
 #include <stdexcept>
 
 #include "dom/NodeAccess.h"
+#include "dom/trim.h"
 
 namespace quxml {
 
 std::string trim_quotes(const std::string& text) {
-    return boost::algorithm::trim_copy_if(text, boost::algorithm::is_any_of("\"'"));
+    return trim(text, "\"'");
 }
 
 NameAndValue read_attribute_pair(const std::string& query) {
