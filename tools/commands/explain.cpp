@@ -35,11 +35,11 @@ std::string indented(const std::vector<std::string>& lines) {
 }
 
 ExitCode explain(const ExplainOptions& options) {
-    const Names names = options.prefix ? Names::prefixes : Names::whole;
+    const NameMatch names = options.prefix ? NameMatch::prefix : NameMatch::whole;
     std::string text;
     bool is_bad = false;
     int number = 0;
-    for (const Step& step : get_steps(options.path)) {
+    for (const PathStep& step : get_steps(options.path)) {
         const std::string name = step.text.empty() ? "(empty)" : to_printable(step.text);
         text += "step " + std::to_string(++number) + ": " + name + '\n';
         text += indented(describe(step, names));

@@ -106,7 +106,7 @@ void write_matches(const std::vector<quxml::Node*>& matches, const Describe& des
 std::vector<quxml::Node*> get_matches(const quxml::Document& document, const QueryOptions& options) {
     std::vector<quxml::Node*> matches =
         select(document, options.path, options.quiet ? PathNotes::silent : PathNotes::written,
-               options.prefix ? Names::prefixes : Names::whole);
+               options.prefix ? NameMatch::prefix : NameMatch::whole);
     const auto has_none = [&](const quxml::Node* match) { return !has_attribute(match, options.attribute); };
     if (!options.attribute.empty())
         matches.erase(std::remove_if(matches.begin(), matches.end(), has_none), matches.end());

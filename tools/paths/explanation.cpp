@@ -26,10 +26,11 @@ std::string describe_end(const PositionRange& range) {
     return range.end == 0 ? "to the last" : "up to " + std::to_string(range.end - 1);
 }
 
-std::string describe_range(const PositionRange& range) {
+std::string describe_range(const Predicate& predicate) {
+    const PositionRange& range = predicate.range;
     if (!range.counted && range.end == 1)
         return "none";
-    if (!range.counted && range.end == get_next_position(range.first))
+    if (contains(predicate.text, "="))
         return "the one at position " + std::to_string(range.first);
     return "those from position " + std::to_string(std::max(range.first, 1U)) + ' ' + describe_end(range);
 }
@@ -46,7 +47,7 @@ std::string describe_child(const Predicate& predicate) {
 
 // The library counts an element without an item as the first.
 bool is_number_one(const Predicate& predicate) {
-    return std::stoi(predicate.value) == 1;
+    return predicate.number == 1;
 }
 
 std::string describe_item(const Predicate& predicate) {
@@ -71,22 +72,22 @@ std::string describe_test_of_attribute(const Predicate& predicate) {
 }
 
 std::string describe(const Predicate& predicate) {
-    switch (predicate.handler) {
-        case Handler::last:
-            return "position from the end: keeps " + describe_offset(predicate.offset);
-        case Handler::position:
-            return "position: keeps " + describe_range(predicate.range);
-        case Handler::attribute:
+    switch (predicate.kind) {
+        case PredicateKind::last:
+            return "position from the end: keeps " + describe_offset(predicate.number);
+        case PredicateKind::position:
+            return "position: keeps " + describe_range(predicate);
+        case PredicateKind::attribute:
             return "attribute: keeps those that " + describe_attribute(predicate);
-        case Handler::child_value:
+        case PredicateKind::child_value:
             return "child's text: keeps those that " + describe_child(predicate);
-        case Handler::item:
+        case PredicateKind::item:
             return "item: keeps " + describe_item(predicate);
-        case Handler::literal:
+        case PredicateKind::literal:
             return "bare text: keeps " + describe_literal(predicate);
-        case Handler::test_attribute:
+        case PredicateKind::test_attribute:
             return "attribute of the node: passes if it " + describe_test_of_attribute(predicate);
-        case Handler::test_child_value:
+        case PredicateKind::test_child_value:
             return "child's text: passes if it has a child " + quote(predicate.name) + " whose text is " +
                    quote(predicate.value);
         default:
@@ -111,22 +112,22 @@ void add_predicate(const Predicate& predicate, Lines& lines) {
 
 // ---- Steps
 
-std::string describe_name_test(const Step& step, Names names) {
+std::string describe_name_test(const PathStep& step, NameMatch names) {
     if (step.name_test == "*")
         return "any name";
-    if (step.name_test.empty() && names == Names::whole)
+    if (step.name_test.empty() && names == NameMatch::whole)
         return "no name, which no element has";
-    return std::string(names == Names::prefixes ? "a name that begins with " : "the name ") +
+    return std::string(names == NameMatch::prefix ? "a name that begins with " : "the name ") +
            quote(step.name_test) + " in upper or lower case";
 }
 
-std::string describe_children(const Step& step, Names names) {
+std::string describe_children(const PathStep& step, NameMatch names) {
     if (step.name_test.empty())
         return "children: none, since there is no name before the predicate; any name is *";
     return "children: those with " + describe_name_test(step, names);
 }
 
-std::string describe_nodes(const Step& step, Names names) {
+std::string describe_nodes(const PathStep& step, NameMatch names) {
     const std::string name = describe_name_test(step, names);
     switch (step.kind) {
         case StepKind::start:
@@ -146,7 +147,7 @@ std::string describe_nodes(const Step& step, Names names) {
 
 }  // namespace
 
-std::vector<std::string> describe(const Step& step, Names names) {
+std::vector<std::string> describe(const PathStep& step, NameMatch names) {
     Lines lines{describe_nodes(step, names)};
     add_notes(get_notes_on_nodes(step), lines);
     for (const Predicate& predicate : step.predicates)
@@ -154,7 +155,7 @@ std::vector<std::string> describe(const Step& step, Names names) {
     return lines;
 }
 
-bool has_fault(const Step& step) {
+bool has_fault(const PathStep& step) {
     return std::any_of(step.predicates.begin(), step.predicates.end(),
                        [](const Predicate& predicate) { return !predicate.fault.empty(); });
 }

@@ -10,9 +10,9 @@
 namespace tool {
 
 /// What a step does, in words: a line for its nodes, one for each predicate, and notes and errors between them.
-std::vector<std::string> describe(const Step& step, Names names);
+std::vector<std::string> describe(const PathStep& step, NameMatch names);
 
-bool has_fault(const Step& step);
+bool has_fault(const PathStep& step);
 
 }  // namespace tool
 

@@ -2,9 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cstddef>
-#include <system_error>
+#include <stdexcept>
 
 #include "terminal/words.h"
 
@@ -21,18 +20,12 @@ bool has_any(const std::string& text, const char* characters) {
     return text.find_first_of(characters) != std::string::npos;
 }
 
-std::string without_quotes(const std::string& text) {
-    const std::size_t first = text.find_first_not_of(quote_signs);
-    return first == std::string::npos ? ""
-                                      : text.substr(first, text.find_last_not_of(quote_signs) - first + 1);
-}
-
 void warn(Notes& notes, const std::string& text) {
     notes.push_back({text, NoteKind::surprise});
 }
 
-void give_hint(Notes& notes, const std::string& text) {
-    notes.push_back({text, NoteKind::hint});
+void suggest(Notes& notes, const std::string& text) {
+    notes.push_back({text, NoteKind::possible_reason});
 }
 
 void inform(Notes& notes, const std::string& text) {
@@ -92,17 +85,17 @@ void note_name_test(const std::string& name, Notes& notes) {
     if (contains(name, "::"))
         warn(notes, quote(name) + " is taken for a name, since there are no axes; // searches all below");
     else if (contains(name, ":"))
-        give_hint(notes, "a declared prefix is dropped when a document is read, so that only " +
-                             quote(name.substr(name.find(':') + 1)) + " is left");
+        suggest(notes, "a declared prefix is dropped when a document is read, so that only " +
+                           quote(name.substr(name.find(':') + 1)) + " is left");
 }
 
 // ---- Nodes of steps
 
-bool is_search(const Step& step) {
+bool is_search(const PathStep& step) {
     return step.kind == StepKind::search || step.kind == StepKind::search_below;
 }
 
-void note_search(const Step& step, Notes& notes) {
+void note_search(const PathStep& step, Notes& notes) {
     if (step.text != "*")
         inform(notes,
                "the search stops at the first match of each branch; what is inside of a match is not found");
@@ -146,9 +139,9 @@ void note_bare_text(const Predicate& predicate, const char* equal, const char* q
         warn(notes, "no such function is known; it is taken for a text");
     note_signs(predicate.text, " belongs to the text", notes);
     if (notes.size() == before)
-        give_hint(notes, "to compare an attribute write [@name" + std::string(equal) + quote_sign +
-                             predicate.value + quote_sign + "], for the text of a child [name='" +
-                             predicate.value + "']");
+        suggest(notes, "to compare an attribute write [@name" + std::string(equal) + quote_sign +
+                           predicate.value + quote_sign + "], for the text of a child [name='" +
+                           predicate.value + "']");
 }
 
 // ---- Predicates of lists
@@ -196,9 +189,8 @@ std::string get_position_for(int number) {
 
 // 1 also selects elements without an item.
 void note_item(const Predicate& predicate, Notes& notes) {
-    const int number = std::stoi(predicate.value);
-    notes.push_back({"this is no position; " + get_position_for(number),
-                     number == 1 ? NoteKind::surprise : NoteKind::hint});
+    notes.push_back({"this is no position; " + get_position_for(predicate.number),
+                     predicate.number == 1 ? NoteKind::surprise : NoteKind::possible_reason});
     if (predicate.value.find_first_not_of("+-0123456789") != std::string::npos)
         warn(notes, "the attribute \"item\" is compared with all of " + quote(predicate.value));
 }
@@ -241,9 +233,12 @@ bool is_number(const std::string& text) {
 }
 
 bool is_too_large(const std::string& number) {
-    int value = 0;
-    const char* const first = number.data() + (number[0] == '+' ? 1 : 0);
-    return std::from_chars(first, number.data() + number.size(), value).ec == std::errc::result_out_of_range;
+    try {
+        read_number(number);
+        return false;
+    } catch (const std::out_of_range&) {
+        return true;
+    }
 }
 
 void note_words_of_positions(const Predicate& predicate, Notes& notes) {
@@ -255,9 +250,9 @@ void note_words_of_positions(const Predicate& predicate, Notes& notes) {
 // 1 also selects elements without an item.
 void note_number(const std::string& number, Notes& notes) {
     notes.push_back({"this is no position; those are known only behind a single /",
-                     number == "1" ? NoteKind::surprise : NoteKind::hint});
+                     number == "1" ? NoteKind::surprise : NoteKind::possible_reason});
     if (is_too_large(number))
-        give_hint(notes, "it is compared as text here; behind a single / it would be too large");
+        suggest(notes, "it is compared as text here; behind a single / it would be too large");
 }
 
 void note_test_of_item(const Predicate& predicate, Notes& notes) {
@@ -271,10 +266,10 @@ void note_test_of_item(const Predicate& predicate, Notes& notes) {
 
 }  // namespace
 
-std::vector<Note> get_notes_on_nodes(const Step& step) {
+std::vector<Note> get_notes_on_nodes(const PathStep& step) {
     Notes notes;
     if (step.kind == StepKind::start && step.is_relative)
-        give_hint(notes, "the first step names the root element itself, not a child of it");
+        suggest(notes, "the first step names the root element itself, not a child of it");
     if (is_search(step))
         note_search(step, notes);
     if (step.kind != StepKind::all_children)
@@ -290,26 +285,26 @@ std::vector<Note> get_notes_on_nodes(const Step& step) {
 
 std::vector<Note> get_notes(const Predicate& predicate) {
     Notes notes;
-    switch (predicate.handler) {
-        case Handler::last:
+    switch (predicate.kind) {
+        case PredicateKind::last:
             note_last(predicate, notes);
             break;
-        case Handler::position:
+        case PredicateKind::position:
             note_position(predicate, notes);
             break;
-        case Handler::item:
+        case PredicateKind::item:
             note_item(predicate, notes);
             break;
-        case Handler::literal:
+        case PredicateKind::literal:
             note_bare_text(predicate, "=", "'", notes);
             break;
-        case Handler::test_attribute:
+        case PredicateKind::test_attribute:
             note_test_of_attribute(predicate, notes);
             break;
-        case Handler::test_item:
+        case PredicateKind::test_item:
             note_test_of_item(predicate, notes);
             break;
-        case Handler::test_child_value:
+        case PredicateKind::test_child_value:
             note_words_of_positions(predicate, notes);
             note_name(predicate.name, notes);
             note_value(predicate, notes);
@@ -322,7 +317,7 @@ std::vector<Note> get_notes(const Predicate& predicate) {
 }
 
 // What follows from a cut predicate is of no interest.
-std::vector<Note> get_notes(const Step& step) {
+std::vector<Note> get_notes(const PathStep& step) {
     Notes notes = get_notes_on_nodes(step);
     if (!step.is_closed)
         return notes;

@@ -9,9 +9,9 @@
 namespace tool {
 
 enum class NoteKind {
-    surprise,    // the path does something else than it seems to say
-    hint,        // perhaps why nothing is selected
-    information  // good to know
+    surprise,         // the path does something other than it seems to
+    possible_reason,  // perhaps why nothing is selected
+    information       // good to know
 };
 
 /// Where a path may not do what was meant.
@@ -21,12 +21,12 @@ struct Note {
 };
 
 /// The notes on where a step looks for its nodes.
-std::vector<Note> get_notes_on_nodes(const Step& step);
+std::vector<Note> get_notes_on_nodes(const PathStep& step);
 
 std::vector<Note> get_notes(const Predicate& predicate);
 
 /// All notes on a step and its predicates.
-std::vector<Note> get_notes(const Step& step);
+std::vector<Note> get_notes(const PathStep& step);
 
 }  // namespace tool
 

@@ -16,8 +16,8 @@ namespace tool {
 
 namespace {
 
-quxml::NodeSet find(quxml::Node* root, const std::string& path, Names names) {
-    return names == Names::prefixes ? root->find_substring_match(path) : root->find_exact_match(path);
+quxml::NodeSet find(quxml::Node* root, const std::string& path, NameMatch names) {
+    return names == NameMatch::prefix ? root->find_substring_match(path) : root->find_exact_match(path);
 }
 
 Failure bad_query(const std::string& path, const std::string& reason) {
@@ -29,7 +29,7 @@ Failure bad_query(const std::string& path, const std::string& reason) {
 // query in any case.
 void require_no_fault(const std::string& path) {
     int number = 0;
-    for (const Step& step : get_steps(path)) {
+    for (const PathStep& step : get_steps(path)) {
         ++number;
         for (const Predicate& predicate : step.predicates)
             if (!predicate.fault.empty())
@@ -38,7 +38,7 @@ void require_no_fault(const std::string& path) {
     }
 }
 
-quxml::NodeSet get_matches(quxml::Node* root, const std::string& path, Names names) {
+quxml::NodeSet get_matches(quxml::Node* root, const std::string& path, NameMatch names) {
     require_no_fault(path);
     try {
         return find(root, path, names);
@@ -47,7 +47,7 @@ quxml::NodeSet get_matches(quxml::Node* root, const std::string& path, Names nam
     }
 }
 
-std::string get_gap(const Step& step) {
+std::string get_gap(const PathStep& step) {
     if (!step.is_closed)
         return "there is no ] at the end";
     if (has_empty_predicate(step))
@@ -58,7 +58,7 @@ std::string get_gap(const Step& step) {
     return "";
 }
 
-void write_notes(const Step& step, int number, NoteKind least) {
+void write_notes(const PathStep& step, int number, NoteKind least) {
     const std::string name = step.text.empty() ? "(empty)" : step.text;
     const std::string place = "step " + std::to_string(number) + ", " + name + ": ";
     for (const Note& note : get_notes(step))
@@ -66,17 +66,17 @@ void write_notes(const Step& step, int number, NoteKind least) {
             write_note(place + note.text);
 }
 
-// Of a step that the root element satisfies no hint is wanted: nothing is selected for another reason.
-void write_notes(quxml::Node* root, const std::string& path, Names names, bool has_match) {
+// Of a step that the root element satisfies no possible reason is wanted: nothing is selected for another reason.
+void write_notes(quxml::Node* root, const std::string& path, NameMatch names, bool has_match) {
     int number = 0;
-    for (const Step& step : get_steps(path)) {
+    for (const PathStep& step : get_steps(path)) {
         const bool is_satisfied =
             has_match || (step.kind == StepKind::start && !get_matches(root, step.text, names).empty());
-        write_notes(step, ++number, is_satisfied ? NoteKind::surprise : NoteKind::hint);
+        write_notes(step, ++number, is_satisfied ? NoteKind::surprise : NoteKind::possible_reason);
     }
 }
 
-void write_note_on_case(const Step& last, const std::vector<quxml::Node*>& nodes) {
+void write_note_on_case(const PathStep& last, const std::vector<quxml::Node*>& nodes) {
     if (last.name_test == "*" || last.kind == StepKind::all_children)
         return;
     std::set<std::string> spellings;
@@ -89,12 +89,12 @@ void write_note_on_case(const Step& last, const std::vector<quxml::Node*>& nodes
 }  // namespace
 
 std::vector<quxml::Node*> select(const quxml::Document& document, const std::string& path, PathNotes notes,
-                                 Names names) {
+                                 NameMatch names) {
     quxml::Node* const root = document.get_root_node();
     std::vector<quxml::Node*> nodes = in_document_order(root, get_matches(root, path, names));
     if (notes == PathNotes::written) {
         write_notes(root, path, names, !nodes.empty());
-        if (names == Names::whole)
+        if (names == NameMatch::whole)
             write_note_on_case(get_steps(path).back(), nodes);
     }
     return nodes;
@@ -102,7 +102,7 @@ std::vector<quxml::Node*> select(const quxml::Document& document, const std::str
 
 void require_no_gap(const std::string& path) {
     int number = 0;
-    for (const Step& step : get_steps(path)) {
+    for (const PathStep& step : get_steps(path)) {
         const std::string gap = get_gap(step);
         ++number;
         if (!gap.empty())

@@ -10,7 +10,7 @@
 namespace tool {
 
 /// How the names in a path are compared, in both cases without regard to case.
-enum class Names { whole, prefixes };
+enum class NameMatch { whole, prefix };
 
 /// Whether standard error is told where a path may not do what was meant: of surprises, and on a path that selects
 /// nothing also of what may be the reason.
@@ -19,7 +19,7 @@ enum class PathNotes { written, silent };
 /// The nodes that a path selects from the root element, in document order.
 /// \throws Failure  (bad_query)
 std::vector<quxml::Node*> select(const quxml::Document& document, const std::string& path, PathNotes notes,
-                                 Names names = Names::whole);
+                                 NameMatch names = NameMatch::whole);
 
 /// Refuses a path with a gap in it, as scripts make it of a variable that is not set: it would select too much.
 /// \throws Failure  (bad_query)

@@ -1,21 +1,34 @@
+// A path as the library's queries take it, without a document. Here is only where a path is cut and which way each
+// step takes; what a predicate means is asked of the library, and its exceptions say what it refuses. The tests compare
+// all of it with what the library selects.
+//
+// A path is cut at every "/", also between quotes. A "/" before the first step means nothing, "//" a search:
+//
+//     a/b   /a/b   the start node is tested with a, and its children are filtered with b
+//     //b          the start node and all below it are searched for b
+//     a//b         an empty step between others: all below a is searched for b
+//     a/           an empty last step: all children of a
+//
+// A step is cut at its first "[". What stands before is its name test. A step among children filters a list, with every
+// predicate between "[" and "]" in turn; that the step ends with "]" is taken for granted. The other steps test single
+// nodes, with the one predicate from the first "[" to the first "]".
+
 #include "paths/steps.h"
 
-#include <algorithm>
-#include <array>
+#include <quxml/Element.h>
+#include <quxml/XPathHelper.h>
+
 #include <cstddef>
-#include <cstdint>
-#include <optional>
 #include <stdexcept>
-#include <string_view>
+#include <tuple>
 
 #include "terminal/words.h"
-
-// This follows the library's engine without a document: where a path is cut, which route each step takes, and
-// which handler each predicate goes to. Its tests hold it against what the engine selects.
 
 namespace tool {
 
 namespace {
+
+constexpr const char* too_large = "the number is too large";
 
 std::string trim(const std::string& text, const char* characters) {
     const std::size_t first = text.find_first_not_of(characters);
@@ -36,106 +49,104 @@ std::vector<std::string> split(const std::string& text, const char* separators) 
     return pieces;
 }
 
-// What a number is, or why there is none.
-struct Number {
-    std::optional<int> value;
-    bool is_too_large = false;
-};
+quxml::XPathHelper get_library() {
+    return quxml::XPathHelper({});
+}
 
-Number read_number(const std::string& text) {
-    try {
-        return {std::stoi(text)};
-    } catch (const std::out_of_range&) {
-        return {std::nullopt, true};
-    } catch (const std::invalid_argument&) {
-        return {};
+// ---- Faults
+
+std::string get_complaint_about_position(const std::string& text) {
+    if (contains(text, "<="))
+        return "<= is not known; use < and the next number";
+    if (contains(text, ">="))
+        return ">= is not known; use > and the number before, and [last()] for the last node, which > leaves "
+               "out";
+    return "a number is missing after <, > or =";
+}
+
+std::string get_complaint(const Predicate& predicate) {
+    switch (predicate.kind) {
+        case PredicateKind::last:
+            return "after last() only a number with its sign can stand, as in [last()-1]";
+        case PredicateKind::position:
+            return get_complaint_about_position(predicate.text);
+        case PredicateKind::attribute:
+            return "at most one equal sign can stand in the predicate of an attribute";
+        default:
+            return "exactly one equal sign can stand in the predicate of a child's text";
     }
 }
 
-constexpr const char* too_large = "the number is too large";
+std::string get_complaint_about_size(const Predicate& predicate) {
+    const bool is_text_elsewhere = predicate.kind == PredicateKind::item;
+    return std::string(too_large) + (is_text_elsewhere ? "; after // it would be compared as text" : "");
+}
 
-// Takes a number over, or the reason why that is not possible.
-int take_number(const std::string& text, const std::string& complaint, std::string& fault) {
-    const Number number = read_number(text);
-    if (!number.value)
-        fault = number.is_too_large ? too_large : complaint;
-    return number.value.value_or(0);
+// Takes over what the library makes of a predicate, or why it refuses it.
+template <typename Read>
+void read_or_refuse(Predicate& predicate, Read read) {
+    try {
+        read(get_library());
+    } catch (const std::out_of_range&) {
+        predicate.fault = get_complaint_about_size(predicate);
+    } catch (const std::invalid_argument&) {
+        predicate.fault = get_complaint(predicate);
+    }
 }
 
 // ---- List filter
 
 void take_last(Predicate& predicate) {
-    constexpr std::string_view last = "last()";
-    predicate.handler = Handler::last;
-    const std::string offset = predicate.text.substr(predicate.text.find(last) + last.size());
-    if (!offset.empty())
-        predicate.offset = take_number(
-            offset,
-            "behind last() only a number with its sign can stand, as in [last()-1], not \"" + offset + '"',
-            predicate.fault);
+    predicate.kind = PredicateKind::last;
+    read_or_refuse(predicate, [&](const quxml::XPathHelper& library) {
+        predicate.number = library.index_from_last(predicate.text);
+    });
 }
 
-// The number behind the first `sign` of the predicate.
-unsigned get_bound(Predicate& predicate, char sign) {
-    const std::string behind = predicate.text.substr(predicate.text.find(sign) + 1);
-    return static_cast<unsigned>(
-        take_number(behind, std::string("a number is missing behind ") + sign, predicate.fault));
-}
-
-void refuse(Predicate& predicate, const char* sign, const std::string& instead) {
-    if (contains(predicate.text, sign))
-        predicate.fault = std::string(sign) + " is not known; use " + instead;
-}
-
-// The tests are independent of each other; a later one overrides what it sets.
+// An end that follows the number of nodes is that number.
 void take_position(Predicate& predicate) {
-    predicate.handler = Handler::position;
-    if (contains(predicate.text, "<"))
-        predicate.range.end = get_bound(predicate, '<');
-    if (contains(predicate.text, ">"))
-        predicate.range = {get_next_position(get_bound(predicate, '>')), 0, true};
-    if (contains(predicate.text, "=")) {
-        const unsigned position = get_bound(predicate, '=');
-        predicate.range = {position, get_next_position(position), false};
-    }
-    refuse(predicate, ">=", "> and the number before, and [last()] for the last node, which > leaves out");
-    refuse(predicate, "<=", "< and the next number");
+    predicate.kind = PredicateKind::position;
+    read_or_refuse(predicate, [&](const quxml::XPathHelper& library) {
+        const auto [first, end] = library.get_position_range(predicate.text, 0);
+        const bool is_counted = end != library.get_position_range(predicate.text, 1).second;
+        predicate.range = {first, end, is_counted};
+    });
 }
-
-constexpr const char* quotes = "\"'";
 
 void take_attribute(Predicate& predicate) {
-    predicate.handler = Handler::attribute;
-    const std::vector<std::string> fields = split(predicate.text.substr(1), "=");
-    predicate.name = fields[0];
-    if (fields.size() > 1)
-        predicate.value = trim(fields[1], quotes);
-    predicate.existence_only = predicate.value.empty();
-    if (fields.size() > 2)
-        predicate.fault = "at most one equal sign can stand in the predicate of an attribute";
+    predicate.kind = PredicateKind::attribute;
+    read_or_refuse(predicate, [&](const quxml::XPathHelper& library) {
+        std::tie(predicate.name, predicate.value) = library.get_attribute_pair(predicate.text.substr(1));
+        predicate.existence_only = predicate.value.empty();
+    });
 }
 
-void take_child_value(Predicate& predicate, Handler handler) {
-    predicate.handler = handler;
-    const std::vector<std::string> fields = split(predicate.text, "=");
-    predicate.name = fields[0];
-    predicate.value = trim(fields[1], quotes);
-    if (fields.size() > 2)
-        predicate.fault = "exactly one equal sign can stand in the predicate of a child's text";
+// The library judges a predicate even if there are no nodes to filter.
+void take_child_value(Predicate& predicate, PredicateKind kind) {
+    predicate.kind = kind;
+    read_or_refuse(predicate, [&](const quxml::XPathHelper& library) {
+        quxml::NodeList none;
+        library.get_node_containing_child_value(predicate.text, none);
+        std::tie(predicate.name, predicate.value) = library.get_attribute_pair(predicate.text);
+    });
 }
 
 void take_item_or_literal(Predicate& predicate) {
-    const Number number = read_number(predicate.text);
-    const bool is_item = number.value || number.is_too_large;
-    predicate.handler = is_item ? Handler::item : Handler::literal;
-    predicate.value = is_item ? predicate.text : trim(predicate.text, quotes);
-    if (number.is_too_large)
-        predicate.fault = std::string(too_large) + "; behind // it would be compared as text";
+    predicate.kind = PredicateKind::item;
+    predicate.value = predicate.text;
+    read_or_refuse(predicate, [&](const quxml::XPathHelper& /*library*/) {
+        const std::optional<int> number = read_number(predicate.text);
+        predicate.number = number.value_or(0);
+        if (!number) {
+            predicate.kind = PredicateKind::literal;
+            predicate.value = without_quotes(predicate.text);
+        }
+    });
 }
 
 // The first form that applies wins.
 Predicate get_list_predicate(const std::string& text) {
-    Predicate predicate{text, Handler::literal, "", "", false, 0, {}, ""};
+    Predicate predicate{text, PredicateKind::literal, "", "", false, 0, {}, ""};
     if (contains(text, "last()"))
         take_last(predicate);
     else if (contains(text, "position()"))
@@ -143,29 +154,30 @@ Predicate get_list_predicate(const std::string& text) {
     else if (text[0] == '@')
         take_attribute(predicate);
     else if (contains(text, "="))
-        take_child_value(predicate, Handler::child_value);
+        take_child_value(predicate, PredicateKind::child_value);
     else
         take_item_or_literal(predicate);
     return predicate;
 }
 
-void take_list_predicates(Step& step, std::size_t bracket) {
+void take_list_predicates(PathStep& step, std::size_t bracket) {
     if (bracket == std::string::npos)
         return;
     step.is_closed = step.text.back() == ']';
     std::string predicates = step.text.substr(bracket + 1);
     if (!predicates.empty())
         predicates.pop_back();
-    for (const std::string& text : split(predicates, "[]"))
+    for (const std::string& text : split(predicates, "[]")) {
         if (!text.empty())
             step.predicates.push_back(get_list_predicate(text));
+    }
 }
 
 // ---- Single-node test
 
 // The character before the equal sign is not taken for a part of the name; without any, all of it is.
 void take_test_of_attribute(Predicate& predicate) {
-    predicate.handler = Handler::test_attribute;
+    predicate.kind = PredicateKind::test_attribute;
     const std::size_t equal_sign = predicate.text.find('=');
     predicate.existence_only = equal_sign == std::string::npos;
     predicate.name = predicate.text.substr(1);
@@ -177,15 +189,15 @@ void take_test_of_attribute(Predicate& predicate) {
 }
 
 Predicate get_single_predicate(const std::string& text) {
-    Predicate predicate{text, Handler::test_item, "", text, false, 0, {}, ""};
+    Predicate predicate{text, PredicateKind::test_item, "", text, false, 0, {}, ""};
     if (text[0] == '@')
         take_test_of_attribute(predicate);
     else if (contains(text, "="))
-        take_child_value(predicate, Handler::test_child_value);
+        take_child_value(predicate, PredicateKind::test_child_value);
     return predicate;
 }
 
-void take_single_predicate(Step& step, std::size_t bracket) {
+void take_single_predicate(PathStep& step, std::size_t bracket) {
     if (bracket == std::string::npos)
         return;
     const std::size_t end = step.text.find(']');
@@ -197,8 +209,8 @@ void take_single_predicate(Step& step, std::size_t bracket) {
 
 // ---- Steps
 
-Step get_step(const std::string& text, StepKind kind) {
-    Step step{text, text.empty() ? StepKind::nothing : kind, "", {}, "", true, false, false};
+PathStep get_step(const std::string& text, StepKind kind) {
+    PathStep step{text, text.empty() ? StepKind::nothing : kind, "", {}, "", true, false, false};
     const std::size_t bracket = text.find('[');
     step.name_test = text.substr(0, bracket);
     if (tests_single_nodes(step))
@@ -210,17 +222,15 @@ Step get_step(const std::string& text, StepKind kind) {
 
 constexpr const char* blanks = " \t\n\v\f\r";
 
-// Cuts the path at every "/", also between quotes, and tells whether it begins with a search.
 std::vector<std::string> get_pieces(const std::string& path, bool& searches) {
     const std::string trimmed = trim(path, blanks);
-    searches = trimmed.substr(0, 2) == "//";
+    searches = begins_with(trimmed, "//");
     std::vector<std::string> pieces = split(trimmed, "/");
     const bool is_rooted = pieces[0].empty() && pieces.size() > 1;
     pieces.erase(pieces.begin(), pieces.begin() + (searches ? 2 : (is_rooted ? 1 : 0)));
     return pieces;
 }
 
-// An empty step between others stands for all children, in which the next step is searched for.
 StepKind get_kind(const std::vector<std::string>& pieces, std::size_t i) {
     if (pieces[i - 1].empty() && i > 1)
         return StepKind::search_below;
@@ -237,23 +247,10 @@ bool is_all_children(const std::vector<std::string>& pieces, std::size_t i) {
 
 }  // namespace
 
-unsigned get_next_position(unsigned position) {
-    return static_cast<unsigned>(std::uint64_t{position} + 1);
-}
-
-bool has_empty_predicate(const Step& step) {
-    return !tests_single_nodes(step) && contains(step.text, "[]");
-}
-
-bool tests_single_nodes(const Step& step) {
-    return step.kind == StepKind::start || step.kind == StepKind::search ||
-           step.kind == StepKind::search_below;
-}
-
-std::vector<Step> get_steps(const std::string& path) {
+std::vector<PathStep> get_steps(const std::string& path) {
     bool searches = false;
     const std::vector<std::string> pieces = get_pieces(path, searches);
-    std::vector<Step> steps{get_step(pieces[0], searches ? StepKind::search : StepKind::start)};
+    std::vector<PathStep> steps{get_step(pieces[0], searches ? StepKind::search : StepKind::start)};
     for (std::size_t i = 1; i < pieces.size(); ++i) {
         if (is_all_children(pieces, i))
             steps.push_back({"", StepKind::all_children, "", {}, "", true, false, false});
@@ -261,8 +258,31 @@ std::vector<Step> get_steps(const std::string& path) {
             steps.push_back(get_step(pieces[i], get_kind(pieces, i)));
     }
     steps.back().is_last = true;
-    steps.front().is_relative = trim(path, blanks).substr(0, 1) != "/";
+    steps.front().is_relative = !begins_with(trim(path, blanks), "/");
     return steps;
+}
+
+bool tests_single_nodes(const PathStep& step) {
+    return step.kind == StepKind::start || step.kind == StepKind::search ||
+           step.kind == StepKind::search_below;
+}
+
+bool has_empty_predicate(const PathStep& step) {
+    return !tests_single_nodes(step) && contains(step.text, "[]");
+}
+
+std::optional<int> read_number(const std::string& text) {
+    if (text.empty())
+        return std::nullopt;
+    try {
+        return get_library().index_from_last("last()" + text);
+    } catch (const std::invalid_argument&) {
+        return std::nullopt;
+    }
+}
+
+std::string without_quotes(const std::string& text) {
+    return trim(text, "\"'");
 }
 
 }  // namespace tool

@@ -1,6 +1,7 @@
 #ifndef QUXML_TOOLS_PATHS_STEPS_H
 #define QUXML_TOOLS_PATHS_STEPS_H
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,8 +17,8 @@ enum class StepKind {
     nothing,       // an empty step where nothing can match
 };
 
-/// What a predicate compares. The first seven filter a list of children, the others test a single node.
-enum class Handler {
+/// What a predicate compares. The first six filter a list of children, the others test a single node.
+enum class PredicateKind {
     last,         // a position counted from the end
     position,     // a range of positions
     attribute,    // an attribute that exists or has a value
@@ -39,37 +40,41 @@ struct PositionRange {
 
 struct Predicate {
     std::string text;
-    Handler handler;
+    PredicateKind kind;
     std::string name;             // of the attribute or the child
     std::string value;            // to be equal to
     bool existence_only = false;  // any value will do
-    int offset = 0;               // of `last`
+    int number = 0;               // the offset of `last`, and what the value of `item` begins with
     PositionRange range;          // of `position`
     std::string fault;            // why the library refuses it; empty if it does not
 };
 
-struct Step {
+struct PathStep {
     std::string text;
     StepKind kind;
     std::string name_test;
     std::vector<Predicate> predicates;
-    std::string ignored;    // what stands behind the predicate of a single node
+    std::string ignored;    // what stands after the predicate of a single node
     bool is_closed = true;  // the last character is the "]" that the library takes it for
     bool is_last = false;
     bool is_relative = false;  // the first, with no / before it
 };
 
-/// Whether a step among children has an empty predicate, if only between quotes, which keeps everything.
-bool has_empty_predicate(const Step& step);
-
-/// The position behind another; 0 behind the largest, since positions count modulo 2^32.
-unsigned get_next_position(unsigned position);
-
 /// A path as the library's queries take it, step by step.
-std::vector<Step> get_steps(const std::string& path);
+std::vector<PathStep> get_steps(const std::string& path);
 
 /// Whether the predicates of a step test a single node instead of filtering a list.
-bool tests_single_nodes(const Step& step);
+bool tests_single_nodes(const PathStep& step);
+
+/// Whether a step among children has an empty predicate, if only between quotes, which keeps everything.
+bool has_empty_predicate(const PathStep& step);
+
+/// The number that a text begins with, as the library reads it; nothing if there is none.
+/// \throws std::out_of_range  if it is beyond the range of `int`
+std::optional<int> read_number(const std::string& text);
+
+/// A text without the quotes, of either kind, paired or not, at its ends.
+std::string without_quotes(const std::string& text);
 
 }  // namespace tool
 

@@ -297,11 +297,11 @@ TEST_F(PathNotes, have_nothing_in_them_that_a_terminal_would_obey) {
 }
 
 TEST_F(PathNotes, say_why_a_number_that_is_an_error_among_children_is_none_behind_a_search) {
-    expect(run("quxml query '/a/b[99999999999999]' a.xml"), 4, "",
-           "quxml: bad query \"/a/b[99999999999999]\": step 2, [99999999999999]: the number is too large; "
-           "behind // "
-           "it would be compared as text\n\"quxml explain\" tells how a path is taken; put it between "
-           "quotes.\n");
+    expect(
+        run("quxml query '/a/b[99999999999999]' a.xml"), 4, "",
+        "quxml: bad query \"/a/b[99999999999999]\": step 2, [99999999999999]: the number is too large; "
+        "after // it would be compared as text\n\"quxml explain\" tells how a path is taken; put it between "
+        "quotes.\n");
 }
 
 }  // namespace

@@ -21,9 +21,9 @@ namespace {
 
 using quxml::Element;
 using quxml::Node;
-using tool::Handler;
+using tool::PathStep;
 using tool::Predicate;
-using tool::Step;
+using tool::PredicateKind;
 using tool::StepKind;
 using Nodes = std::vector<Node*>;
 
@@ -54,7 +54,7 @@ bool has_item(Node* node) {
 // ---- Lists ----
 
 Nodes keep_last(const Nodes& nodes, const Predicate& predicate) {
-    const auto position = static_cast<long>(nodes.size()) + predicate.offset;
+    const auto position = static_cast<long>(nodes.size()) + predicate.number;
     if (position < 1 || position > static_cast<long>(nodes.size()))
         return {};
     return {nodes.at(static_cast<std::size_t>(position) - 1)};
@@ -101,29 +101,29 @@ Nodes keep_if(Nodes nodes, Test test) {
 }
 
 Nodes keep(const Nodes& nodes, const Predicate& predicate) {
-    switch (predicate.handler) {
-        case Handler::last:
+    switch (predicate.kind) {
+        case PredicateKind::last:
             return keep_last(nodes, predicate);
-        case Handler::position:
+        case PredicateKind::position:
             return keep_range(nodes, predicate);
-        case Handler::item:
+        case PredicateKind::item:
             return keep_item(nodes, predicate);
-        case Handler::literal:
+        case PredicateKind::literal:
             return keep_literal(nodes, predicate);
-        case Handler::attribute:
+        case PredicateKind::attribute:
             return keep_if(nodes, [&](Node* node) { return has_attribute(node, predicate); });
-        case Handler::child_value:
+        case PredicateKind::child_value:
             return keep_if(nodes, [&](Node* node) { return has_child_with_text(*node, predicate); });
         default:
             throw std::logic_error("a list is filtered by a test of single nodes");
     }
 }
 
-bool has_name(const Node& node, const Step& step) {
+bool has_name(const Node& node, const PathStep& step) {
     return step.name_test == "*" || node.get_name() == step.name_test;
 }
 
-Nodes get_filtered_children(const Node& parent, const Step& step) {
+Nodes get_filtered_children(const Node& parent, const PathStep& step) {
     Nodes nodes;
     for (Node* child : parent.get_children())
         if (!step.name_test.empty() && has_name(*child, step))
@@ -137,12 +137,12 @@ Nodes get_filtered_children(const Node& parent, const Step& step) {
 
 bool passes(Node* node, const Predicate& predicate) {
     const auto* element = dynamic_cast<Element*>(node);
-    switch (predicate.handler) {
-        case Handler::test_attribute:
+    switch (predicate.kind) {
+        case PredicateKind::test_attribute:
             return has_attribute(node, predicate);
-        case Handler::test_child_value:
+        case PredicateKind::test_child_value:
             return has_child_with_text(*node, predicate);
-        case Handler::test_item:
+        case PredicateKind::test_item:
             return element != nullptr &&
                    (has_item(node) ? element->get_attribute_value("item") == predicate.value
                                    : predicate.value == "1");
@@ -151,11 +151,11 @@ bool passes(Node* node, const Predicate& predicate) {
     }
 }
 
-bool passes(Node* node, const Step& step) {
+bool passes(Node* node, const PathStep& step) {
     return has_name(*node, step) && (step.predicates.empty() || passes(node, step.predicates[0]));
 }
 
-void search(Node* node, const Step& step, Nodes& found) {
+void search(Node* node, const PathStep& step, Nodes& found) {
     if (passes(node, step)) {
         found.push_back(node);
         if (!step.is_last || step.text != "*")
@@ -167,7 +167,7 @@ void search(Node* node, const Step& step, Nodes& found) {
 
 // ---- Steps ----
 
-Nodes take_step(Node* node, const Step& step) {
+Nodes take_step(Node* node, const PathStep& step) {
     Nodes found;
     switch (step.kind) {
         case StepKind::start:
@@ -190,9 +190,9 @@ Nodes take_step(Node* node, const Step& step) {
     }
 }
 
-quxml::NodeSet take_steps(Node* root, const std::vector<Step>& steps) {
+quxml::NodeSet take_steps(Node* root, const std::vector<PathStep>& steps) {
     Nodes nodes{root};
-    for (const Step& step : steps) {
+    for (const PathStep& step : steps) {
         Nodes next;
         for (Node* node : nodes) {
             const Nodes found = take_step(node, step);
@@ -203,8 +203,8 @@ quxml::NodeSet take_steps(Node* root, const std::vector<Step>& steps) {
     return {nodes.begin(), nodes.end()};
 }
 
-bool has_fault(const std::vector<Step>& steps) {
-    return std::any_of(steps.begin(), steps.end(), [](const Step& step) {
+bool has_fault(const std::vector<PathStep>& steps) {
+    return std::any_of(steps.begin(), steps.end(), [](const PathStep& step) {
         return std::any_of(step.predicates.begin(), step.predicates.end(),
                            [](const Predicate& predicate) { return !predicate.fault.empty(); });
     });
@@ -278,7 +278,7 @@ std::shared_ptr<quxml::Document> create_tree() {
 
 // Counts the paths that select anything.
 void expect_the_same(Node* root, const std::string& path, int& matches) {
-    const std::vector<Step> steps = tool::get_steps(path);
+    const std::vector<PathStep> steps = tool::get_steps(path);
     if (has_fault(steps))
         return;
     quxml::NodeSet selected;
