@@ -34,6 +34,7 @@ public:
     ///
     /// Deliberate: the value is written as it is, whatever it holds. A value with a double quote, "<" or "&"
     /// gives text that XML parsers refuse, unless the caller stored it escaped.
+    /// Test: WriteAttribute.value_with_double_quotes_is_written_as_it_is_which_is_wanted.
     void write_to_string(std::string& out, int depth) const override;
 
     /// Sets the attribute of this name on `parent` to this value.

@@ -31,6 +31,7 @@ public:
     /// Exchanges the roots and copies `keep_sorted`; self-assignment does nothing.
     ///
     /// Deliberate: `other` now owns this document's former tree and destroys it with itself.
+    /// Test: MoveAssignment.exchanges_the_roots_which_is_wanted.
     Document& operator=(Document&& other) noexcept;
 
     /// Destroys the tree.
@@ -44,7 +45,8 @@ public:
     /// Makes `root` the root element and takes ownership of it.
     ///
     /// Deliberate: that is all. The former root is not destroyed, the caller now owns it; the new root's
-    /// parent is left as it is.
+    /// parent is left as it is. Tests: SetRootNode.leaves_the_former_root_to_the_caller_which_is_wanted,
+    /// SetRootNode.does_not_touch_the_parent_of_the_new_root_which_is_wanted.
     /// \param root null, or an element that nothing else owns.
     void set_root_node(Element* root);
 
@@ -75,8 +77,8 @@ public:
     /// Linear in the length of the text, as the next one.
     std::string write_to_string() const;
 
-    /// The whole document as formatted text: an element a line, two spaces a level, every line ended by a
-    /// line feed.
+    /// The whole document as formatted text: one element per line, two spaces per level, every line ended by
+    /// a line feed.
     /// \param include_declaration whether the line `<?xml version="1.0"?>` comes first.
     std::string write_to_string_formatted(bool include_declaration) const;
 
@@ -102,8 +104,9 @@ private:
 /// \param keep_sorted for the new document: children are then sorted by name. Deliberate: namesakes stay in
 ///     the order of the text, whatever their items, because an element is linked before it gets its attributes;
 ///     `Node::sort_children_recursively` orders them by item.
+///     Test: Sorted/SortedReading.inserts_each_child_in_order_as_it_is_read/items_do_not_matter_since_they_are_set_afterwards_which_is_wanted.
 /// \return the document; shared ownership, never null.
-/// \throws DomParserError if libxml2 can not read the text: it is not well-formed, its encoding is not known,
+/// \throws DomParserError if libxml2 cannot read the text: it is not well-formed, its encoding is not known,
 ///     it exceeds libxml2's limits of depth and size, or libxml2 runs out of memory. The message has the last
 ///     error of libxml2 with its code, line and column. "Empty document." if the text has no bytes,
 ///     "Document too large." if it has too many.

@@ -8,10 +8,10 @@
 
 namespace quxml {
 
-/// Thrown by `from_string` for text that can not be read. The message is "Empty document.",
+/// Thrown by `from_string` for text that cannot be read. The message is "Empty document.",
 /// "Document too large.", or libxml2's description followed by
 /// " (error code: C) at line L, column N", lines and columns as libxml2 counts them, from 1; 0 where it does
-/// not tell.
+/// not say.
 class QUXML_EXPORT DomParserError : public std::exception {
 public:
     /// An error with this message, which is copied.

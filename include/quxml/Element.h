@@ -65,7 +65,7 @@ public:
     /// Adds a text child holding `text`; there is no merging with text that is already there.
     ///
     /// Deliberate: in an element that is kept sorted the new text goes in front of everything, earlier text
-    /// included.
+    /// included. Test: AddChildText.goes_in_front_of_everything_if_kept_sorted_which_is_wanted.
     /// \return the new child, borrowed; this element owns it.
     /// \throws std::bad_alloc nothing has been added.
     /// \par Complexity
@@ -94,22 +94,23 @@ public:
     void write_to_string(std::string& out, int depth) const override;
 
     /// Appends the opening tag with the attributes. Formatted: 2 * `depth` spaces before it, and a line end
-    /// behind it unless the only child is text or there are no children.
+    /// after it unless the only child is text or there are no children.
     void write_opening_tag(std::string& out, int depth) const;
 
-    /// Appends the closing tag. Formatted: a line end behind it, and 2 * `depth` spaces before it unless the
+    /// Appends the closing tag. Formatted: a line end after it, and 2 * `depth` spaces before it unless the
     /// only child is text or there are no children.
     void write_closing_tag(std::string& out, int depth) const;
 
     /// Appends the tag of an element without children, `<name/>`, with the attributes. Formatted: 2 * `depth`
-    /// spaces before it and a line end behind it.
+    /// spaces before it and a line end after it.
     void write_shorthand_tag(std::string& out, int depth) const;
 
     /// Copies this element into `parent`, by `parent->add_new_node`. The copy keeps this element's own
     /// `keep_sorted`. With `deep`, attributes and everything below are copied too; without, the name alone.
     ///
     /// Deliberate: the copy is linked before it gets its attributes, so in a parent that is kept sorted it
-    /// goes behind all its namesakes, whatever its item; copies made in source order keep the source order.
+    /// goes after all its namesakes, whatever its item; copies made in source order keep the source order.
+    /// Test: ElementCopy.goes_after_its_namesakes_whatever_its_item_which_is_wanted.
     /// \throws std::out_of_range ("stoi") if a child of a derived class, which copies itself, brings about
     ///     the comparison of an item beyond the range of `int`; what had been copied until then stays in
     ///     `parent`.

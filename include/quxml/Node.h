@@ -59,10 +59,10 @@ public:
     /// \param keep_sorted whether `add_new_node` puts children at their sorted place instead of at the end.
     Node(const std::string& name, Element* parent, bool keep_sorted);
 
-    /// Nodes can not be copied by value; see `import_node`.
+    /// Nodes cannot be copied by value; see `import_node`.
     Node(const Node&) = delete;
 
-    /// Nodes can not be assigned.
+    /// Nodes cannot be assigned.
     Node& operator=(const Node&) = delete;
 
     /// Destroys all children, and everything below them, parents before their children, first to last. The
@@ -73,7 +73,7 @@ public:
     /// Appends this node as XML text to `out`, which is never read, cleared or truncated.
     /// \param out the text so far.
     /// \param indent the depth: negative for compact text, n >= 0 for formatted text at nesting level n, two
-    ///     spaces a level.
+    ///     spaces per level.
     /// \throws std::bad_alloc `out` then keeps what had been appended.
     virtual void write_to_string(std::string& out, int indent) const = 0;
 
@@ -128,7 +128,7 @@ public:
 
     /// Links a node: as the last child or, if this node is kept sorted, before the first child that does not
     /// sort before it (see `sort_children` for the order). Among equals the new node goes first; a new
-    /// element without an item goes behind all its namesakes.
+    /// element without an item goes after all its namesakes.
     /// \param node constructed with this node as its parent (`parent` is not set here) and not linked
     ///     anywhere. This node takes ownership; if an exception leaves, the caller keeps it.
     /// \throws std::out_of_range ("stoi") as for `add_child`; nothing has been linked.
@@ -144,7 +144,7 @@ public:
 
     /// Unlinks `child` and destroys it with everything below it.
     /// \param child a child of this node. Membership is not checked, and removing any other node leaves a
-    ///     tree that can not be used: the node is destroyed while its real parent still lists it.
+    ///     tree that cannot be used: the node is destroyed while its real parent still lists it.
     /// \throws std::invalid_argument
     ///     "Can not remove nullptr pointer from Node" if `child` is null, else
     ///     "Can not remove when Node has no children"; the tree is unchanged.
@@ -181,6 +181,7 @@ public:
     /// before it. A group of which no element has an item is therefore reversed by each call. Results for
     /// such groups are those of libstdc++'s `std::list::sort`. A single element without an item can leave its
     /// namesakes out of order.
+    /// Test: SortChildren.reverses_namesakes_without_items_however_many_they_are_which_is_wanted.
     /// \throws std::out_of_range ("stoi") if a number beyond the range of `int` is compared. All children are
     ///     still there, in an unspecified order, and their sibling links are as before.
     /// \par Complexity
@@ -204,6 +205,7 @@ public:
     ///
     /// Deliberate: the last comparison is with `path` as it was passed. A path without a leading "/" never
     /// equals the chain, so for such a path the node at its very end gets the whole path back.
+    /// Test: Rows/Subpath.is/the_whole_path_without_its_slash__wanted.
     /// \par Complexity
     /// linear in the length of the path.
     std::string get_subpath_for(const std::string& path);
@@ -211,7 +213,7 @@ public:
     /// The nodes that a path selects, starting at this node; names match if they are equal, ignoring case
     /// under the global locale. `XPathHelper` describes the path language.
     /// \return borrowed pointers; empty for an empty path.
-    /// \throws std::invalid_argument, std::out_of_range if a predicate that is reached can not be read (see
+    /// \throws std::invalid_argument, std::out_of_range if a predicate that is reached cannot be read (see
     ///     `XPathHelper`); the tree is never changed.
     /// \par Complexity
     /// For each step linear in the children of the nodes that the step before selected, and what its predicates
@@ -221,6 +223,7 @@ public:
     /// As `find_exact_match`, but a name test matches every name that begins with it, ignoring case.
     ///
     /// Deliberate: despite the operation's name this is a prefix match; "oo" does not find "book".
+    /// Test: Names/PrefixMatch.selects/it_is_deliberate_that_a_part_within_a_name_does_not_match.
     NodeSet find_substring_match(const std::string& path);
 
 protected:
@@ -239,7 +242,7 @@ protected:
     /// The child before this one in the parent's list, or null. Borrowed.
     Node* previous_sibling;
 
-    /// The child behind this one in the parent's list, or null. Borrowed.
+    /// The child after this one in the parent's list, or null. Borrowed.
     Node* next_sibling;
 
 private:

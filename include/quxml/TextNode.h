@@ -32,6 +32,7 @@ public:
     /// Exchanges the text with `content`.
     ///
     /// Deliberate: the argument is left holding the previous text, so nothing is freed and nothing is lost.
+    /// Test: SetContent.exchanges_a_text_that_is_handed_over_which_is_wanted.
     void set_content(std::string&& content);
 
     /// Appends the text with `&`, `<`, `>`, the quote and the apostrophe written as `&amp;`, `&lt;`, `&gt;`,
@@ -39,6 +40,7 @@ public:
     /// spaces before it, but with nothing around it if it is its parent's only child.
     ///
     /// Deliberate: text without a parent appends nothing.
+    /// Test: TextPlace.detached_text_writes_nothing_at_any_depth_which_is_wanted.
     void write_to_string(std::string& out, int depth) const override;
 
     /// Adds a text child with this content, and the empty name, to `parent`.

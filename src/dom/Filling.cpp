@@ -20,13 +20,15 @@ Element* Filling::add_element(std::string_view name) {
 }
 
 Element* Filling::add_element(std::string_view name, bool keep_sorted) {
+    // Without a name at first: a view would have to become a string to be handed on, and be copied once more.
+    // What is assigned below is moved.
     auto child = std::make_unique<Element>(std::string(), &parent, keep_sorted);
     NodeAccess::name(*child) = std::string(name);
     link(child.get());
     return child.release();
 }
 
-/// Nodes without a name stand in front of all others, in an order of their own, whatever the order behind
+/// Nodes without a name stand in front of all others, in an order of their own, whatever the order after
 /// them: a new one is linked at its place.
 void Filling::link(Element* child) {
     const std::string& name = NodeAccess::name(*child);

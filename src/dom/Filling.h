@@ -14,7 +14,7 @@ namespace quxml {
 ///
 /// If the element is kept sorted, its children are appended first and sorted once, by name, when the filling
 /// ends. That gives the tree that linking each of them at its sorted place would give, without a walk for
-/// each: an element without an item goes behind all its namesakes, so the names alone decide, and namesakes
+/// each: an element without an item goes after all its namesakes, so the names alone decide, and namesakes
 /// keep the order of their arrival.
 class Filling {
 public:

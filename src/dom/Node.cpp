@@ -9,6 +9,16 @@
 // front of the list it came from, where they are next. So destructors begin in the same order as with
 // recursion, parents before their children and first to last, on a stack of constant height, and nothing is
 // allocated.
+//
+// As an example, `a` with the children `b` (which has `c` and `d`) and `e` is destroyed:
+//
+//     what happens                                  list of a     list of b
+//     the destructor of a begins                    b e           c d
+//     it takes b; the destructor of b begins        e             c d
+//     b moves its children to the front, and ends   c d e
+//     a takes c, which ends                         d e
+//     a takes d, which ends                         e
+//     a takes e, which ends; then a ends
 
 #include "quxml/Node.h"
 
@@ -130,7 +140,8 @@ Element* Node::add_child(const std::string& child_name, const std::string& item)
     try {
         link_new_node(*this, child.get());
     } catch (const std::out_of_range&) {
-        // Deliberate: a child whose place can not be told is not freed.
+        // Deliberate: a child whose place cannot be found is not freed.
+        // Test: AddChildDeathTest.with_an_item_beyond_the_range_leaves_the_new_child_unlinked_which_is_wanted.
         static_cast<void>(child.release());
         throw;
     }
@@ -158,7 +169,7 @@ NodeList::iterator find_entry(NodeList& children, Node* child) {
     return std::find(children.begin(), children.end(), child);
 }
 
-/// Removes every entry equal to `child`. The links tell that the first or the last child stands in the list
+/// Removes every entry equal to `child`. The links show that the first or the last child stands in the list
 /// only once, so removing at either end does not walk the list.
 void remove_entries(NodeList& children, Node* child) {
     if (children.front() == child && child->get_previous_sibling() == nullptr) {
@@ -177,7 +188,8 @@ void Node::remove_child(Node* child) {
         throw std::invalid_argument("Can not remove nullptr pointer from Node");
     if (children.empty())
         throw std::invalid_argument("Can not remove when Node has no children");
-    // Deliberate: nothing checks that `child` is a child of this node; that is the caller's word.
+    // Deliberate: nothing checks that `child` is a child of this node; the caller vouches for it.
+    // Test: RemoveChild.takes_a_foreign_node_out_of_its_own_siblings_though_its_parent_still_lists_it_which_is_wanted.
     if (children.size() > 1) {
         if (child != children.front())
             child->previous_sibling->next_sibling = child->next_sibling;
@@ -195,6 +207,7 @@ void Node::set_child_first(Node* child) {
     auto entry = find_entry(children, child);
     Node* first = children.empty() ? nullptr : children.front();
     // Deliberate: membership is not checked; a node from elsewhere is put at the front all the same.
+    // Test: SetChildFirst.takes_a_foreign_node_to_the_front_though_its_parent_still_lists_it_which_is_wanted.
     if (entry == children.end())
         entry = children.insert(entry, child);
     child->previous_sibling->next_sibling = child->next_sibling;

@@ -15,6 +15,7 @@ void TextNode::set_content(const std::string& new_content) {
 }
 
 // Deliberate: an exchange, not a move.
+// Test: SetContent.exchanges_a_text_that_is_handed_over_which_is_wanted.
 void TextNode::set_content(std::string&& other) {
     content.swap(other);
 }

@@ -1,10 +1,18 @@
 // The canonical order of children: by name, and namesakes by item.
 //
 // The order is not a strict weak one. An element without an item goes before each of its namesakes, and each
-// of them goes before it. That is what puts a new element without an item behind all its namesakes, and it is
+// of them goes before it. That is what puts a new element without an item after all its namesakes, and it is
 // why the place of a new child is found by a walk from the front and why sorting must be the stable merge of
 // `std::list::sort`: another search or another sort would be as right by the rules of an order, and give
 // another result.
+//
+// As an example, the children x(3) x x(1) a, with their items in parentheses, are sorted in three merges:
+//
+//     x(3) with x               x goes first, for it has no item      x x(3)
+//     x(1) with a               a goes first, by its name             a x(1)
+//     x x(3) with a x(1)        a, then x(1), for x has no item       a x(1) x x(3)
+//
+// A new x(2) passes a, x(1), whose item is less, and x, which has none, and is linked before x(3).
 
 #include "ordering.h"
 
@@ -29,7 +37,7 @@ public:
 
     Node* get_node() const { return node; }
 
-    /// Inlined, so that a key which lives for one comparison alone is none: that halves the walk to the place
+    /// Inlined, so that a key which lives for a single comparison costs nothing: that halves the walk to the place
     /// of a new child.
     [[gnu::always_inline]] bool is_before(SortKey& other) {
         const int order = NodeAccess::name(*node).compare(NodeAccess::name(*other.node));
@@ -41,8 +49,9 @@ public:
     }
 
 private:
-    /// Deliberate: the first item is read before the second is looked at, so an item that is no number leads
-    /// to the comparison as text even if the other one is beyond the range of `int`.
+    /// Deliberate: the first item is read before the second is looked at, so an item that is not a number
+    /// leads to the comparison as text even if the other one is beyond the range of `int`.
+    /// Test: Items/ItemRange.is_checked_when_the_item_is_read/the_first_is_a_text_so_the_second_is_not_read_wanted.
     bool is_item_before(SortKey& other) {
         if (get_number() && other.get_number())
             return *number < *other.number;

@@ -133,6 +133,8 @@ XmlDocPtr parse(const std::string& text) {
 }
 
 /// Deliberate: the prefix of a name is not looked at, and of a value only the first piece is.
+/// Tests: Prefixes/ReadText.gives_this_tree/prefixes_and_declarations_are_dropped,
+/// Attributes/ReadText.gives_this_tree/of_entity_reference_inside.
 void convert_attributes(Element& element, const xmlNode& node) {
     AttributeFilling filling(element);
     for (const xmlAttr* attribute = node.properties; attribute != nullptr; attribute = attribute->next) {
@@ -146,7 +148,8 @@ bool is_white_space(std::string_view text) {
 }
 
 /// Deliberate: white space that begins with a line feed is dropped; other white space is kept, and kept text
-/// is not trimmed.
+/// is not trimmed. Tests: WhiteSpace/ReadText.gives_this_tree/line_feed_then_blanks,
+/// WhiteSpace/ReadText.gives_this_tree/two_blanks_are_kept, Texts/ReadText.gives_this_tree/lone_text_is_not_trimmed.
 void convert_text(Element& element, const xmlNode& node) {
     const std::string_view text = view_from_xml(node.content);
     if (text.substr(0, 1) == "\n" && is_white_space(text))
@@ -170,6 +173,7 @@ struct OpenElement {
 using OpenElements = std::deque<OpenElement>;
 
 /// Deliberate: text with any sibling is dropped.
+/// Test: Texts/ReadText.gives_this_tree/texts_around_an_element_are_dropped.
 void convert_content(OpenElements& open, Element& element, const xmlNode& node) {
     if (has_only_text(node)) {
         convert_text(element, *node.children);

@@ -2,7 +2,7 @@
 #define QUXML_WRITER_LAYOUT_H
 
 // The two layouts in one number, the depth: negative for compact text, which has no white space of its own,
-// and n >= 0 for formatted text at nesting level n, which has an element a line and two spaces a level.
+// and n >= 0 for formatted text at nesting level n, which has one element per line and two spaces per level.
 
 #include <cstddef>
 
@@ -19,7 +19,7 @@ inline int get_child_depth(int depth) {
     return is_formatted(depth) ? depth + 1 : -1;
 }
 
-/// Pieces of a length known beforehand: to copy a few bytes, of a number that differs from line to line,
+/// Pieces whose length is known beforehand: to copy a few bytes, of a number that differs from line to line,
 /// takes longer than writing the whole rest of a short line.
 inline void append_indentation(TextBuffer& out, int depth) {
     constexpr int many_levels = 8;

@@ -22,6 +22,7 @@ std::string Document::write_to_string() const {
 }
 
 // Deliberate: only formatted text can be had without the declaration.
+// Test: WriteDocument.compact_text_always_has_the_declaration_and_formatted_text_on_request_which_is_wanted.
 std::string Document::write_to_string_formatted(bool include_declaration) const {
     std::string out;
     if (include_declaration)

@@ -2,7 +2,7 @@
 //
 // Where white space goes in formatted text, for a node at level n; compact text has none:
 //
-//     what is written                                      before it     behind it
+//     what is written                                      before it     after it
 //     shorthand tag (no children)                          2n spaces     line end
 //     opening tag                                          2n spaces     line end
 //     opening tag, the only child is text                  2n spaces     nothing
@@ -17,8 +17,8 @@
 #include <vector>
 
 #include "dom/NodeAccess.h"
-#include "escape.h"
 #include "layout.h"
+#include "write_text.h"
 
 namespace quxml {
 
@@ -35,6 +35,7 @@ bool has_lines_between_tags(const Element& element) {
 }
 
 // Deliberate: names and values are written as they are, whatever they hold.
+// Test: WriteAttribute.no_byte_of_a_value_or_name_is_escaped_which_is_wanted.
 void append_attribute(TextBuffer& out, const Attribute& attribute) {
     out.append(" ", NodeAccess::name(attribute), "=\"", NodeAccess::value(attribute), "\"");
 }
