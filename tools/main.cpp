@@ -36,7 +36,7 @@ std::string get_version() {
            std::to_string(QUXML_VERSION_PATCH);
 }
 
-// What was meant as a command, where there is none.
+/// What was meant as a command, where there is none.
 std::string get_unknown(const CLI::App& app) {
     const std::vector<std::string> words = app.remaining();
     return app.get_subcommands().empty() && !words.empty() ? words.front() : "";
@@ -50,14 +50,14 @@ std::string get_complaint(const CLI::App& app, const std::string& word) {
     return "there is no command \"" + unknown + '"' + (similar.empty() ? "" : "; is it " + similar + '?');
 }
 
-// Names the help on the command in question.
+/// Names the help on the command in question.
 Failure with_advice(const CLI::App& app, const std::string& message) {
     const std::vector<CLI::App*> commands = app.get_subcommands();
     const std::string command = commands.empty() ? "" : commands.front()->get_name() + ' ';
     return {ExitCode::usage, message + "\nquxml " + command + "--help tells more."};
 }
 
-// Answers --help and --version, and refuses everything that can not be understood.
+/// Answers --help and --version, and refuses everything that can not be understood.
 ExitCode answer(const CLI::App& app, const CLI::ParseError& error) {
     std::ostringstream out;
     std::ostringstream complaint;
@@ -81,7 +81,7 @@ void describe(CLI::App& app, Action& action) {
         add(app, action);
 }
 
-// CLI11 takes the next argument for the value that is missing in "--attribute=".
+/// CLI11 takes the next argument for the value that is missing in "--attribute=".
 void refuse_missing_values(int argc, const char* const* argv) {
     for (int i = 1; i < argc && std::string(argv[i]) != "--"; ++i) {
         const std::string argument = argv[i];
@@ -90,7 +90,7 @@ void refuse_missing_values(int argc, const char* const* argv) {
     }
 }
 
-// A missing value is told of first: it may be why the rest is not understood.
+/// A missing value is told of first: it may be why the rest is not understood.
 void parse(CLI::App& app, int argc, const char* const* argv) {
     try {
         app.parse(argc, argv);
@@ -101,7 +101,7 @@ void parse(CLI::App& app, int argc, const char* const* argv) {
     refuse_missing_values(argc, argv);
 }
 
-// What is installed beside the program; no help names the options that write it.
+/// What is installed beside the program; no help names the options that write it.
 std::string get_companion(const CLI::App& app, const std::string& option) {
     if (option == "--write-manual")
         return get_manual(app, get_version());

@@ -1,12 +1,12 @@
+// The manual page and the completions of shells, which are installed as they stand in tools/manual/companions. The program
+// itself writes them, from what also makes its help.
+
 #include <fstream>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include "program.h"
-
-// The manual page and the completions of shells, which are installed as they stand in tools/manual/companions. The program
-// itself writes them, from what also makes its help.
 
 namespace quxml_test {
 
@@ -20,7 +20,7 @@ const std::vector<std::string>& get_commands() {
     return commands;
 }
 
-// The options that the help of a command names, each line of which begins with them.
+/// The options that the help of a command names, each line of which begins with them.
 std::vector<std::string> get_options(const std::string& help) {
     constexpr std::size_t width_of_names = 24;
     std::vector<std::string> options;
@@ -29,9 +29,10 @@ std::vector<std::string> get_options(const std::string& help) {
     std::getline(lines, line);
     while (std::getline(lines, line) && !line.empty()) {
         std::istringstream words(line.substr(0, width_of_names));
-        for (std::string word; words >> word;)
+        for (std::string word; words >> word;) {
             if (word[0] == '-')
                 options.push_back(word.substr(0, word.find_first_of("[,")));
+        }
     }
     return options;
 }
@@ -135,7 +136,7 @@ TEST_F(Companions, manual_is_understood_by_man) {
     EXPECT_TRUE(contains(result.out, "quxml set [OPTIONS] PATH SETTING... [FILE]")) << result.out;
 }
 
-// What a shell would offer for a command line that ends with `words`.
+/// What a shell would offer for a command line that ends with `words`.
 std::string completion_of(const std::string& words) {
     return ". '" + folder_of_companions + "quxml.bash'; COMP_WORDS=(" + words +
            "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _quxml; echo \"${COMPREPLY[*]}\"";

@@ -1,3 +1,6 @@
+// libxml2 refuses deep documents, but its limit can be another one some day: nothing in the program takes more
+// stack for a deeper tree.
+
 #include <gtest/gtest.h>
 #include <quxml/Document.h>
 #include <quxml/Element.h>
@@ -10,9 +13,6 @@
 #include "trees/tree.h"
 #include "writing/escaping.h"
 #include "writing/layout.h"
-
-// libxml2 refuses deep documents, but its limit can be another one some day: nothing in the program takes more
-// stack for a deeper tree.
 
 namespace {
 

@@ -25,8 +25,8 @@ std::string ordered(quxml::Document& document, const quxml::NodeSet& nodes) {
     return names_of(tool::in_document_order(document.get_root_node(), nodes));
 }
 
-// The order of a NodeSet is that of addresses, so one of the two arrangements of `a` and `b` tells whether it
-// shows.
+/// The order of a NodeSet is that of addresses, so one of the two arrangements of `a` and `b` tells whether it
+/// shows.
 TEST(DocumentOrder, is_the_order_of_children_and_not_that_of_addresses) {
     quxml::Document document(false);
     quxml::Element* root = document.create_root_node("root");

@@ -1,10 +1,10 @@
+// set, unset, text, add, remove and sort, written to standard output. What they do to files is tested with
+// --in-place.
+
 #include "program.h"
 
 #include <string>
 #include <vector>
-
-// set, unset, text, add, remove and sort, written to standard output. What they do to files is tested with
-// --in-place.
 
 namespace quxml_test {
 

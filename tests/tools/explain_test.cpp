@@ -1,9 +1,9 @@
+// The words of "quxml explain". Whether they are true is tested with the steps of paths.
+
 #include <string>
 #include <vector>
 
 #include "program.h"
-
-// The words of "quxml explain". Whether they are true is tested with the steps of paths.
 
 namespace quxml_test {
 
@@ -67,7 +67,7 @@ TEST_F(Explain, knows_names_that_are_beginnings) {
                 "not found\n");
 }
 
-// What is told of the last step, behind the line that tells where it looks.
+/// What is told of the last step, behind the line that tells where it looks.
 std::string get_last_lines(const std::string& text) {
     const std::size_t step = text.rfind("\nstep ");
     const std::size_t first =

@@ -51,7 +51,7 @@ TEST_F(Format, leaves_its_own_output_as_it_is) {
                 std::string(declaration) + '\n' + formatted_library);
 }
 
-// The library writes attribute values as they are stored.
+/// The library writes attribute values as they are stored.
 TEST_F(Format, escapes_attribute_values_so_that_they_read_back_the_same) {
     write("a.xml", "<a x='&lt;&amp;>&quot;&apos;' y='&#10;&#9;&#13; '><b z='\xc3\xa4&amp;amp;'>&lt;</b></a>");
     const std::string escaped =
@@ -131,7 +131,7 @@ TEST_F(FormatSorted, leaves_namesakes_with_equal_items_in_document_order) {
         "<r><b item=\"1\" n=\"p\"/><b item=\"1\" n=\"q\"/><b item=\"1\" n=\"r\"/></r>\n");
 }
 
-// The library's own sort reverses them.
+/// The library's own sort reverses them.
 TEST_F(FormatSorted, leaves_namesakes_without_items_in_document_order) {
     expect_done(run(sorted_command("<r><b n=\"p\"/><a/><b n=\"q\"/><b n=\"r\"/></r>")),
                 "<r><a/><b n=\"p\"/><b n=\"q\"/><b n=\"r\"/></r>\n");

@@ -1,11 +1,11 @@
+// What is told when standard input is read and that may be a mistake.
+
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "program.h"
 #include "terminal.h"
-
-// What is told when standard input is read and that may be a mistake.
 
 namespace quxml_test {
 

@@ -1,3 +1,5 @@
+// Editing in place: a file is whole at any moment, old or new, and it stays the same file to everybody else.
+
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -10,8 +12,6 @@
 #include <vector>
 
 #include "program.h"
-
-// Editing in place: a file is whole at any moment, old or new, and it stays the same file to everybody else.
 
 namespace quxml_test {
 
@@ -30,12 +30,13 @@ protected:
         return status;
     }
 
-    // The names of all files but those of `run`.
+    /// The names of all files but those of `run`.
     std::vector<std::string> get_files() const {
         std::vector<std::string> names;
-        for (const fs::directory_entry& entry : fs::directory_iterator(folder))
+        for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
             if (entry.path().extension() != ".txt")
                 names.push_back(entry.path().filename());
+        }
         std::sort(names.begin(), names.end());
         return names;
     }
@@ -251,7 +252,7 @@ TEST_F(InPlace, exits_with_5_and_leaves_the_file_whole_when_the_new_one_has_no_r
     EXPECT_TRUE(written("a.xml") == text);
 }
 
-// Mounts a small file system, where that is allowed.
+/// Mounts a small file system, where that is allowed.
 TEST_F(InPlace, leaves_the_file_whole_on_a_full_disk) {
     EXPECT_EQ(run("mkdir disk").code, 0);
     if (run("mount -t tmpfs -o size=1m none disk").code != 0)
@@ -276,7 +277,7 @@ TEST_F(InPlace, leaves_the_file_whole_on_a_full_disk) {
 
 // ---- Processes that are killed ----
 
-// Starts the program and kills it after some time.
+/// Starts the program and kills it after some time.
 class Victim {
 public:
     explicit Victim(const std::string& command) : process(fork()) {
@@ -315,7 +316,7 @@ protected:
                                                                      begin);
     }
 
-    // Kills the program at random moments; after each the file must have the old text or the new one.
+    /// Kills the program at random moments; after each the file must have the old text or the new one.
     void expect_old_or_new(int rounds, int signal) {
         const std::string rest = many_books(3000).substr(8);
         write("a.xml", get_text(0, rest));

@@ -49,7 +49,7 @@ TEST_F(Input, exits_with_5_for_files_that_can_not_be_read) {
     expect(run("quxml format <&-"), 5, "", "quxml: standard input: Bad file descriptor\n");
 }
 
-// A name is one line of a message, and no terminal obeys it.
+/// A name is one line of a message, and no terminal obeys it.
 TEST_F(Input, shows_names_of_files_without_control_characters) {
     const std::string name = "\033[31mx\n\"\xff\\.xml";
     const std::string shown = "\\x1b[31mx\\n\\\"\\xff\\\\.xml";

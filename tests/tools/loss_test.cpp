@@ -98,7 +98,7 @@ TEST_F(Loss, finds_nothing_in_what_reads_back) {
     }
 }
 
-// This program writes them so that they read back; the library alone does not.
+/// This program writes them so that they read back; the library alone does not.
 TEST_F(Loss, notes_what_needs_escapes_without_counting_it) {
     write("a.xml", "<a x='&lt;'\n y='say \"hi\"' z='&#10;' v='&amp;' w='&gt;&apos;&#x41;'/>");
     expect_done(run("quxml loss a.xml"),
@@ -162,7 +162,7 @@ TEST_F(Loss, of_all_kinds_is_warned_of_in_one_line) {
     }
 }
 
-// Editing keeps the declaration, and with it what only that holds.
+/// Editing keeps the declaration, and with it what only that holds.
 TEST_F(Loss, of_the_declaration_counts_only_where_it_is_not_kept) {
     const std::string text = "<?xml version=\"1.1\" standalone=\"yes\"?>\n<a/>\n";
     write("a.xml", text);
@@ -198,7 +198,7 @@ TEST_F(Loss, of_line_ends_or_a_byte_order_mark_keeps_a_file_from_being_changed) 
     EXPECT_EQ(written("a.xml"), "<a x=\"1\">\n  <b/>\n</a>\n");
 }
 
-// Queries answer as if these were not there.
+/// Queries answer as if these were not there.
 TEST_F(Loss, of_content_is_warned_of_by_queries) {
     write("a.xml", "<a><b>x<![CDATA[y]]></b></a>");
     for (const char* option : {"--value", "--count", ""}) {

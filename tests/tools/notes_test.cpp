@@ -1,10 +1,10 @@
+// The notes on paths that mean something else here than in XPath, beside what these paths select.
+
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include "program.h"
-
-// The notes on paths that mean something else here than in XPath, beside what these paths select.
 
 namespace quxml_test {
 
@@ -37,7 +37,7 @@ std::string to_lines(const std::vector<std::string>& notes) {
     return lines;
 }
 
-// Of which nothing matches, so that all hints are told.
+/// Of which nothing matches, so that all hints are told.
 const std::vector<Noted>& get_paths_without_match() {
     static const std::vector<Noted> paths = {
         {"", "", {"step 1, (empty): a name is missing here; any name is *"}},
@@ -132,7 +132,7 @@ const std::vector<Noted>& get_paths_without_match() {
     return paths;
 }
 
-// Which match, so that only surprises are told.
+/// Which match, so that only surprises are told.
 const std::vector<Noted>& get_paths_with_matches() {
     static const std::vector<Noted> paths = {
         {"/a/b", "1\n2\n3\n", {}},
@@ -194,7 +194,7 @@ TEST_F(PathNotes, are_silenced_by_quiet) {
     expect(run("quxml query --quiet '/a/b/text()' a.xml"), 1, "", "");
 }
 
-// The texts of notes, without the places.
+/// The texts of notes, without the places.
 std::vector<std::string> get_texts(const std::vector<std::string>& notes) {
     std::vector<std::string> texts;
     for (const std::string& note : notes)
@@ -206,18 +206,20 @@ std::vector<std::string> get_explained(const std::string& text) {
     const std::string mark = "  note: ";
     std::vector<std::string> notes;
     std::istringstream lines(text);
-    for (std::string line; std::getline(lines, line);)
+    for (std::string line; std::getline(lines, line);) {
         if (line.rfind(mark, 0) == 0)
             notes.push_back(line.substr(mark.size()));
+    }
     return notes;
 }
 
-// In the same order.
+/// In the same order.
 bool are_among(const std::vector<std::string>& texts, const std::vector<std::string>& all) {
     auto next = texts.begin();
-    for (const std::string& one : all)
+    for (const std::string& one : all) {
         if (next != texts.end() && *next == one)
             ++next;
+    }
     return next == texts.end();
 }
 
@@ -258,7 +260,7 @@ struct Gap {
     const char* complaint;
 };
 
-// They select too much, and come from variables that are not set.
+/// They select too much, and come from variables that are not set.
 TEST_F(PathNotes, of_gaps_are_errors_where_a_document_is_changed) {
     const std::vector<Gap> all = {
         {"/a/b[@id='']", "step 2, b[@id='']: [@id=''] has no value"},
@@ -266,7 +268,7 @@ TEST_F(PathNotes, of_gaps_are_errors_where_a_document_is_changed) {
         {"/a/b[]", "step 2, b[]: [] asks for nothing"},
         {"/a/b[2", "step 2, b[2: there is no ] at the end"},
     };
-    for (const Gap& one : all)
+    for (const Gap& one : all) {
         for (const auto& [command, rest] :
              std::vector<std::pair<const char*, const char*>>{{"remove", "a.xml"},
                                                               {"text", "x a.xml"},
@@ -279,6 +281,7 @@ TEST_F(PathNotes, of_gaps_are_errors_where_a_document_is_changed) {
                        ", and nothing is changed on a guess\n"
                        "\"quxml explain\" tells how a path is taken; put it between quotes.\n");
         }
+    }
 }
 
 TEST_F(PathNotes, are_told_when_there_is_nothing_to_change) {

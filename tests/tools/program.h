@@ -54,8 +54,8 @@ protected:
 
     std::string written(const std::string& file) const { return read(folder / file); }
 
-    // Runs a shell command in which `quxml` is the program; standard input is empty unless the command says
-    // otherwise.
+    /// Runs a shell command in which `quxml` is the program; standard input is empty unless the command says
+    /// otherwise.
     Result run(const std::string& command) const {
         const std::string script = "cd '" + folder.string() + "'\nquxml() { '" QUXML_TOOL "' \"$@\"; }\n{\n" +
                                    command + "\n} </dev/null >out.txt 2>err.txt\n";
@@ -83,7 +83,7 @@ inline bool contains(const std::string& text, const std::string& part) {
 
 constexpr const char* declaration = "<?xml version=\"1.0\"?>";
 
-// Books whose every text takes some escaping; large enough that it never fits into a pipe.
+/// Books whose every text takes some escaping; large enough that it never fits into a pipe.
 inline std::string many_books(int count) {
     std::string text = "<catalog>\n";
     for (int i = 0; i < count; ++i)

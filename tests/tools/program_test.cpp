@@ -38,7 +38,7 @@ TEST_F(Program, help_on_a_command_names_its_options) {
         EXPECT_TRUE(contains(query.out, part)) << part;
 }
 
-// The command in question, if there is one, and a blank.
+/// The command in question, if there is one, and a blank.
 std::string help_of(const Refused& refused) {
     const std::string command = std::string(refused.arguments).substr(0, 6);
     return command == "format" || command == "query " || command == "query"

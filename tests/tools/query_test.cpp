@@ -63,9 +63,10 @@ TEST_F(Query, writes_many_matches_in_document_order) {
     const std::string all = many_books(20000);
     std::string expected;
     std::istringstream lines(all);
-    for (std::string line; std::getline(lines, line);)
+    for (std::string line; std::getline(lines, line);) {
         if (contains(line, "<book>"))
             expected += line.substr(2) + '\n';
+    }
     expect_done(run("quxml query /catalog/book books.xml"), expected);
     expect_done(run("quxml query //book books.xml | cat"), expected);
 }

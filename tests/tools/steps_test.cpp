@@ -1,3 +1,6 @@
+// What "quxml explain" tells is put to the test: the steps that it describes are carried out here one by one, in
+// the plainest way, and have to select what the library's engine selects.
+
 #include "paths/steps.h"
 
 #include <gtest/gtest.h>
@@ -13,9 +16,6 @@
 #include <stdexcept>
 #include <string>
 #include <vector>
-
-// What "quxml explain" tells is put to the test: the steps that it describes are carried out here one by one, in
-// the plainest way, and have to select what the library's engine selects.
 
 namespace {
 
@@ -63,9 +63,10 @@ Nodes keep_last(const Nodes& nodes, const Predicate& predicate) {
 Nodes keep_range(const Nodes& nodes, const Predicate& predicate) {
     const auto end = predicate.range.counted ? static_cast<unsigned>(nodes.size()) : predicate.range.end;
     Nodes kept;
-    for (unsigned position = 1; position <= nodes.size() && (end == 0 || position < end); ++position)
+    for (unsigned position = 1; position <= nodes.size() && (end == 0 || position < end); ++position) {
         if (position >= predicate.range.first)
             kept.push_back(nodes.at(position - 1));
+    }
     return kept;
 }
 
@@ -125,9 +126,10 @@ bool has_name(const Node& node, const PathStep& step) {
 
 Nodes get_filtered_children(const Node& parent, const PathStep& step) {
     Nodes nodes;
-    for (Node* child : parent.get_children())
+    for (Node* child : parent.get_children()) {
         if (!step.name_test.empty() && has_name(*child, step))
             nodes.push_back(child);
+    }
     for (const Predicate& predicate : step.predicates)
         nodes = keep(nodes, predicate);
     return nodes;
@@ -276,7 +278,7 @@ std::shared_ptr<quxml::Document> create_tree() {
     return document;
 }
 
-// Counts the paths that select anything.
+/// Counts the paths that select anything.
 void expect_the_same(Node* root, const std::string& path, int& matches) {
     const std::vector<PathStep> steps = tool::get_steps(path);
     if (has_fault(steps))
@@ -290,17 +292,23 @@ void expect_the_same(Node* root, const std::string& path, int& matches) {
 TEST(PathSteps, select_what_the_engine_selects_for_all_paths_of_two_steps) {
     const std::shared_ptr<quxml::Document> document = create_tree();
     int matches = 0;
-    for (const std::string head : {"", "/", "//"})
-        for (const char* name : names)
-            for (const char* predicate : predicates)
+    for (const std::string head : {"", "/", "//"}) {
+        for (const char* name : names) {
+            for (const char* predicate : predicates) {
                 for (const std::string tail :
                      {"", "/", "//", "/a", "//b", "/*", "//*", "/a/", "///a", "/b[1]", "//a[@id =1]"})
                     expect_the_same(document->get_root_node(), head + name + predicate + tail, matches);
-    for (const std::string head : {"a/", "//a/", "a//", "/a/b/", "a///", "///", "a/*/", "//b/a//"})
-        for (const char* name : names)
-            for (const char* predicate : predicates)
+            }
+        }
+    }
+    for (const std::string head : {"a/", "//a/", "a//", "/a/b/", "a///", "///", "a/*/", "//b/a//"}) {
+        for (const char* name : names) {
+            for (const char* predicate : predicates) {
                 for (const std::string tail : {"", "[@id]", "[2]", "[last()]", "/", "/b", "//*"})
                     expect_the_same(document->get_root_node(), head + name + predicate + tail, matches);
+            }
+        }
+    }
     EXPECT_GT(matches, 500);
 }
 
@@ -333,13 +341,14 @@ bool is_refused(Node* root, const std::string& path) {
 TEST(PathSteps, have_a_fault_where_the_engine_refuses_a_predicate_that_it_comes_to) {
     const std::shared_ptr<quxml::Document> document = create_tree();
     int faults = 0;
-    for (const char* predicate : predicates)
+    for (const char* predicate : predicates) {
         for (const char* opening : {"a/b", "a/*", "a", "//b", "a//a"}) {
             const std::string path = std::string(opening) + predicate;
             const bool is_bad = has_fault(tool::get_steps(path));
             EXPECT_EQ(is_bad, is_refused(document->get_root_node(), path)) << path;
             faults += is_bad ? 1 : 0;
         }
+    }
     EXPECT_GT(faults, 10);
 }
 

@@ -1,10 +1,10 @@
+// What differs when standard error is a terminal.
+
 #include "terminal.h"
 
 #include <string>
 
 #include "program.h"
-
-// What differs when standard error is a terminal.
 
 namespace quxml_test {
 
@@ -17,14 +17,15 @@ protected:
         write("comment.xml", "<a><!-- x --></a>");
     }
 
-    // A terminal puts a carriage return before each line feed.
+    /// A terminal puts a carriage return before each line feed.
     std::string show(const std::string& command) const {
         std::string shown = run_on_terminal(
             "cd '" + folder.string() +
             "'\nunset NO_COLOR\nTERM=xterm\nexport TERM\nquxml() { '" QUXML_TOOL "' \"$@\"; }\n" + command);
-        for (std::size_t at = shown.find('\r'); at != std::string::npos; at = shown.find('\r', at + 1))
+        for (std::size_t at = shown.find('\r'); at != std::string::npos; at = shown.find('\r', at + 1)) {
             if (shown.substr(at, 2) == "\r\n")
                 shown.erase(at, 1);
+        }
         return shown;
     }
 };

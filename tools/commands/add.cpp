@@ -58,7 +58,7 @@ ExitCode add(quxml::Document& document, const AddOptions& options) {
     return ExitCode::done;
 }
 
-// The item is an attribute too.
+/// The item is an attribute too.
 void require_distinct_attributes(const AddOptions& options) {
     std::vector<std::string> names = get_setting_names(options.attributes);
     if (options.has_item)

@@ -14,8 +14,8 @@ namespace tool {
 /// Does the work of a command once the whole command line has been understood.
 using Action = std::function<ExitCode()>;
 
-// Each of these adds one command, in a file of its own. Reading a command line that names the command sets
-// `action`.
+/// Each of these adds one command, in a file of its own. Reading a command line that names the command sets
+/// `action`.
 void add_add(CLI::App& app, Action& action);
 void add_check(CLI::App& app, Action& action);
 void add_diff(CLI::App& app, Action& action);

@@ -22,10 +22,11 @@ bool is_file(const std::string& name) {
 void write_hints(const std::string& file, const std::vector<Argument>& arguments) {
     if (file != standard_input)
         return;
-    for (const Argument& argument : arguments)
+    for (const Argument& argument : arguments) {
         if (is_file(argument.value))
             write_hint("reading standard input; " + quote(argument.value) + " is taken for " + argument.name +
                        ", though it is also a file");
+    }
     if (isatty(STDIN_FILENO) == 1)
         write_hint("reading standard input from the terminal, since no FILE is given; Ctrl-D ends it");
 }

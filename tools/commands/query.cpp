@@ -46,7 +46,7 @@ constexpr const char* help_on_query =
     "  quxml query --attribute id //book catalog.xml   the books' ids\n"
     "  quxml query --null --value //title catalog.xml | xargs -0 -n 1 echo";
 
-// Output is passed on when this much has gathered.
+/// Output is passed on when this much has gathered.
 constexpr std::size_t block_size = 65536;
 
 struct QueryOptions {
@@ -61,7 +61,7 @@ struct QueryOptions {
     bool quiet = false;
 };
 
-// Text is written compact: formatted text has a line feed behind it or not, depending on its siblings.
+/// Text is written compact: formatted text has a line feed behind it or not, depending on its siblings.
 std::string get_xml(const quxml::Node& match) {
     std::string text;
     const bool is_element = dynamic_cast<const quxml::Element*>(&match) != nullptr;
@@ -118,8 +118,8 @@ void write_count(std::size_t count, char end) {
     write_output(text);
 }
 
-// CDATA sections, text beside other content and entity references are content that a query answers as if it were not
-// there. Comments and the like are no answer to any query, so nothing is said of them.
+/// CDATA sections, text beside other content and entity references are content that a query answers as if it were not
+/// there. Comments and the like are no answer to any query, so nothing is said of them.
 void warn_of_unseen(const std::string& file, const std::string& document) {
     std::vector<Loss> unseen = find_losses(document);
     const auto is_other = [](const Loss& loss) { return !is_content(loss); };
@@ -167,9 +167,10 @@ void add_output_options(CLI::App& command, QueryOptions& options) {
         command.add_flag("--path", options.node_path, "A path to each match that selects nothing else"),
         command.add_flag("--count", options.count, "How many matches there are"),
     };
-    for (auto one = kinds.begin(); one != kinds.end(); ++one)
+    for (auto one = kinds.begin(); one != kinds.end(); ++one) {
         for (auto other = std::next(one); other != kinds.end(); ++other)
             (*one)->excludes(*other);
+    }
 }
 
 }  // namespace

@@ -31,7 +31,7 @@ struct RemoveOptions {
     RewriteOptions rewrite;
 };
 
-// What is in a removed element goes with it. In document order an element comes before what is in it.
+/// What is in a removed element goes with it. In document order an element comes before what is in it.
 std::vector<quxml::Node*> get_topmost(const std::vector<quxml::Node*>& nodes) {
     std::unordered_set<const quxml::Node*> taken;
     std::vector<quxml::Node*> topmost;

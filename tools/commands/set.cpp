@@ -42,7 +42,7 @@ ExitCode set(quxml::Document& document, const SetOptions& options) {
     return ExitCode::done;
 }
 
-// An argument behind the settings is the file.
+/// An argument behind the settings is the file.
 void take_file(SetOptions& options) {
     if (options.settings.size() > 1 && !is_setting(options.settings.back())) {
         options.rewrite.file = options.settings.back();

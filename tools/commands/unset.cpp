@@ -33,9 +33,10 @@ struct UnsetOptions {
 };
 
 ExitCode unset(quxml::Document& document, const UnsetOptions& options) {
-    for (quxml::Element* element : select_elements(document, options.path, get_path_notes(options.rewrite)))
+    for (quxml::Element* element : select_elements(document, options.path, get_path_notes(options.rewrite))) {
         for (const std::string& name : options.names)
             element->remove_attribute(name);
+    }
     return ExitCode::done;
 }
 

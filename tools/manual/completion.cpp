@@ -18,9 +18,10 @@ std::string join(const std::vector<std::string>& words, const char* separator) {
 
 std::string get_words(const CLI::App& command) {
     std::vector<std::string> words;
-    for (const CLI::Option* option : get_options(command))
+    for (const CLI::Option* option : get_options(command)) {
         for (const std::string& name : get_names(*option))
             words.push_back(name);
+    }
     return join(words, " ");
 }
 
@@ -33,7 +34,7 @@ std::string get_command_words(const CLI::App& app) {
 
 // ---- zsh
 
-// Between single quotes; brackets and colons mean something to _arguments.
+/// Between single quotes; brackets and colons mean something to _arguments.
 std::string describe(const std::string& text) {
     std::string escaped;
     for (const char character : text) {

@@ -6,7 +6,7 @@
 
 namespace tool {
 
-// What shells need to complete command lines.
+/// What shells need to complete command lines.
 std::string get_bash_completion(const CLI::App& app);
 std::string get_zsh_completion(const CLI::App& app);
 

@@ -8,7 +8,7 @@ namespace tool {
 
 namespace {
 
-// Flags that may take a value have it in braces, such as "--backup{~}".
+/// Flags that may take a value have it in braces, such as "--backup{~}".
 bool has_optional_value(const CLI::Option& option) {
     return option.get_name(false, true).find('{') != std::string::npos;
 }
@@ -23,7 +23,7 @@ std::string get_argument(const CLI::Option& argument) {
     return argument.get_required() ? name : '[' + name + ']';
 }
 
-// How many characters to insert, to remove or to exchange.
+/// How many characters to insert, to remove or to exchange.
 std::size_t get_distance(const std::string& one, const std::string& other) {
     std::vector<std::size_t> row(other.size() + 1);
     std::iota(row.begin(), row.end(), 0U);
@@ -74,9 +74,10 @@ std::vector<const CLI::App*> get_commands(const CLI::App& app) {
 
 std::string get_similar_command(const CLI::App& app, const std::string& word) {
     constexpr std::size_t most = 2;
-    for (const CLI::App* command : get_commands(app))
+    for (const CLI::App* command : get_commands(app)) {
         if (command->get_name()[0] == word[0] && get_distance(command->get_name(), word) <= most)
             return command->get_name();
+    }
     return "";
 }
 

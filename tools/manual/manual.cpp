@@ -11,7 +11,7 @@ namespace {
 
 constexpr const char* examples = "\nExamples:\n";
 
-// No character of it means anything to troff.
+/// No character of it means anything to troff.
 std::string to_troff(const std::string& text) {
     std::string escaped;
     for (const char character : text) {
@@ -27,7 +27,7 @@ std::string to_troff(const std::string& text) {
     return escaped;
 }
 
-// At the beginning of a line a dot would be a request.
+/// At the beginning of a line a dot would be a request.
 std::string line(const std::string& text) {
     return (text.rfind('.', 0) == 0 ? "\\&" : "") + to_troff(text) + '\n';
 }
@@ -40,7 +40,7 @@ std::string lines(const std::string& text) {
     return out;
 }
 
-// Text whose lines stay as they are.
+/// Text whose lines stay as they are.
 std::string verbatim(const std::string& text) {
     std::istringstream in(text);
     std::string out = ".PP\n.nf\n";
@@ -49,7 +49,7 @@ std::string verbatim(const std::string& text) {
     return out + ".fi\n";
 }
 
-// Lines that begin with blanks are a table.
+/// Lines that begin with blanks are a table.
 std::string paragraph(const std::string& text) {
     std::istringstream in(text);
     std::string out;
@@ -91,9 +91,10 @@ std::string describe_command(const CLI::App& command) {
         ".SS \"" + to_troff(get_synopsis(command)) + "\"\n" + line(command.get_description() + '.');
     for (const CLI::Option* argument : get_arguments(command))
         text += describe_argument(*argument);
-    for (const CLI::Option* option : get_options(command))
+    for (const CLI::Option* option : get_options(command)) {
         if (get_names(*option).back() != "--help")
             text += describe_option(*option);
+    }
     return text + describe_footer(command.get_footer());
 }
 

@@ -45,7 +45,7 @@ std::string describe_child(const Predicate& predicate) {
     return "have a child " + quote(predicate.name) + " whose text is " + quote(predicate.value);
 }
 
-// The library counts an element without an item as the first.
+/// The library counts an element without an item as the first.
 bool is_number_one(const Predicate& predicate) {
     return predicate.number == 1;
 }

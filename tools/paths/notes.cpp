@@ -38,7 +38,7 @@ bool is_letter(char character) {
     return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
 }
 
-// Beyond ASCII everything passes.
+/// Beyond ASCII everything passes.
 bool can_be_in_name(char character) {
     constexpr char last_of_ascii = 0x7f;
     return is_letter(character) || static_cast<unsigned char>(character) > last_of_ascii ||
@@ -55,7 +55,7 @@ struct Advice {
     const char* text;
 };
 
-// What those may want who write such a name; the first part that is there decides.
+/// What those may want who write such a name; the first part that is there decides.
 constexpr std::array<Advice, 8> advices{{
     {"..", "there is no way up"},
     {"text()", "a / at the end selects all that is in an element, its text too"},
@@ -107,7 +107,7 @@ void note_search(const PathStep& step, Notes& notes) {
 
 // ---- Predicates of both kinds
 
-// Signs that compare nothing here.
+/// Signs that compare nothing here.
 constexpr const char* other_signs = "!<>";
 
 void note_signs(const std::string& text, const char* meaning, Notes& notes) {
@@ -157,7 +157,7 @@ bool has_unread_words(const std::string& text) {
     return !contains(text, "!=") && text.find_first_not_of("position()<>= +-0123456789") != std::string::npos;
 }
 
-// Positions are counted without a sign, so that those below 0 are beyond every list.
+/// Positions are counted without a sign, so that those below 0 are beyond every list.
 bool asks_for_no_position(const Predicate& predicate) {
     constexpr unsigned below_0 = 0x80000000U;
     return contains(predicate.text, "=") && (predicate.range.first == 0 || predicate.range.first >= below_0);
@@ -187,7 +187,7 @@ std::string get_position_for(int number) {
     return "positions begin with 1; from the end they are [last()], [last()-1] and so on";
 }
 
-// 1 also selects elements without an item.
+/// 1 also selects elements without an item.
 void note_item(const Predicate& predicate, Notes& notes) {
     notes.push_back({"this is no position; " + get_position_for(predicate.number),
                      predicate.number == 1 ? NoteKind::surprise : NoteKind::possible_reason});
@@ -204,7 +204,7 @@ void note_value(const Predicate& predicate, Notes& notes) {
 
 // ---- Predicates of single nodes
 
-// The character before the equal sign is lost.
+/// The character before the equal sign is lost.
 void note_cut_name(const Predicate& predicate, std::size_t equal_sign, Notes& notes) {
     const std::string written = predicate.text.substr(1, equal_sign - 1);
     if (written.empty() || written.back() == ' ')
@@ -242,12 +242,13 @@ bool is_too_large(const std::string& number) {
 }
 
 void note_words_of_positions(const Predicate& predicate, Notes& notes) {
-    for (const char* word : {"last()", "position()"})
+    for (const char* word : {"last()", "position()"}) {
         if (contains(predicate.text, word))
             warn(notes, std::string(word) + " tells no position in the first step and behind //");
+    }
 }
 
-// 1 also selects elements without an item.
+/// 1 also selects elements without an item.
 void note_number(const std::string& number, Notes& notes) {
     notes.push_back({"this is no position; those are known only behind a single /",
                      number == "1" ? NoteKind::surprise : NoteKind::possible_reason});
@@ -321,10 +322,11 @@ std::vector<Note> get_notes(const PathStep& step) {
     Notes notes = get_notes_on_nodes(step);
     if (!step.is_closed)
         return notes;
-    for (const Predicate& predicate : step.predicates)
+    for (const Predicate& predicate : step.predicates) {
         if (predicate.fault.empty())
             for (const Note& note : get_notes(predicate))
                 notes.push_back(note);
+    }
     return notes;
 }
 

@@ -25,16 +25,17 @@ Failure bad_query(const std::string& path, const std::string& reason) {
                                      "\n\"quxml explain\" tells how a path is taken; put it between quotes."};
 }
 
-// Whether the library would come to a predicate that it refuses depends on the document; a bad query is a bad
-// query in any case.
+/// Whether the library would come to a predicate that it refuses depends on the document; a bad query is a bad
+/// query in any case.
 void require_no_fault(const std::string& path) {
     int number = 0;
     for (const PathStep& step : get_steps(path)) {
         ++number;
-        for (const Predicate& predicate : step.predicates)
+        for (const Predicate& predicate : step.predicates) {
             if (!predicate.fault.empty())
                 throw bad_query(path, "step " + std::to_string(number) + ", [" + predicate.text +
                                           "]: " + predicate.fault);
+        }
     }
 }
 
@@ -52,21 +53,23 @@ std::string get_gap(const PathStep& step) {
         return "there is no ] at the end";
     if (has_empty_predicate(step))
         return "[] asks for nothing";
-    for (const Predicate& predicate : step.predicates)
+    for (const Predicate& predicate : step.predicates) {
         if (predicate.existence_only && contains(predicate.text, "="))
             return '[' + predicate.text + "] has no value";
+    }
     return "";
 }
 
 void write_notes(const PathStep& step, int number, NoteKind least) {
     const std::string name = step.text.empty() ? "(empty)" : step.text;
     const std::string place = "step " + std::to_string(number) + ", " + name + ": ";
-    for (const Note& note : get_notes(step))
+    for (const Note& note : get_notes(step)) {
         if (note.kind <= least)
             write_note(place + note.text);
+    }
 }
 
-// Of a step that the root element satisfies no possible reason is wanted: nothing is selected for another reason.
+/// Of a step that the root element satisfies no possible reason is wanted: nothing is selected for another reason.
 void write_notes(quxml::Node* root, const std::string& path, NameMatch names, bool has_match) {
     int number = 0;
     for (const PathStep& step : get_steps(path)) {
@@ -115,9 +118,10 @@ std::vector<quxml::Element*> select_elements(const quxml::Document& document, co
                                              PathNotes notes) {
     require_no_gap(path);
     std::vector<quxml::Element*> elements;
-    for (quxml::Node* node : select(document, path, notes))
+    for (quxml::Node* node : select(document, path, notes)) {
         if (auto* element = dynamic_cast<quxml::Element*>(node))
             elements.push_back(element);
+    }
     if (elements.empty())
         throw Failure(ExitCode::no_match, "no element matches " + path);
     return elements;

@@ -82,7 +82,7 @@ std::string get_complaint_about_size(const Predicate& predicate) {
     return std::string(too_large) + (is_text_elsewhere ? "; after // it would be compared as text" : "");
 }
 
-// Takes over what the library makes of a predicate, or why it refuses it.
+/// Takes over what the library makes of a predicate, or why it refuses it.
 template <typename Read>
 void read_or_refuse(Predicate& predicate, Read read) {
     try {
@@ -103,7 +103,7 @@ void take_last(Predicate& predicate) {
     });
 }
 
-// An end that follows the number of nodes is that number.
+/// An end that follows the number of nodes is that number.
 void take_position(Predicate& predicate) {
     predicate.kind = PredicateKind::position;
     read_or_refuse(predicate, [&](const quxml::XPathHelper& library) {
@@ -121,7 +121,7 @@ void take_attribute(Predicate& predicate) {
     });
 }
 
-// The library judges a predicate even if there are no nodes to filter.
+/// The library judges a predicate even if there are no nodes to filter.
 void take_child_value(Predicate& predicate, PredicateKind kind) {
     predicate.kind = kind;
     read_or_refuse(predicate, [&](const quxml::XPathHelper& library) {
@@ -144,7 +144,7 @@ void take_item_or_literal(Predicate& predicate) {
     });
 }
 
-// The first form that applies wins.
+/// The first form that applies wins.
 Predicate get_list_predicate(const std::string& text) {
     Predicate predicate{text, PredicateKind::literal, "", "", false, 0, {}, ""};
     if (contains(text, "last()"))
@@ -175,7 +175,7 @@ void take_list_predicates(PathStep& step, std::size_t bracket) {
 
 // ---- Single-node test
 
-// The character before the equal sign is not taken for a part of the name; without any, all of it is.
+/// The character before the equal sign is not taken for a part of the name; without any, all of it is.
 void take_test_of_attribute(Predicate& predicate) {
     predicate.kind = PredicateKind::test_attribute;
     const std::size_t equal_sign = predicate.text.find('=');

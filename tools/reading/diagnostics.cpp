@@ -16,14 +16,14 @@ namespace tool {
 
 namespace {
 
-// Later errors mostly follow from the first ones.
+/// Later errors mostly follow from the first ones.
 constexpr std::size_t most_errors = 5;
 
-// What is shown of a long line, in bytes, and how much of it before the error.
+/// What is shown of a long line, in bytes, and how much of it before the error.
 constexpr std::size_t widest = 120;
 constexpr std::size_t before_error = 80;
 
-// The byte of a line at which a column begins.
+/// The byte of a line at which a column begins.
 std::size_t get_byte(std::string_view line, int column) {
     std::size_t byte = 0;
     for (int passed = 1; passed < column && byte < line.size(); ++passed) {
@@ -34,7 +34,7 @@ std::size_t get_byte(std::string_view line, int column) {
     return byte;
 }
 
-// Cuts a line to what is shown, at the borders of characters; `error` stays the same byte.
+/// Cuts a line to what is shown, at the borders of characters; `error` stays the same byte.
 std::string_view cut(std::string_view line, std::size_t& error) {
     std::size_t first = error > before_error ? error - before_error : 0;
     while (first < error && !begins_character(line[first]))
@@ -53,7 +53,7 @@ Excerpt get_excerpt(std::string_view document, const Problem& problem) {
     return {shown, error};
 }
 
-// Where libxml2 speaks of its own parts and options.
+/// Where libxml2 speaks of its own parts and options.
 struct Wording {
     std::string_view beginning;
     const char* plain;
@@ -87,7 +87,7 @@ std::vector<Problem> find_errors(std::string_view document) {
     return problems;
 }
 
-// Of errors that libxml2 does not see, only zero characters have a place.
+/// Of errors that libxml2 does not see, only zero characters have a place.
 Problem find_other_error(std::string_view document, const std::string& reason) {
     const std::size_t zero = document.find('\0');
     if (zero == std::string_view::npos)

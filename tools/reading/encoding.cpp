@@ -13,7 +13,7 @@ namespace tool {
 
 namespace {
 
-// The XML declaration has been read by now, and nothing else has.
+/// The XML declaration has been read by now, and nothing else has.
 void note_encoding(void* context) {
     auto* parser = static_cast<xmlParserCtxtPtr>(context);
     const xmlParserInputBuffer* buffer = parser->input->buf;
@@ -22,11 +22,12 @@ void note_encoding(void* context) {
     xmlStopParser(parser);
 }
 
-// One call converts as much as it has room for.
+/// One call converts as much as it has room for.
 bool convert(xmlCharEncodingHandler& converter, xmlBuffer& out, xmlBuffer& in) {
-    while (xmlBufferLength(&in) > 0)
+    while (xmlBufferLength(&in) > 0) {
         if (xmlCharEncInFunc(&converter, &out, &in) <= 0)
             return false;
+    }
     return true;
 }
 

@@ -20,7 +20,7 @@ namespace tool {
 namespace {
 
 struct FileCloser {
-    // A file that was only read has nothing to lose when closing fails. Standard input is left open.
+    /// A file that was only read has nothing to lose when closing fails. Standard input is left open.
     void operator()(std::FILE* file) const {
         if (file != stdin)
             static_cast<void>(std::fclose(file));
@@ -46,15 +46,15 @@ OpenFile open(const std::string& file) {
     return opened;
 }
 
-// 0 if it is not known, as for pipes.
+/// 0 if it is not known, as for pipes.
 std::size_t get_size(std::FILE& file) {
     struct stat status {};
     const bool is_known = fstat(fileno(&file), &status) == 0 && S_ISREG(status.st_mode);
     return is_known ? static_cast<std::size_t>(status.st_size) : 0;
 }
 
-// libxml2 tells of exhausted memory as of an error in the text: with its code 2 or, when there is no memory left
-// even for a description, without one. It gives the same code to text beyond its limit.
+/// libxml2 tells of exhausted memory as of an error in the text: with its code 2 or, when there is no memory left
+/// even for a description, without one. It gives the same code to text beyond its limit.
 bool is_out_of_memory(const std::string& message) {
     return message.rfind(" (error code: ", 0) == 0 ||
            (contains(message, " (error code: 2) ") && !contains(message, "huge text nod"));

@@ -1,3 +1,7 @@
+// The library keeps elements, their attributes, and text that is alone in its element. White space that holds
+// a line feed beside other content is taken for indentation and is not missed; white space without one may be
+// meant, and so may white space that is all there is in an element.
+
 #include "reading/losses.h"
 
 #include <algorithm>
@@ -13,10 +17,6 @@
 #include "terminal/messages.h"
 #include "terminal/terminal.h"
 #include "terminal/words.h"
-
-// The library keeps elements, their attributes, and text that is alone in its element. White space that holds
-// a line feed beside other content is taken for indentation and is not missed; white space without one may be
-// meant, and so may white space that is all there is in an element.
 
 namespace tool {
 
@@ -37,7 +37,7 @@ struct Text {
     bool begins_with_line_feed;
 };
 
-// The content of an element that is still open.
+/// The content of an element that is still open.
 struct Content {
     std::size_t pieces = 0;  // a text, an element, a comment and so on
     bool ends_with_text = false;
@@ -52,7 +52,7 @@ bool has(std::string_view text, char character) {
     return text.find(character) != std::string_view::npos;
 }
 
-// An attribute as it stands in a start tag.
+/// An attribute as it stands in a start tag.
 struct RawAttribute {
     std::size_t begin;
     std::string_view name;
@@ -60,7 +60,7 @@ struct RawAttribute {
     std::size_t end;
 };
 
-// Takes the attributes out of a start tag, which is known to be well-formed, one after the other.
+/// Takes the attributes out of a start tag, which is known to be well-formed, one after the other.
 class AttributeScanner {
 public:
     AttributeScanner(std::string_view scanned_text, std::size_t first, std::size_t behind)
@@ -98,7 +98,7 @@ bool is_entity(std::string_view reference) {
            std::find(predefined.begin(), predefined.end(), reference) == predefined.end();
 }
 
-// Whether a reference stands for a character that an attribute value can not hold as it is.
+/// Whether a reference stands for a character that an attribute value can not hold as it is.
 bool needs_escape(std::string_view reference) {
     if (reference.substr(0, 1) != "#")
         return reference == "amp" || reference == "lt" || reference == "quot";
@@ -112,9 +112,10 @@ bool needs_escape(std::string_view reference) {
 template <typename Test>
 bool any_reference(std::string_view value, Test test) {
     for (std::size_t ampersand = value.find('&'); ampersand != std::string_view::npos;
-         ampersand = value.find('&', ampersand + 1))
+         ampersand = value.find('&', ampersand + 1)) {
         if (test(value.substr(ampersand + 1, value.find(';', ampersand) - ampersand - 1)))
             return true;
+    }
     return false;
 }
 
@@ -122,7 +123,7 @@ class LossFinder {
 public:
     explicit LossFinder(std::string_view searched_text) : text(searched_text) {}
 
-    // What libxml2 does not tell of: the XML declaration and line ends, which are told of once.
+    /// What libxml2 does not tell of: the XML declaration and line ends, which are told of once.
     void take_text_itself() {
         const std::string_view beginning = "<?xml";
         if (begins_with(text, beginning) && is_white(text.substr(beginning.size(), 1)))
@@ -176,7 +177,7 @@ private:
 
     void add(LossKind kind, std::size_t begin, std::size_t end) { found.push_back({kind, begin, end}); }
 
-    // UTF-8 is what is read when no encoding is named, so the name is no loss.
+    /// UTF-8 is what is read when no encoding is named, so the name is no loss.
     void take_declaration(std::size_t end) {
         AttributeScanner attributes(text, 0, end);
         while (attributes.has_next()) {
@@ -188,7 +189,7 @@ private:
         }
     }
 
-    // The end of a text is known once something else begins.
+    /// The end of a text is known once something else begins.
     void end_text(const Event& event) {
         if (!open.empty() && open.back().ends_with_text && event.kind != EventKind::text)
             open.back().texts.back().end = event.begin;
@@ -254,7 +255,7 @@ private:
         }
     }
 
-    // Of attributes with the same name the last value is read.
+    /// Of attributes with the same name the last value is read.
     void take_attribute(const RawAttribute& attribute, const std::vector<std::string>& prefixed,
                         std::map<std::string_view, RawAttribute>& kept) {
         const bool loses_prefix =
@@ -302,7 +303,7 @@ struct Name {
     const char* many;
 };
 
-// In the order of LossKind.
+/// In the order of LossKind.
 constexpr std::array<Name, 17> kind_names{{
     {"encoding", "encodings"},
     {"byte-order mark", "byte-order marks"},
@@ -323,7 +324,7 @@ constexpr std::array<Name, 17> kind_names{{
     {"attribute value that needs escapes", "attribute values that need escapes"},
 }};
 
-// Line ends are told of once however many there are.
+/// Line ends are told of once however many there are.
 std::string count_of(LossKind kind, std::size_t count) {
     const Name name = kind_names.at(static_cast<std::size_t>(kind));
     if (kind == LossKind::line_ends)
@@ -381,13 +382,15 @@ std::string get_name(LossKind kind) {
 
 std::string get_summary(const std::vector<Loss>& losses) {
     std::array<std::size_t, kind_names.size()> counts{};
-    for (const Loss& loss : losses)
+    for (const Loss& loss : losses) {
         if (!is_note(loss))
             ++counts.at(static_cast<std::size_t>(loss.kind));
+    }
     std::string summary;
-    for (std::size_t i = 0; i < counts.size(); ++i)
+    for (std::size_t i = 0; i < counts.size(); ++i) {
         if (counts.at(i) != 0)
             summary += (summary.empty() ? "" : ", ") + count_of(static_cast<LossKind>(i), counts.at(i));
+    }
     return summary;
 }
 

@@ -24,7 +24,7 @@ enum class LossKind {
     prefix,
     namespace_declaration,
     replaced_attribute,  // by another of its element, once that has lost its prefix
-    // Only notes, since this program escapes what the library alone writes as it stands:
+    /// Only notes, since this program escapes what the library alone writes as it stands:
     carriage_return,
     escape,
 };

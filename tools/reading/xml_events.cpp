@@ -1,3 +1,10 @@
+// libxml2 calls back once it has read something, and tells how far it has come. With text it may not have come
+// to the end yet when it calls. Everything else begins at the next "<", which no text holds, or it is a
+// reference, whose length follows from its name.
+//
+// Entities and the DOCTYPE go to libxml2's own handlers, which know what later references to entities mean;
+// no tree is built. What stands inside an entity is read by a parser of its own and is of no interest here.
+
 #include "reading/xml_events.h"
 
 #include <libxml/SAX2.h>
@@ -10,13 +17,6 @@
 #include <utility>
 
 #include "reading/libxml2_owners.h"
-
-// libxml2 calls back once it has read something, and tells how far it has come. With text it may not have come
-// to the end yet when it calls. Everything else begins at the next "<", which no text holds, or it is a
-// reference, whose length follows from its name.
-//
-// Entities and the DOCTYPE go to libxml2's own handlers, which know what later references to entities mean;
-// no tree is built. What stands inside an entity is read by a parser of its own and is of no interest here.
 
 namespace tool {
 
@@ -48,7 +48,7 @@ std::size_t find_begin(const Reading& reading, EventKind kind, std::string_view 
     return std::min(reading.document.find('<', reading.reached), end);
 }
 
-// No exception may pass through libxml2.
+/// No exception may pass through libxml2.
 template <typename Work>
 void guard(Reading& reading, const Work& work) {
     try {
@@ -59,7 +59,7 @@ void guard(Reading& reading, const Work& work) {
     }
 }
 
-// Gives the event its place and hands it on.
+/// Gives the event its place and hands it on.
 void report(Reading& reading, Event event) {
     event.end = static_cast<std::size_t>(xmlByteConsumed(reading.parser));
     event.begin = find_begin(reading, event.kind, event.content, event.end);
@@ -85,13 +85,14 @@ std::string string_of(const xmlChar* text) {
     return reinterpret_cast<const char*>(text);
 }
 
-// libxml2 gives five pointers for each attribute: its local name, its prefix, the prefix's meaning, and its value.
+/// libxml2 gives five pointers for each attribute: its local name, its prefix, the prefix's meaning, and its value.
 std::vector<std::string> get_prefixed(const xmlChar** attributes, int count) {
     constexpr std::ptrdiff_t size = 5;
     std::vector<std::string> names;
-    for (const xmlChar** one = attributes; one != attributes + count * size; one += size)
+    for (const xmlChar** one = attributes; one != attributes + count * size; one += size) {
         if (one[1] != nullptr && one[2] != nullptr)
             names.push_back(string_of(one[1]) + ':' + string_of(one[0]));
+    }
     return names;
 }
 
@@ -133,7 +134,7 @@ void on_entity(void* context, const xmlChar* name) {
     report_if_inside(context, EventKind::entity, view_of(name, xmlStrlen(name)));
 }
 
-// The XML declaration has been read.
+/// The XML declaration has been read.
 void on_start_of_document(void* context) {
     Reading& reading = reading_of(context);
     if (context == reading.parser)
@@ -141,7 +142,7 @@ void on_start_of_document(void* context) {
     xmlSAX2StartDocument(context);
 }
 
-// It comes before what stands in brackets.
+/// It comes before what stands in brackets.
 void on_doctype(void* context, const xmlChar* name, const xmlChar* public_id, const xmlChar* system_id) {
     Reading& reading = reading_of(context);
     if (context == reading.parser)
@@ -149,7 +150,7 @@ void on_doctype(void* context, const xmlChar* name, const xmlChar* public_id, co
     xmlSAX2InternalSubset(context, name, public_id, system_id);
 }
 
-// This comes once the DOCTYPE has been read to its end. Nothing outside of the document is loaded.
+/// This comes once the DOCTYPE has been read to its end. Nothing outside of the document is loaded.
 void on_doctype_end(void* context, const xmlChar* /*name*/, const xmlChar* /*public_id*/,
                     const xmlChar* /*system_id*/) {
     Reading& reading = reading_of(context);
@@ -164,7 +165,7 @@ Problem problem_of(const xmlError& error) {
     return {error.level == XML_ERR_FATAL, error.line, error.int2, message};
 }
 
-// Versions of libxml2 before 2.11 go on for ever in some loops of entities of a DOCTYPE.
+/// Versions of libxml2 before 2.11 go on for ever in some loops of entities of a DOCTYPE.
 bool is_endless([[maybe_unused]] const xmlError& error, [[maybe_unused]] const xmlParserCtxt& parser) {
 #if LIBXML_VERSION < 21100
     return error.code == XML_ERR_ENTITY_LOOP && parser.instate == XML_PARSER_DTD;

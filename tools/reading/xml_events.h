@@ -19,8 +19,8 @@ struct Event {
     std::size_t begin;         // byte of the document
     std::size_t end;           // the byte behind
     std::string_view content;  // of text, with references resolved; the name of an entity
-    // Of a start tag: what has a prefix that a namespace declaration explains. The library reads these names without
-    // it, and names with any other prefix as they stand.
+    /// Of a start tag: what has a prefix that a namespace declaration explains. The library reads these names without
+    /// it, and names with any other prefix as they stand.
     bool element_loses_prefix = false;
     std::vector<std::string> prefixed_attributes{};
 };

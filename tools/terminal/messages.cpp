@@ -28,7 +28,7 @@ std::size_t count_characters(std::string_view text) {
     return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), begins_character));
 }
 
-// The caret stands below the character that begins at its byte.
+/// The caret stands below the character that begins at its byte.
 std::string show(const Excerpt& excerpt) {
     if (excerpt.line.empty())
         return "";

@@ -21,7 +21,7 @@ bool is_dumb() {
     return terminal == nullptr || std::string_view(terminal) == "dumb";
 }
 
-// Some terminals take the characters U+0080 to U+009F for control characters.
+/// Some terminals take the characters U+0080 to U+009F for control characters.
 bool is_control_sequence(std::string_view character) {
     constexpr unsigned char first_of_them = 0x80;
     constexpr unsigned char behind_them = 0xA0;
@@ -30,7 +30,7 @@ bool is_control_sequence(std::string_view character) {
            static_cast<unsigned char>(character[1]) < behind_them;
 }
 
-// Such characters can make a line read as another: U+200E, U+200F, U+202A to U+202E, U+2066 to U+2069.
+/// Such characters can make a line read as another: U+200E, U+200F, U+202A to U+202E, U+2066 to U+2069.
 bool changes_direction(std::string_view character) {
     const std::string_view first = character.substr(0, 2);
     const char last = character.back();
@@ -40,14 +40,14 @@ bool changes_direction(std::string_view character) {
                                : last == '\x8E' || last == '\x8F' || (last >= '\xAA' && last <= '\xAE');
 }
 
-// How many bytes the character at the front has; 0 if it is no UTF-8.
+/// How many bytes the character at the front has; 0 if it is no UTF-8.
 std::size_t size_of_character(std::string_view text) {
     int size = static_cast<int>(std::min<std::size_t>(text.size(), 4));
     const int character = xmlGetUTF8Char(reinterpret_cast<const unsigned char*>(text.data()), &size);
     return character < 0 ? 0 : static_cast<std::size_t>(size);
 }
 
-// The character at the front or, where there is none, the byte.
+/// The character at the front or, where there is none, the byte.
 std::string_view first_of(std::string_view text) {
     return text.substr(0, std::max<std::size_t>(size_of_character(text), 1));
 }

@@ -1,3 +1,8 @@
+// Elements of the two documents are paired from the root downwards: children of a pair by their names, then by
+// their items. What is left of a name is paired in order, once the equal ones at the front and at the back are
+// out of the way, so that one element more in the middle is told as just that. Fingerprints of whole subtrees
+// say which are equal; they only choose pairs, whose differences are found by looking at everything.
+
 #include "trees/differences.h"
 
 #include <quxml/Attribute.h>
@@ -16,11 +21,6 @@
 #include "trees/node_paths.h"
 #include "trees/tree.h"
 
-// Elements of the two documents are paired from the root downwards: children of a pair by their names, then by
-// their items. What is left of a name is paired in order, once the equal ones at the front and at the back are
-// out of the way, so that one element more in the middle is told as just that. Fingerprints of whole subtrees
-// say which are equal; they only choose pairs, whose differences are found by looking at everything.
-
 namespace tool {
 
 namespace {
@@ -30,9 +30,10 @@ using Elements = std::vector<const Element*>;
 
 Elements get_elements(const quxml::Node& node) {
     Elements elements;
-    for (const quxml::Node* child : node.get_children())
+    for (const quxml::Node* child : node.get_children()) {
         if (const auto* element = dynamic_cast<const Element*>(child))
             elements.push_back(element);
+    }
     return elements;
 }
 
@@ -63,7 +64,7 @@ public:
     std::size_t get(const Element& element) const { return prints.at(&element); }
 
 private:
-    // The children have theirs already.
+    /// The children have theirs already.
     void add(const Element& element) {
         std::string summary;
         append(summary, element.get_name());
@@ -94,7 +95,7 @@ private:
 
 // ---- Pairs
 
-// An element that has no counterpart is paired with nothing.
+/// An element that has no counterpart is paired with nothing.
 struct Pair {
     const Element* one;
     const Element* other;
@@ -135,7 +136,7 @@ private:
         return static_cast<std::size_t>(end.first - pair.one.begin());
     }
 
-    // How many are equal at the back, behind the first `passed`.
+    /// How many are equal at the back, behind the first `passed`.
     std::size_t count_equal_at_back(const Namesakes& pair, std::size_t passed) const {
         std::size_t count = 0;
         while (passed + count < std::min(pair.one.size(), pair.other.size()) &&
@@ -203,9 +204,10 @@ private:
             else if (found->second != value)
                 tell_change(paths.get(*pair.one) + "/@" + name, value, found->second);
         }
-        for (const auto& [name, value] : others)
+        for (const auto& [name, value] : others) {
             if (attributes.count(name) == 0)
                 tell("+ " + other_paths.get(*pair.other) + "/@" + name + '=' + show(value));
+        }
     }
 
     void compare_texts(const Pair& pair) {

@@ -1,12 +1,12 @@
+// The tree is walked from the root, but only along branches that lead to a node of the result, so that a
+// small result in a large document costs little. A list of nodes still to be visited takes the place of
+// recursion.
+
 #include "trees/document_order.h"
 
 #include <quxml/Element.h>
 
 #include <unordered_set>
-
-// The tree is walked from the root, but only along branches that lead to a node of the result, so that a
-// small result in a large document costs little. A list of nodes still to be visited takes the place of
-// recursion.
 
 namespace tool {
 
@@ -14,7 +14,7 @@ namespace {
 
 using Branches = std::unordered_set<quxml::Node*>;
 
-// The nodes themselves and everything above them.
+/// The nodes themselves and everything above them.
 Branches branches_to(const quxml::NodeSet& nodes) {
     Branches branches;
     for (quxml::Node* node : nodes) {

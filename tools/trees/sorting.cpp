@@ -1,3 +1,7 @@
+// The library's sort reverses namesakes without an item, since it counts each of them as going before the
+// others. Where any item is found, the namesakes without one are lent the largest number there is while the
+// sort lasts.
+
 #include "trees/sorting.h"
 
 #include <quxml/Attribute.h>
@@ -5,10 +9,6 @@
 
 #include <algorithm>
 #include <vector>
-
-// The library's sort reverses namesakes without an item, since it counts each of them as going before the
-// others. Where any item is found, the namesakes without one are lent the largest number there is while the
-// sort lasts.
 
 namespace tool {
 

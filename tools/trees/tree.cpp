@@ -1,3 +1,5 @@
+// Trees are walked along a list of what is still to be visited, so a deep tree takes no more stack.
+
 #include "trees/tree.h"
 
 #include <quxml/Attribute.h>
@@ -7,8 +9,6 @@
 #include <algorithm>
 #include <utility>
 #include <vector>
-
-// Trees are walked along a list of what is still to be visited, so a deep tree takes no more stack.
 
 namespace tool {
 
@@ -24,7 +24,7 @@ bool has_same_attributes(const quxml::Element& one, const quxml::Element& other)
     return std::equal(mine.begin(), mine.end(), others.begin(), others.end(), is_same_attribute);
 }
 
-// All but the children.
+/// All but the children.
 bool is_same_node(const quxml::Node& one, const quxml::Node& other) {
     const auto* element = dynamic_cast<const quxml::Element*>(&one);
     const auto* other_element = dynamic_cast<const quxml::Element*>(&other);

@@ -15,7 +15,7 @@ namespace {
 
 constexpr const char* library_indent = "  ";
 
-// The root element's tag begins at the first "<" that a name follows.
+/// The root element's tag begins at the first "<" that a name follows.
 std::size_t find_root(std::string_view document) {
     std::size_t tag = document.find('<');
     while (tag != std::string_view::npos && document.find_first_of("?!", tag) == tag + 1)
@@ -68,7 +68,7 @@ private:
             open(*element, step.level);
     }
 
-    // Text that is alone stands on the line of its tags.
+    /// Text that is alone stands on the line of its tags.
     static bool has_lines_inside(const quxml::Element& element) {
         const quxml::NodeList children = element.get_children();
         return !children.empty() && !(children.size() == 1 && element.has_child_text());

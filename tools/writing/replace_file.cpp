@@ -31,7 +31,7 @@ void require(bool done, const std::string& path) {
         throw io_failure(path);
 }
 
-// Keeps the signals that end a program at a user's wish waiting, so that no new file is left behind.
+/// Keeps the signals that end a program at a user's wish waiting, so that no new file is left behind.
 class SignalsHeld {
 public:
     SignalsHeld() {
@@ -65,14 +65,14 @@ public:
 
     int get() const { return number; }
 
-    // Some file systems tell only here that writing failed.
+    /// Some file systems tell only here that writing failed.
     bool close() { return ::close(std::exchange(number, -1)) == 0; }
 
 private:
     int number;
 };
 
-// A new file in the folder of another. Unless it gets that one's name, it is removed again.
+/// A new file in the folder of another. Unless it gets that one's name, it is removed again.
 class NewFile {
 public:
     NewFile(const std::string& path, const struct stat& status)
@@ -100,7 +100,7 @@ public:
         }
     }
 
-    // Comes after the owner and the text, since changing these can clear bits of the mode.
+    /// Comes after the owner and the text, since changing these can clear bits of the mode.
     void set_mode(mode_t mode, const std::string& path) {
         constexpr mode_t all_bits = 07777;
         if (::fchmod(file.get(), mode & all_bits) != 0)
@@ -118,7 +118,7 @@ public:
     }
 
 private:
-    // Not every file system lets an owner be set, be it the right one.
+    /// Not every file system lets an owner be set, be it the right one.
     bool set_owner(const struct stat& status) {
         struct stat now {};
         if (::fstat(file.get(), &now) == 0 && now.st_uid == status.st_uid && now.st_gid == status.st_gid)
@@ -138,7 +138,7 @@ private:
     bool is_named = true;
 };
 
-// Makes a new name in a folder outlast a loss of power. Not every file system can.
+/// Makes a new name in a folder outlast a loss of power. Not every file system can.
 void sync_folder_of(const std::string& path) {
     const std::string folder = path.substr(0, path.rfind('/') + 1);
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): open is declared so

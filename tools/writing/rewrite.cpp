@@ -55,8 +55,8 @@ std::shared_ptr<quxml::Document> parse(const RewriteOptions& options, const std:
     return document;
 }
 
-// What to compare a changed tree with; nothing if only the layout changes. A copy takes less time and memory than
-// another parse, but one that was sorted while it was read tells nothing of the order before.
+/// What to compare a changed tree with; nothing if only the layout changes. A copy takes less time and memory than
+/// another parse, but one that was sorted while it was read tells nothing of the order before.
 std::shared_ptr<quxml::Document> get_tree_before(const RewriteOptions& options, Purpose purpose,
                                                  const std::string& text, const quxml::Document& document) {
     if (purpose == Purpose::layout)
@@ -72,7 +72,7 @@ bool is_unchanged(const quxml::Document& document, const quxml::Document* before
     return before != nullptr && is_same_tree(*before->get_root_node(), *document.get_root_node());
 }
 
-// A document in UTF-8 keeps its XML declaration when it is changed, and with it what only that holds.
+/// A document in UTF-8 keeps its XML declaration when it is changed, and with it what only that holds.
 std::vector<Loss> find_what_is_lost(const RewriteOptions& options, Purpose purpose, const std::string& text) {
     std::vector<Loss> losses = find_losses(text);
     if (purpose == Purpose::change && !options.no_declaration && get_encoding(text).empty())
@@ -80,7 +80,7 @@ std::vector<Loss> find_what_is_lost(const RewriteOptions& options, Purpose purpo
     return losses;
 }
 
-// Once the file has been changed, nothing lists what is gone.
+/// Once the file has been changed, nothing lists what is gone.
 std::string get_warning(const RewriteOptions& options, const std::vector<Loss>& losses) {
     return options.in_place
                ? "this is lost: " + get_summary(losses)
@@ -101,7 +101,7 @@ void refuse_or_warn(const RewriteOptions& options, Purpose purpose, const std::s
         write_warning(options.file, get_warning(options, losses));
 }
 
-// The attribute values of `root` have been escaped for writing, so those that were read are escaped as well.
+/// The attribute values of `root` have been escaped for writing, so those that were read are escaped as well.
 bool reads_back(const RewriteOptions& options, const quxml::Node& root, const std::string& text) {
     try {
         const std::shared_ptr<quxml::Document> read =

@@ -1,13 +1,13 @@
+// The program that gdb looks at: everything that its printers and commands can meet, in variables that are found in a core
+// without a stack too. It aborts when all of it is there. With paths as arguments it
+// writes what they select instead.
+
 #include <quxml/quxml.h>
 
 #include <cstdlib>
 #include <iostream>
 #include <memory>
 #include <string>
-
-// The program that gdb looks at: everything that its printers and commands can meet, in variables that are found in a core
-// without a stack too. It aborts when all of it is there. With paths as arguments it
-// writes what they select instead.
 
 namespace seen_by_gdb {
 
@@ -73,7 +73,7 @@ void add_chain(int levels) {
         seen.deepest = seen.deepest->add_child("link");
 }
 
-// An element by its opening tag, text as it is.
+/// An element by its opening tag, text as it is.
 void write(const std::string& path) {
     std::string out = path + '\n';
     for (const quxml::Node* node : seen.library->find_exact_match(path)) {
@@ -85,7 +85,7 @@ void write(const std::string& path) {
     std::cout << out << '\n';
 }
 
-// What docs/debugging.md looks at.
+/// What docs/debugging.md looks at.
 [[gnu::noinline]] void abort_with_variables() {
     const std::shared_ptr<quxml::Document> document = quxml::from_string(seen_by_gdb::text, false);
     const auto* element = static_cast<const quxml::Element*>(document->get_root_node()->get_child("book"));
