@@ -1,12 +1,11 @@
-"""Makes of what the benchmarks measured one JSON file, tables in Markdown and plots.
+"""Makes of what the benchmarks measured one JSON file, tables in Markdown and a plot.
 
     report.py MEASURED PLACE [DOCS]
 
 reads the files in the folder MEASURED (some may be missing), writes into the folder PLACE and prints the tables. With
-DOCS, it also puts the tables into DOCS/performance.md, between the two marks there, and the plots into DOCS/plots."""
+DOCS, it also puts the tables into DOCS/performance.md, between the two marks there, and the plot into DOCS/plots."""
 
 import json
-import math
 import pathlib
 import platform
 import subprocess
@@ -19,8 +18,7 @@ matplotlib.use("svg")
 from matplotlib import pyplot
 
 TICKS = (0.2, 0.5, 1, 2, 5, 10, 20)
-SIZES = (1000, 4000, 16000)
-PLOTS = "![Time beside others](plots/comparisons.svg)\n\n![Growth](plots/growth.svg)\n"
+PLOT = "![Time beside others](plots/comparisons.svg)\n"
 BEGIN, END = "<!-- figures: made by ./dev bench --write -->\n", "<!-- end of figures -->\n"
 
 # What is compared, with whom, the ratio that is aimed at, and the one that no single input should exceed.
@@ -61,24 +59,6 @@ COMPARISONS = (
 INSTRUCTIONS_AIM = 1.30
 SMALL_QUERY_AIM = 1.3  # microseconds
 
-# The exponent that the growth of an operation should not exceed.
-GROWTH = {
-    "read_sorted": 1.1,
-    "read_sorted_scattered": 1.1,
-    "copy_into_sorted": 1.1,
-    "copy_scattered_into_sorted": 1.1,
-    "remove_first_child": 1.05,
-    "remove_last_child": 1.05,
-    "set_first_child_first": 1.05,
-    "set_last_child_first": 1.05,
-    "add_child_sorted_names_ascending": 1.1,
-    "add_child_sorted_names_descending": 1.1,
-    "add_child_sorted_names_scattered": 1.1,
-    "add_child_sorted_items_ascending": 1.1,
-    "add_child_sorted_items_descending": 1.1,
-    "add_child_sorted_items_scattered": 1.1,
-}
-
 # What a 64-bit system is to take at most.
 MEMORY_AIMS = {
     "bytes of an element": 160,
@@ -100,26 +80,6 @@ def read_counts(file):
     lines = file.read_text().split("\n") if file.exists() else []
     fields = [line.split() for line in lines]
     return {tuple(line[:3]): int(line[3]) for line in fields if len(line) == 4}
-
-
-def least_times(operations):
-    """Microseconds, by name and size."""
-    times = {}
-    for run in operations["benchmarks"]:
-        if run.get("aggregate_name") == "least":
-            name, size = run["run_name"].split("/")[:2]
-            times.setdefault(name, {})[int(size)] = run["real_time"]
-    return times
-
-
-def exponent(values):
-    """Of the power of n that comes nearest to the values at SIZES; None if one is missing."""
-    if any(size not in values for size in SIZES):
-        return None
-    x = [math.log(size) for size in SIZES]
-    y = [math.log(values[size]) for size in SIZES]
-    middle_x, middle_y = sum(x) / len(x), sum(y) / len(y)
-    return sum((a - middle_x) * (b - middle_y) for a, b in zip(x, y)) / sum((a - middle_x) ** 2 for a in x)
 
 
 def output_of(*command):
@@ -184,16 +144,6 @@ def inputs_rows(records):
     return [row for row in rows.values() if len(row) == 6]
 
 
-def growth_rows(times, counts):
-    rows = []
-    for operation, aim in GROWTH.items():
-        by_size = {int(size): count for (kind, name, size), count in counts.items()
-                   if (kind, name) == ("growth", operation)}
-        rows.append([f"`{operation}`"] + [number(times[operation][size] / 1e3) for size in SIZES] +
-                    [number(exponent(times[operation])), number(exponent(by_size)), number(aim)])
-    return rows
-
-
 def tables(measured):
     records, counts = measured["side_by_side"], measured["counts"]
     text = ""
@@ -209,9 +159,6 @@ def tables(measured):
     rows = paths_rows(records)
     if rows:
         text += table(["Path", "ms", "beside libxml2", "beside pugixml"], rows)
-    if measured["operations"]:
-        rows = growth_rows(least_times(measured["operations"]), counts)
-        text += table(["Operation, ms", "n = 1,000", "4,000", "16,000", "exponent", "of instructions", "aim"], rows)
     if measured["memory"]:
         rows = [[what, number(value), number(MEMORY_AIMS[what], 0)] for what, value in measured["memory"].items()]
         text += table(["Heap, 64 bits", "measured", "aim"], rows)
@@ -243,29 +190,12 @@ def plot_comparisons(rows, file):
     save(figure, file)
 
 
-def plot_growth(times, file):
-    figure, axes = pyplot.subplots(figsize=(8, 5))
-    for operation, color in zip(GROWTH, matplotlib.colormaps["tab20"].colors):
-        per_child = [times[operation][size] * 1e3 / size for size in SIZES]
-        axes.plot(SIZES, per_child, marker="o", color=color, label=operation)
-    axes.set_xscale("log")
-    axes.set_yscale("log")
-    axes.set_xticks(SIZES, [f"{size:,}" for size in SIZES])
-    axes.minorticks_off()
-    axes.set_xlabel("n")
-    axes.set_ylabel("ns for each of n")
-    axes.legend(fontsize="x-small", loc="center left", bbox_to_anchor=(1, 0.5))
-    save(figure, file)
-
-
 def plot_all(measured, place):
     place.mkdir(parents=True, exist_ok=True)
     matplotlib.rcParams.update({"svg.fonttype": "none", "svg.hashsalt": "quxml", "font.size": 9})
     rows = comparison_rows(measured["side_by_side"], measured["counts"])
     if rows:
         plot_comparisons(rows, place / "comparisons.svg")
-    if measured["operations"]:
-        plot_growth(least_times(measured["operations"]), place / "growth.svg")
 
 
 def describe(found):
@@ -275,10 +205,10 @@ def describe(found):
 
 def main(source, place, docs=None):
     source, place = pathlib.Path(source), pathlib.Path(place)
-    measured = {name: read_json(source / f"{name}.json") for name in ("side_by_side", "operations", "memory")}
+    measured = {name: read_json(source / f"{name}.json") for name in ("side_by_side", "memory")}
     measured["counts"] = read_counts(source / "instructions.txt")
     measured["machine"] = machine()
-    text = describe(measured["machine"]) + tables(measured) + "\n" + PLOTS
+    text = describe(measured["machine"]) + tables(measured) + "\n" + PLOT
     print(text, end="")
     (place / "results.md").write_text(text)
     plot_all(measured, place / "plots")

@@ -10,7 +10,7 @@
 #include <iterator>
 #include <stdexcept>
 
-#include "measured_work.h"
+#include "support/measured_work.h"
 #include "works.h"
 
 namespace bench {

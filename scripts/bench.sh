@@ -1,18 +1,10 @@
 # Times the library beside others: all, or named WORKs; --quick; --write into docs; --check instructions [--write].
-need_to_build_with libboost-dev libgtest-dev libbenchmark-dev libcli11-dev libpugixml-dev libtinyxml2-dev valgrind \
-    python3-matplotlib
+. scripts/support/instructions.sh
+need_to_build_with libboost-dev libgtest-dev libcli11-dev libpugixml-dev libtinyxml2-dev valgrind python3-matplotlib
 need shared-mime-info xkb-data unicode-cldr-core libgirepository1.0-dev ssg-debian osinfo-db
 place=build/bench
 programs=$place/bench
 table=bench/instructions.txt
-growing=(read_sorted read_sorted_scattered copy_into_sorted copy_scattered_into_sorted remove_first_child
-    remove_last_child set_first_child_first set_last_child_first add_child_sorted_{names,items}_{ascending,descending,scattered})
-
-# Counts what happens in `quxml_measured_work`, with the functions of shared libraries bound before.
-count_instructions() {
-    LD_BIND_NOW=1 timeout 30 valgrind --tool=callgrind --callgrind-out-file=/dev/null \
-        --toggle-collect=quxml_measured_work "$@" 2>&1 | sed -n 's/^==[0-9]*== Collected : //p'
-}
 
 count_work() {
     count_instructions "$programs/quxml_side_by_side" --once "$1" "$2" "$3"
@@ -37,7 +29,7 @@ check_works() {
     [ "$exceeded" -eq 0 ] || fail "a work takes more instructions than $table says"
 }
 
-# Counts the fixed works anew.
+# Counts the fixed works again.
 write_works() {
     local work input library
     while read -r work input library _; do
@@ -46,17 +38,12 @@ write_works() {
     show cp "$place/instructions.txt" "$table"
 }
 
-# Counts reading, over all inputs, and how operations grow; a count that takes too long is left out.
-count_all() {
-    local input library operation size
+# Counts reading, over all inputs.
+count_reading() {
+    local input library
     for input in $("$programs/quxml_side_by_side" --list | sed -n 's/^read //p'); do
         for library in quxml libxml2; do
             echo "read $input $library $(count_work read "$input" "$library")"
-        done
-    done
-    for operation in "${growing[@]}"; do
-        for size in 1000 4000 16000; do
-            echo "growth $operation $size $(count_instructions "$programs/quxml_operations" "$operation" "$size")"
         done
     done
 }
@@ -71,7 +58,7 @@ for argument; do
         *) works+=("$argument") ;;
     esac
 done
-build bench quxml_side_by_side quxml_operations quxml_memory
+build bench quxml_side_by_side quxml_memory
 # When glibc empties its fast bins, and what that takes, depends on chance; fixed works are counted without these.
 [ -z "$check" ] || export GLIBC_TUNABLES=glibc.malloc.mxfast=0
 
@@ -85,8 +72,7 @@ else
     mkdir -p "$measured"
     if [ ${#works[@]} -eq 0 ] && [ ${#turns[@]} -eq 0 ]; then
         "$programs/quxml_memory" >"$measured/memory.json"
-        quietly "$programs/quxml_operations" --benchmark_out="$measured/operations.json"
-        count_all >"$measured/instructions.txt"
+        count_reading >"$measured/instructions.txt"
     elif [ "$write" ]; then
         fail "bench: only a whole run is written into docs"
     fi

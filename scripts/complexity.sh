@@ -1,19 +1,15 @@
 # Counts the instructions of each operation at n, 2n and 4n; fails if one grows faster than stated. Names: only these.
+. scripts/support/instructions.sh
 need_to_build_with libboost-dev libgtest-dev valgrind
 build release complexity_probe
 probe=build/release/tests/complexity_probe
 
-count_instructions() {
-    valgrind --tool=callgrind --callgrind-out-file=/dev/null --toggle-collect=quxml_measured_work "$probe" "$1" "$2" 2>&1 |
-        sed -n 's/^==[0-9]*== Collected : //p'
-}
-
 # Prints a line of the table; fails if 4n takes more than the limit times what n takes.
 check_growth() {
     local quarter half whole
-    quarter=$(count_instructions "$1" $(($2 / 4)))
-    half=$(count_instructions "$1" $(($2 / 2)))
-    whole=$(count_instructions "$1" "$2")
+    quarter=$(count_instructions "$probe" "$1" $(($2 / 4)))
+    half=$(count_instructions "$probe" "$1" $(($2 / 2)))
+    whole=$(count_instructions "$probe" "$1" "$2")
     awk -v name="$1" -v size="$2" -v limit="$3" -v quarter="$quarter" -v half="$half" -v whole="$whole" 'BEGIN {
         grows = quarter > 0 && half > 0 && whole <= limit * quarter
         printf "%-28s %7d %9.1f %6.2f %6.2f %6d  %s\n", name, size, whole / size, half / quarter, whole / quarter, limit,

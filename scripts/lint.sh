@@ -30,8 +30,8 @@ check_directions() {
 }
 
 refuse_arguments "$@"
-need_to_build_with libcli11-dev libboost-dev libgtest-dev libbenchmark-dev libpugixml-dev libtinyxml2-dev \
-    clang clang-format-14 clang-tidy-14 shellcheck
+need_to_build_with libcli11-dev libboost-dev libgtest-dev libpugixml-dev libtinyxml2-dev clang clang-format-14 \
+    clang-tidy-14 shellcheck
 configure clang
 quietly shellcheck tests/*/*.sh tests/*/*/*.sh
 quietly check_directions

@@ -4,7 +4,7 @@
 Each mutant is one small change in one line of src/: an operator, a constant, a condition, a removed statement. The
 source file is compiled with it, linked with the other objects into a shared library, and the tests are run against
 that, the quick ones first, those of failing memory, hostile text and costs last. A mutant that fails a test, crashes or
-does not end is killed; one that does not compile does not count. Mutants that no test can notice, because they change
+does not end is killed; one that does not compile does not count. Mutants that no test cannotice, because they change
 nothing that can be seen, are listed with the reason in scripts/equivalent_mutants.txt; every other survivor is a gap
 in the tests.
 
@@ -13,6 +13,7 @@ Ends with the figures and exits with 1 if fewer than 95 of 100 are killed or a s
 
 import argparse
 import concurrent.futures
+import json
 import os
 import pathlib
 import re
@@ -25,21 +26,14 @@ import time
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 BUILD = ROOT / "build" / "mutate"
 EQUIVALENT = ROOT / "scripts" / "equivalent_mutants.txt"
-FLAGS = ["-std=c++17", "-O1", "-fPIC", "-w", f"-I{ROOT}/include", f"-I{ROOT}/src", f"-I{ROOT}/tests",
-         "-I/usr/include/libxml2", f'-DQUXML_TEST_DATA="{ROOT}/tests/data"']
+COMMANDS = ROOT / "build" / "dev" / "compile_commands.json"
+FLAGS = ["-std=c++17", "-O1", "-fPIC", "-w"]
 # Tests that take long, such as those of very deep trees, run only on mutants that pass all others.
 SLOW = ("*Deep*:*_deep_*:*stack*:*levels*:*thousand*:*million*:*Random*:*random*:*_every_*:*_all*:*Large*:*Thread*:"
         "*linear*:*quadratic*")
 # Which program runs which tests, in this order.
 STAGES = (("quxml_tests", f"--gtest_filter=-{SLOW}"), ("quxml_tests", f"--gtest_filter={SLOW}"),
           ("quxml_robustness_tests", "--gtest_filter=*"), ("quxml_complexity_tests", "--gtest_filter=*"))
-
-ROBUSTNESS_TESTS = {
-    "quxml_robustness_tests": ("robustness/counting_heap.cpp", "robustness/hostile_input_test.cpp",
-                               "robustness/memory_failure_test.cpp", "robustness/reading_memory_test.cpp",
-                               "support/check_links.cpp", "support/tree_text.cpp"),
-    "quxml_complexity_tests": ("robustness/complexity_test.cpp", "robustness/measured_operations.cpp"),
-}
 
 # What is replaced by what. Strings, characters, comments and preprocessor lines are left alone.
 OPERATORS = [
@@ -95,7 +89,7 @@ def replacements(line):
 
 
 def is_worth_negating(condition):
-    """A lone comparison or negation is turned round by its operator already, and a declaration can not be negated."""
+    """A lone comparison or negation is turned round by its operator already, and a declaration cannot be negated."""
     if ";" in condition or re.match(r"(const )?\w+[&*]* \*?\w+ =", condition):
         return False
     return "&&" in condition or "||" in condition or not re.search(r"==|!=|!|[<>]=? ", condition)
@@ -131,15 +125,28 @@ def run(command, **options):
     return subprocess.run(command, capture_output=True, **options)
 
 
-def compile_all(sources, folder):
-    """Compiles the sources and returns their objects."""
+class Target:
+    """A library or program of the everyday build: its sources, and the flags that they need to be compiled at all."""
+
+    def __init__(self, name):
+        self.name = name
+        commands = [entry for entry in json.loads(COMMANDS.read_text()) if f"CMakeFiles/{name}.dir/" in entry["command"]]
+        self.sources = sorted(pathlib.Path(entry["file"]) for entry in commands)
+        words = shlex.split(commands[0]["command"])
+        self.flags = FLAGS + [word for before, word in zip(words, words[1:])
+                              if word.startswith(("-I", "-D", "-isystem")) or before == "-isystem"]
+
+
+def compile_all(target):
+    """Compiles the sources of a target and returns their objects."""
+    sources, folder = target.sources, BUILD / "objects" / target.name
     folder.mkdir(parents=True, exist_ok=True)
     objects = {source: folder / (str(source.relative_to(ROOT)).replace("/", "_") + ".o") for source in sources}
 
     def compile_one(source):
         if objects[source].exists() and objects[source].stat().st_mtime > newest_change():
             return
-        done = run(["g++", *FLAGS, "-c", str(source), "-o", str(objects[source])])
+        done = run(["g++", *target.flags, "-c", str(source), "-o", str(objects[source])])
         if done.returncode != 0:
             sys.exit(done.stderr.decode())
 
@@ -172,9 +179,9 @@ def link(objects, target):
     return run(["g++", "-shared", *map(str, objects), "-o", str(target), "-lxml2"]).returncode == 0
 
 
-def build_program(name, folder, sources):
+def build_program(name, folder):
     """Builds a test program that is linked with the library in `folder`."""
-    objects = compile_all(sources, BUILD / "objects")
+    objects = compile_all(Target(name))
     linked = run(["g++", *map(str, objects.values()), "-o", str(BUILD / name), f"-L{folder}", "-lquxml", "-lgtest",
                   "-lgtest_main", "-lxml2", "-lpthread"])
     if linked.returncode != 0:
@@ -208,7 +215,7 @@ def time_limits(folder):
     return limits
 
 
-def judge(mutant, sources, objects, limits):
+def judge(mutant, library, objects, limits):
     """Returns 'killed', 'survived' or 'invalid'."""
     folder = BUILD / f"mutant-{os.getpid()}-{id(mutant)}"
     tree = folder / "src"
@@ -218,9 +225,9 @@ def judge(mutant, sources, objects, limits):
         lines = copy.read_text().splitlines()
         lines[mutant.number] = mutant.mutated
         copy.write_text("\n".join(lines) + "\n")
-        changed = [mutant.path] if mutant.path.suffix == ".cpp" else users_of(mutant.path, sources)
+        changed = [mutant.path] if mutant.path.suffix == ".cpp" else users_of(mutant.path, library.sources)
         own = dict(objects)
-        flags = [flag.replace(f"{ROOT}/src", str(tree)) for flag in FLAGS]
+        flags = [flag.replace(f"{ROOT}/src", str(tree)) for flag in library.flags]
         for source in changed:
             own[source] = folder / (source.name + ".o")
             source_copy = tree / source.relative_to(ROOT / "src")
@@ -247,24 +254,21 @@ def main():
     parser.add_argument("files", nargs="*", type=pathlib.Path, help="sources to mutate (default: all of src/)")
     arguments = parser.parse_args()
 
-    sources = sorted((ROOT / "src").rglob("*.cpp"))
-    files = [f.resolve() for f in arguments.files] or sorted([*sources, *(ROOT / "src").rglob("*.h")])
+    library = Target("quxml")
+    files = [f.resolve() for f in arguments.files] or sorted([*library.sources, *(ROOT / "src").rglob("*.h")])
     mutants = [Mutant(f, *found) for f in files for found in mutants_of(f)]
     if arguments.list:
         print(*mutants, sep="\n")
         print(len(mutants), "mutants")
         return 0
 
-    objects = compile_all(sources, BUILD / "objects")
+    objects = compile_all(library)
     healthy = BUILD / "healthy"
     healthy.mkdir(exist_ok=True)
     if not link(objects.values(), healthy / "libquxml.so"):
         sys.exit("the library does not link")
-    tests = ROOT / "tests"
-    build_program("quxml_tests", healthy, [t for folder in ("dom", "query", "reader", "writer", "support")
-                                           for t in sorted((tests / folder).glob("*.cpp"))])
-    for name, files in ROBUSTNESS_TESTS.items():
-        build_program(name, healthy, [tests / file for file in files])
+    for name in dict.fromkeys(program for program, _ in STAGES):
+        build_program(name, healthy)
     limits = time_limits(healthy)
     print(f"{len(mutants)} mutants; a stage of the tests may take " + ", ".join(f"{limit:.0f} s" for limit in limits),
           flush=True)
@@ -272,7 +276,7 @@ def main():
     counts = {"killed": 0, "survived": 0, "invalid": 0}
     survivors = []
     with concurrent.futures.ThreadPoolExecutor(arguments.jobs) as pool:
-        jobs = {pool.submit(judge, m, sources, objects, limits): m for m in mutants}
+        jobs = {pool.submit(judge, m, library, objects, limits): m for m in mutants}
         for done, job in enumerate(concurrent.futures.as_completed(jobs), 1):
             result = job.result()
             counts[result] += 1

@@ -133,7 +133,7 @@ soname() {
 # too whose addresses it fills in when the library is loaded.
 symbols() {
     "$nm" --dynamic --defined-only --extern-only --demangle "$prefix/$libraries/libquxml.so" |
-        sed 's/^[0-9a-f]* . //' | sort --unique | diff "$here/symbols.$bits.txt" -
+        sed 's/^[0-9a-f]* . //' | sort --unique | diff "$here/symbols.txt" -
 }
 
 # What is thrown in a program is caught by type in an object that it has loaded, and the other way round.

@@ -8,7 +8,7 @@
 
 namespace quxml_test {
 
-const std::string top = QUXML_TEST_DATA "/../../";
+const std::string top = QUXML_REPOSITORY "/";
 
 namespace {
 

@@ -1,8 +1,7 @@
 #ifndef QUXML_TESTS_DOCS_SOURCE_TABLES_H
 #define QUXML_TESTS_DOCS_SOURCE_TABLES_H
 
-// Compares tables of the documentation with the files of the repository: with names that are declared, with files that are
-// there, and figures with each other.
+// Compares tables of the documentation with the repository: with the names that it declares and the files that it has.
 
 #include <map>
 #include <string>
@@ -11,7 +10,7 @@
 
 namespace quxml_test {
 
-/// Checks a table of a page; the subject is what stands behind ": " in the comment above it.
+/// Checks a table of a page; the subject is what stands after ": " in the comment above it.
 using SourceCheck = void (*)(const Page& page, const Table& table, const std::string& subject);
 
 /// The checks by the words of the comment, such as "files" for `<!-- files: src/dom -->`.

@@ -272,12 +272,20 @@ struct Exemption {
 };
 
 const std::vector<Exemption> exemptions = {
+    {"README.md", "| The library is |", "tests/consumers builds a project in each of these ways"},
+    {"docs/architectures.md", "| Architecture | Machine |", "a description"},
+    {"docs/cookbook.md", "| Recipe |", "its links are followed, its programs run"},
+    {"docs/devices.md", "| Its | 32-bit ARM |",
+     "what the table above it comes to for a file, and what was measured"},
     {"docs/paths.md", "| | Is |", "a grammar; what it allows is run by the tables below it"},
+    {"docs/paths.md", "| Form |", "forms of the queries that are run below"},
+    {"docs/paths.md", "| Predicate among children |", "forms of the predicates that are run above"},
+    {"docs/performance.md", "| Work | In all |", "counted by valgrind"},
     {"docs/performance.md", "| Work | beside | ratio |", "measured and written by `./dev bench --write`"},
     {"docs/performance.md", "| Input, beside libxml2 |", "measured and written by `./dev bench --write`"},
     {"docs/performance.md", "| Path | ms |", "measured and written by `./dev bench --write`"},
-    {"docs/performance.md", "| Operation, ms |", "measured and written by `./dev bench --write`"},
     {"docs/performance.md", "| Heap, 64 bits |", "measured and written by `./dev bench --write`"},
+    {"docs/reliability.md", "| Promise |", "says itself what checks each row"},
     {"docs/sizes.md", "| Architecture | `libtinyxml2.so.9` |", "sizes of files in Debian's packages"},
 };
 

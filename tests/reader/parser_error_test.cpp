@@ -523,7 +523,7 @@ TEST(Failure, of_one_call_leaves_documents_read_before_and_after_alone) {
 // ---- Texts with random faults ----
 
 std::string read_data(const std::string& file) {
-    std::ifstream stream(std::string(QUXML_TEST_DATA) + "/" + file, std::ios::binary);
+    std::ifstream stream(QUXML_REPOSITORY "/tests/data/" + file, std::ios::binary);
     EXPECT_TRUE(stream) << "cannot open " << file;
     return std::string(std::istreambuf_iterator<char>(stream), {});
 }

@@ -10,12 +10,7 @@
 #include <string>
 
 #include "robustness/measured_operations.h"
-
-extern "C" void quxml_measured_work(const std::function<void()>& work);
-
-[[gnu::noinline]] void quxml_measured_work(const std::function<void()>& work) {
-    work();
-}
+#include "support/measured_work.h"
 
 namespace {
 

@@ -96,7 +96,7 @@ TEST(ReadingMemory, is_all_freed_when_the_new_tree_finds_no_memory_halfway) {
 // docs/devices.md has the figures. The file has 55 elements, 37 attributes and 38 texts, with two blocks each but for
 // the root, and the document and its five strings of more than 15 bytes have one more each.
 TEST(ReadingMemory, of_a_small_configuration_is_known) {
-    std::ifstream file(QUXML_TEST_DATA "/../../examples/device.xml");
+    std::ifstream file(QUXML_REPOSITORY "/examples/device.xml");
     const std::string text{std::istreambuf_iterator<char>(file), {}};
     ASSERT_EQ(text.size(), 2005U);
     const CountingHeap before = cpp_heap();

@@ -12,7 +12,7 @@ namespace quxml_test {
 
 namespace {
 
-const std::string folder_of_companions = QUXML_TEST_DATA "/../../tools/manual/companions/";
+const std::string folder_of_companions = QUXML_REPOSITORY "/tools/manual/companions/";
 
 const std::vector<std::string>& get_commands() {
     static const std::vector<std::string> commands{"format", "sort", "check", "loss", "query", "explain",

@@ -87,8 +87,8 @@ TEST_F(Format, indents_by_tabs_or_any_number_of_blanks_as_it_does_by_two) {
     write("library.xml", library_text);
     for (const char* data : {
              "library.xml",
-             QUXML_TEST_DATA "/catalog.xml",
-             QUXML_TEST_DATA "/names.xml",
+             QUXML_REPOSITORY "/tests/data/catalog.xml",
+             QUXML_REPOSITORY "/tests/data/names.xml",
          }) {
         SCOPED_TRACE(data);
         const std::string format = "quxml format --quiet '" + std::string(data) + "' ";

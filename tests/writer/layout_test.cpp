@@ -803,7 +803,7 @@ INSTANTIATE_TEST_SUITE_P(Layout, WideElement, ::testing::ValuesIn(wide_rows),
 // rewrites the expected texts.
 
 std::string golden_path(const std::string& file) {
-    return std::string(QUXML_TEST_DATA) + "/" + file;
+    return QUXML_REPOSITORY "/tests/data/" + file;
 }
 
 std::string read_file(const std::string& path) {

@@ -1,4 +1,4 @@
-#include "measured_work.h"
+#include "support/measured_work.h"
 
 #include <ctime>
 
@@ -6,7 +6,7 @@
     work();
 }
 
-/// Takes the place of the C library's function: libxml2 seeds its dictionaries with the time of day, and how
+/// Takes the place of the C library's function: libxml2 seeds its dictionaries with the time of day, and the way
 /// they grow then would change, by chance, what is counted.
 extern "C" std::time_t time(std::time_t* out) noexcept {
     if (out != nullptr)
