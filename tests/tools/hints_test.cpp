@@ -35,6 +35,9 @@ TEST_F(Hints, name_an_argument_that_is_a_file_and_is_not_taken_for_one) {
 }
 
 TEST_F(Hints, say_that_a_terminal_is_read) {
+    skip_without_terminal();
+    if (IsSkipped())
+        return;
     const std::string hint =
         "quxml: hint: reading standard input from the terminal, since no FILE is given; Ctrl-D ends it\r\n";
     for (const char* command : {"query //b", "format", "sort", "check", "loss", "set //b x=1"}) {

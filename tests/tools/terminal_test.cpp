@@ -17,6 +17,8 @@ protected:
         write("comment.xml", "<a><!-- x --></a>");
     }
 
+    void SetUp() override { skip_without_terminal(); }
+
     /// A terminal puts a carriage return before each line feed.
     std::string show(const std::string& command) const {
         std::string shown = run_on_terminal(
