@@ -17,6 +17,7 @@
 #include "terminal/messages.h"
 #include "terminal/output.h"
 #include "terminal/terminal.h"
+#include "terminal/words.h"
 
 namespace tool {
 
@@ -26,10 +27,10 @@ constexpr const char* help_on_exit_codes =
     "Exit codes:\n"
     "  0  done, or at least one match\n"
     "  1  no match, a difference between documents, or something would be lost (loss)\n"
-    "  2  the command line can not be understood\n"
+    "  2  the command line cannot be understood\n"
     "  3  the document is not well-formed XML, or the work would lose or spoil something\n"
-    "  4  the path can not be understood\n"
-    "  5  reading, writing or memory failed; a reader that closes the pipe is no failure";
+    "  4  the path cannot be understood\n"
+    "  5  reading, writing or memory failed; a reader that closes the pipe is not a failure";
 
 std::string get_version() {
     return "quxml " + std::to_string(QUXML_VERSION_MAJOR) + '.' + std::to_string(QUXML_VERSION_MINOR) + '.' +
@@ -54,10 +55,10 @@ std::string get_complaint(const CLI::App& app, const std::string& word) {
 Failure with_advice(const CLI::App& app, const std::string& message) {
     const std::vector<CLI::App*> commands = app.get_subcommands();
     const std::string command = commands.empty() ? "" : commands.front()->get_name() + ' ';
-    return {ExitCode::usage, message + "\nquxml " + command + "--help tells more."};
+    return {ExitCode::usage, message + "\nquxml " + command + "--help says more."};
 }
 
-/// Answers --help and --version, and refuses everything that can not be understood.
+/// Answers --help and --version, and refuses everything that cannot be understood.
 ExitCode answer(const CLI::App& app, const CLI::ParseError& error) {
     std::ostringstream out;
     std::ostringstream complaint;
@@ -70,7 +71,7 @@ ExitCode answer(const CLI::App& app, const CLI::ParseError& error) {
     return ExitCode::done;
 }
 
-void describe(CLI::App& app, Action& action) {
+void set_up(CLI::App& app, Action& action) {
     app.formatter(std::make_shared<HelpFormatter>());
     app.set_version_flag("--version", get_version(), "Write the version and exit");
     app.set_help_flag("-h,--help", "Write this help and exit");
@@ -85,12 +86,12 @@ void describe(CLI::App& app, Action& action) {
 void refuse_missing_values(int argc, const char* const* argv) {
     for (int i = 1; i < argc && std::string(argv[i]) != "--"; ++i) {
         const std::string argument = argv[i];
-        if (argument.rfind("--", 0) == 0 && argument.back() == '=')
-            throw Failure(ExitCode::usage, argument + ": a value is missing behind the equal sign");
+        if (begins_with(argument, "--") && argument.back() == '=')
+            throw Failure(ExitCode::usage, argument + ": a value is missing after the equal sign");
     }
 }
 
-/// A missing value is told of first: it may be why the rest is not understood.
+/// A missing value is reported first: it may be why the rest is not understood.
 void parse(CLI::App& app, int argc, const char* const* argv) {
     try {
         app.parse(argc, argv);
@@ -113,11 +114,11 @@ std::string get_companion(const CLI::App& app, const std::string& option) {
 ExitCode run(int argc, const char* const* argv) {
     CLI::App app(
         "Looks into XML documents, and changes them so that nothing is lost unseen. Comments, CDATA\n"
-        "sections, text beside other content, prefixes and some more are dropped when a document is read;\n"
-        "\"quxml loss\" lists it, a warning tells of it, and files are not changed in place if it is there.",
+        "sections, text beside other content, prefixes and some more are dropped when a document is read:\n"
+        "\"quxml loss\" lists them, a warning says so, and a file that has any is not changed in place.",
         "quxml");
     Action action;
-    describe(app, action);
+    set_up(app, action);
     std::string companion = argc == 2 ? get_companion(app, argv[1]) : "";
     if (!companion.empty()) {
         write_output(companion);

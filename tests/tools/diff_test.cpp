@@ -85,9 +85,9 @@ TEST_F(Diff, exits_with_the_code_of_what_fails) {
     EXPECT_EQ(run("quxml diff --quiet bad.xml a.xml").err, run("quxml check bad.xml").err);
     EXPECT_EQ(run("quxml diff --quiet bad.xml a.xml").code, 3);
     expect(run("quxml diff a.xml nothing.xml"), 5, "", "quxml: nothing.xml: No such file or directory\n");
-    expect(run("quxml diff a.xml"), 2, "", "quxml: B is required\nquxml diff --help tells more.\n");
+    expect(run("quxml diff a.xml"), 2, "", "quxml: B is required\nquxml diff --help says more.\n");
     expect(run("quxml diff - -"), 2, "",
-           "quxml: only one of A and B can be standard input\nquxml diff --help tells more.\n");
+           "quxml: only one of A and B can be standard input\nquxml diff --help says more.\n");
     EXPECT_EQ(run("quxml diff a.xml a.xml >/dev/full").code, 0);
     EXPECT_EQ(run("echo '<b/>' | quxml diff a.xml - >/dev/full").code, 5);
 }

@@ -98,7 +98,7 @@ TEST_F(Edit, sorts) {
                 "<a><b item=\"1\"/><b item=\"2\"/><c/></a>\n");
     write("b.xml", "<a><b item=\"99999999999\"/><b item=\"1\"/></a>");
     expect(run("quxml sort b.xml"), 3, "",
-           "quxml: b.xml: can not be sorted: an item is a number out of range\n");
+           "quxml: b.xml: cannot be sorted: an item is a number out of range\n");
 }
 
 // ---- Layout ----
@@ -165,8 +165,8 @@ TEST_F(Edit, exits_with_3_rather_than_lose_something) {
     const std::vector<Refused> all = {
         {"text /settings x", "/settings has elements in it; text beside them would be lost"},
         {"add //note x", "/settings/note has text, which would be lost beside an element"},
-        {"remove /settings", "the root element can not be removed"},
-        {"remove '//*'", "the root element can not be removed"},
+        {"remove /settings", "the root element cannot be removed"},
+        {"remove '//*'", "the root element cannot be removed"},
     };
     for (const Refused& one : all)
         expect(run(std::string("quxml ") + one.arguments + " a.xml"), 3, "",
@@ -198,7 +198,7 @@ std::string get_command(const Refused& refused) {
     return arguments.substr(0, arguments.find(' '));
 }
 
-TEST_F(Edit, exits_with_2_for_a_command_line_it_can_not_understand) {
+TEST_F(Edit, exits_with_2_for_a_command_line_it_cannot_understand) {
     const std::vector<Refused> all = {
         {"set //note", "SETTING is required"},
         {"set", "PATH is required"},
@@ -209,40 +209,39 @@ TEST_F(Edit, exits_with_2_for_a_command_line_it_can_not_understand) {
         {"set //note =x a.xml", "SETTING: \"=x\" is not NAME=VALUE, with a name without a prefix"},
         {"set //note x=1 y a.xml", "SETTING: \"y\" is not NAME=VALUE, with a name without a prefix"},
         {"unset //note", "NAME is required"},
-        {"unset //note x=1 a.xml", "NAME: \"x=1\" is no name without a prefix"},
+        {"unset //note x=1 a.xml", "NAME: \"x=1\" is not a name without a prefix"},
         {"set //note x=1 y=2 x=1 a.xml", "SETTING: \"x\" is given more than once"},
         {"add //note b --attribute x=1 --attribute x=2 a.xml", "--attribute: \"x\" is given more than once"},
         {"add //note b --item 1 --attribute item=1 a.xml", "--attribute: \"item\" is given more than once"},
-        {"add //note b --item foo a.xml", "--item: a whole number is wanted, not \"foo\""},
-        {"add //note b --item 1x a.xml", "--item: a whole number is wanted, not \"1x\""},
-        {"add //note b --item '' a.xml", "--item: a whole number is wanted, not \"\""},
+        {"add //note b --item foo a.xml", "--item: expected a whole number, not \"foo\""},
+        {"add //note b --item 1x a.xml", "--item: expected a whole number, not \"1x\""},
+        {"add //note b --item '' a.xml", "--item: expected a whole number, not \"\""},
         {"add //note b --item 99999999999 a.xml",
          "--item: \"99999999999\" is beyond the numbers from -2147483648 to 2147483647"},
-        {"unset //note xml:lang a.xml", "NAME: \"xml:lang\" is no name without a prefix"},
+        {"unset //note xml:lang a.xml", "NAME: \"xml:lang\" is not a name without a prefix"},
         {"text //note", "VALUE is required"},
         {"text //note -v a.xml", "The following argument was not expected: -v"},
         {"text //note x a.xml b.xml", "The following argument was not expected: b.xml"},
         {"add //host", "NAME is required"},
-        {"add //host 'a b' a.xml", "NAME: \"a b\" is no name without a prefix"},
-        {"add //host p:a a.xml", "NAME: \"p:a\" is no name without a prefix"},
+        {"add //host 'a b' a.xml", "NAME: \"a b\" is not a name without a prefix"},
+        {"add //host p:a a.xml", "NAME: \"p:a\" is not a name without a prefix"},
         {"add //host a --attribute b a.xml",
          "--attribute: \"b\" is not NAME=VALUE, with a name without a prefix"},
         {"remove", "PATH is required"},
-        {"sort --indent 17 a.xml", "--indent: a number up to 16 or \"tab\" is wanted, not 17"},
-        {"sort --indent -1 a.xml", "--indent: a number up to 16 or \"tab\" is wanted, not -1"},
-        {"sort --indent two a.xml", "--indent: a number up to 16 or \"tab\" is wanted, not two"},
+        {"sort --indent 17 a.xml", "--indent: expected a number up to 16 or \"tab\", not 17"},
+        {"sort --indent -1 a.xml", "--indent: expected a number up to 16 or \"tab\", not -1"},
+        {"sort --indent two a.xml", "--indent: expected a number up to 16 or \"tab\", not two"},
         {"sort --indent 2 --compact a.xml", "--compact excludes --indent"},
         {"sort --backup a.xml", "--backup requires --in-place"},
         {"sort --lossy a.xml", "--lossy requires --in-place"},
-        {"sort -i --backup=a/b a.xml", "--backup: a suffix for the name of a file is wanted, not \"a/b\""},
+        {"sort -i --backup=a/b a.xml", "--backup: expected a suffix for a file name, not \"a/b\""},
         {"sort -i", "--in-place needs a FILE"},
         {"sort -i -", "--in-place needs a FILE"},
     };
     for (const Refused& one : all) {
         SCOPED_TRACE(one.arguments);
-        expect(
-            run(std::string("quxml ") + one.arguments), 2, "",
-            std::string("quxml: ") + one.message + "\nquxml " + get_command(one) + " --help tells more.\n");
+        expect(run(std::string("quxml ") + one.arguments), 2, "",
+               std::string("quxml: ") + one.message + "\nquxml " + get_command(one) + " --help says more.\n");
     }
 }
 

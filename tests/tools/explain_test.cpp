@@ -30,7 +30,7 @@ TEST_F(Explain, tells_where_each_step_looks) {
         {"//a/*/",
          "step 1: a\n"
          "  search: the root element and all below it, for the name \"a\" in upper or lower case\n"
-         "  note: the search stops at the first match of each branch; what is inside of a match is not "
+         "  note: the search stops at the first match of each branch; what is inside a match is not "
          "found\n"
          "step 2: *\n"
          "  children: those with any name\n"
@@ -63,7 +63,7 @@ TEST_F(Explain, knows_names_that_are_beginnings) {
                 "step 1: a\n"
                 "  search: the root element and all below it, for a name that begins with \"a\" in upper or "
                 "lower case\n"
-                "  note: the search stops at the first match of each branch; what is inside of a match is "
+                "  note: the search stops at the first match of each branch; what is inside a match is "
                 "not found\n");
 }
 
@@ -80,7 +80,7 @@ TEST_F(Explain, tells_what_predicates_keep_of_a_list) {
         {"[last()]", "  [last()] position from the end: keeps the last\n"},
         {"[last()-2]", "  [last()-2] position from the end: keeps the one 2 before the last\n"},
         {"[last()+1]",
-         "  [last()+1] position from the end: keeps none, since nothing comes behind the last\n"},
+         "  [last()+1] position from the end: keeps none, since nothing comes after the last\n"},
         {"[position()=last()]",
          "  [position()=last()] position from the end: keeps the last\n"
          "  note: what stands before last() is ignored\n"},
@@ -92,7 +92,7 @@ TEST_F(Explain, tells_what_predicates_keep_of_a_list) {
         {"[position()<1]", "  [position()<1] position: keeps none\n"},
         {"[position()<0]",
          "  [position()<0] position: keeps those from position 1 to the last\n"
-         "  note: 0 behind < stands for no limit\n"},
+         "  note: 0 after < stands for no limit\n"},
         {"[position()>2]",
          "  [position()>2] position: keeps those from position 3 up to the last but one\n"
          "  note: a predicate with > never keeps the last one\n"},
@@ -100,7 +100,7 @@ TEST_F(Explain, tells_what_predicates_keep_of_a_list) {
          "  [position()<5 and position()>2] position: keeps those from position 3 up to the last but one\n"
          "  note: a predicate with > never keeps the last one\n"
          "  note: what < says is ignored beside >\n"
-         "  note: only the first < > = count, each with the number behind it\n"},
+         "  note: only the first < > = count, each with the number after it\n"},
         {"[position()]",
          "  [position()] position: keeps those from position 1 to the last\n"
          "  note: without < > or = and a number it keeps everything\n"},
@@ -111,16 +111,16 @@ TEST_F(Explain, tells_what_predicates_keep_of_a_list) {
          "  note: the blanks in \"id \" belong to the name\n"},
         {"[b= \"x\"]",
          "  [b= \"x\"] child's text: keeps those that have a child \"b\" whose text is \" \"x\"\n"
-         "  note: the quotes belong to the value, since blanks stand outside of them\n"},
+         "  note: the quotes belong to the value, since blanks stand outside them\n"},
         {"[b=x]", "  [b=x] child's text: keeps those that have a child \"b\" whose text is \"x\"\n"},
         {"[2]",
          "  [2] item: keeps those that have \"2\" as their attribute \"item\"\n"
-         "  note: this is no position; for that, write [position()=2]\n"},
+         "  note: this is not a position; for that, write [position()=2]\n"},
         {"[1]",
          "  [1] item: keeps those that have \"1\" as their attribute \"item\", and of those without it the "
          "first of each "
          "name\n"
-         "  note: this is no position; for that, write [position()=1]\n"},
+         "  note: this is not a position; for that, write [position()=1]\n"},
         {"[x]",
          "  [x] bare text: keeps the only one there is, if a child of its parent with its name has the text "
          "\"x\"\n"
@@ -128,7 +128,7 @@ TEST_F(Explain, tells_what_predicates_keep_of_a_list) {
         {"[@id][2]",
          "  [@id] attribute: keeps those that have the attribute \"id\"\n"
          "  [2] item: keeps those that have \"2\" as their attribute \"item\"\n"
-         "  note: this is no position; for that, write [position()=2]\n"},
+         "  note: this is not a position; for that, write [position()=2]\n"},
         {"[@id",
          "  note: there is no ] at the end; a path is cut at every /, also between quotes\n"
          "  [@i] attribute: keeps those that have the attribute \"i\"\n"},
@@ -146,31 +146,31 @@ TEST_F(Explain, tells_what_predicates_keep_of_a_list) {
 
 TEST_F(Explain, tells_what_predicates_of_single_nodes_compare) {
     const std::string stops =
-        "  note: the search stops at the first match of each branch; what is inside of a match is not "
+        "  note: the search stops at the first match of each branch; what is inside a match is not "
         "found\n";
     const std::vector<Explained> all = {
         {"[@id]", "  [@id] attribute of the node: passes if it has the attribute \"id\"\n"},
         {"[@id='x']",
          "  [@id='x'] attribute of the node: passes if it has \"'x'\" as its attribute \"i\"\n"
-         "  note: the character before = is not taken for a part of the name; for \"id\" write [@id =x]\n"
+         "  note: the character before = is not part of the name; for \"id\" write [@id =x]\n"
          "  note: here quotes belong to the value\n"},
         {"[@id =x]", "  [@id =x] attribute of the node: passes if it has \"x\" as its attribute \"id\"\n"},
         {"[2]",
          "  [2] item of the node: passes if it has \"2\" as its attribute \"item\"\n"
-         "  note: this is no position; those are known only behind a single /\n"},
+         "  note: this is not a position; positions count only after a single /\n"},
         {"[1]",
          "  [1] item of the node: passes if it has \"1\" as its attribute \"item\" or does not have that "
          "attribute\n"
-         "  note: this is no position; those are known only behind a single /\n"},
+         "  note: this is not a position; positions count only after a single /\n"},
         {"[last()]",
          "  [last()] item of the node: passes if it has \"last()\" as its attribute \"item\"\n"
-         "  note: last() tells no position in the first step and behind //\n"},
+         "  note: last() means no position in the first step and after //\n"},
         {"[position()=2]",
          "  [position()=2] child's text: passes if it has a child \"position()\" whose text is \"2\"\n"
-         "  note: position() tells no position in the first step and behind //\n"},
+         "  note: position() means no position in the first step and after //\n"},
         {"[b='x']", "  [b='x'] child's text: passes if it has a child \"b\" whose text is \"x\"\n"},
         {"[@id][2]",
-         "  note: only one predicate counts in the first step and behind //; ignored: [2]\n"
+         "  note: only one predicate counts in the first step and after //; ignored: [2]\n"
          "  [@id] attribute of the node: passes if it has the attribute \"id\"\n"},
     };
     for (const Explained& one : all) {
@@ -194,7 +194,7 @@ TEST_F(Explain, exits_with_4_for_a_path_that_queries_refuse) {
            "step 3: c\n"
            "  children: those with the name \"c\" in upper or lower case\n",
            "");
-    expect(run("quxml explain"), 2, "", "quxml: PATH is required\nquxml explain --help tells more.\n");
+    expect(run("quxml explain"), 2, "", "quxml: PATH is required\nquxml explain --help says more.\n");
 }
 
 }  // namespace

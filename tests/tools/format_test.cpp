@@ -158,7 +158,7 @@ TEST_F(FormatSorted, changes_nothing_when_repeated) {
 TEST_F(FormatSorted, exits_with_3_for_items_beyond_the_range_of_numbers) {
     write("a.xml", "<r><b item='99999999999'/><b item='1'/></r>");
     expect(run("quxml format --sorted a.xml"), 3, "",
-           "quxml: a.xml: can not be sorted: an item is a number out of range\n");
+           "quxml: a.xml: cannot be sorted: an item is a number out of range\n");
     EXPECT_EQ(run("quxml format a.xml").code, 0);
 }
 

@@ -143,14 +143,13 @@ TEST_F(InPlace, keeps_a_backup_of_the_old_text) {
 
 TEST_F(InPlace, wants_a_suffix_for_backups) {
     const std::vector<Refused> all = {
-        {"--backup=", "--backup=: a value is missing behind the equal sign\nquxml set --help"},
-        {"--backup=x/y",
-         "--backup: a suffix for the name of a file is wanted, not \"x/y\"\nquxml set --help"},
+        {"--backup=", "--backup=: a value is missing after the equal sign\nquxml set --help"},
+        {"--backup=x/y", "--backup: expected a suffix for a file name, not \"x/y\"\nquxml set --help"},
     };
     for (const Refused& one : all) {
         SCOPED_TRACE(one.arguments);
         expect(run(std::string("quxml set -i ") + one.arguments + " //host port=80 a.xml"), 2, "",
-               std::string("quxml: ") + one.message + " tells more.\n");
+               std::string("quxml: ") + one.message + " says more.\n");
     }
     EXPECT_EQ(written("a.xml"), old_text);
     EXPECT_EQ(get_files(), Files{"a.xml"});
@@ -172,7 +171,7 @@ TEST_F(InPlace, refuses_with_3_what_would_lose_something) {
         expect(result, 3, "",
                "quxml: a.xml: not touched, this would be lost: 1 comment; \"quxml loss a.xml\" lists them, "
                "--lossy "
-               "changes the file all the same\n");
+               "changes the file anyway\n");
     }
     EXPECT_EQ(get_files(), Files{"a.xml"});
 }

@@ -40,7 +40,7 @@ TEST_F(Input, a_bad_query_does_not_hide_malformed_text) {
     EXPECT_EQ(run("quxml query 'a/b[99999999999]' bad.xml").code, 3);
 }
 
-TEST_F(Input, exits_with_5_for_files_that_can_not_be_read) {
+TEST_F(Input, exits_with_5_for_files_that_cannot_be_read) {
     expect(run("quxml format nothing.xml"), 5, "", "quxml: nothing.xml: No such file or directory\n");
     expect(run("quxml query a nothing.xml"), 5, "", "quxml: nothing.xml: No such file or directory\n");
     expect(run("quxml format ''"), 5, "", "quxml: : No such file or directory\n");
@@ -65,7 +65,7 @@ TEST_F(Input, shows_names_of_files_without_control_characters) {
         shown + ": warning: left out of the output: 1 comment; \"quxml loss " + shown + "\" lists them\n");
     EXPECT_EQ(run_on("quxml set -i /a x=1").err,
               "quxml: " + shown + ": not touched, this would be lost: 1 comment; \"quxml loss " + shown +
-                  "\" lists them, --lossy changes the file all the same\n");
+                  "\" lists them, --lossy changes the file anyway\n");
     write(name, "<a>");
     EXPECT_EQ(run_on("quxml check").err.rfind(shown + ":1:4: error: ", 0), 0U);
     EXPECT_EQ(run("mkdir '\033'; quxml set -i /a x=1 '\033'").err, "quxml: \\x1b: is not a regular file\n");

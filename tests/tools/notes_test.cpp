@@ -68,7 +68,7 @@ const std::vector<Noted>& get_paths_without_match() {
         {"/a/b [2]",
          "",
          {"step 2, b [2]: no element can have the name \"b \"; the blanks belong to it",
-          "step 2, b [2]: this is no position; for that, write [position()=2]"}},
+          "step 2, b [2]: this is not a position; for that, write [position()=2]"}},
         {"/a/b[@]", "", {"step 2, b[@]: a name is missing"}},
         {"/a/b[@*]", "", {"step 2, b[@*]: nothing can have the name \"*\""}},
         {"/a/b[.='x']", "", {"step 2, b[.='x']: nothing can have the name \".\""}},
@@ -78,16 +78,16 @@ const std::vector<Noted>& get_paths_without_match() {
          {"step 2, p:b: a declared prefix is dropped when a document is read, so that only \"b\" is left"}},
         {"//b[@id=2]",
          "",
-         {"step 1, b[@id=2]: the character before = is not taken for a part of the name; for \"id\" write "
+         {"step 1, b[@id=2]: the character before = is not part of the name; for \"id\" write "
           "[@id "
           "=2]"}},
         {"//b[@id=\"O'Brien\"]",
          "",
-         {"step 1, b[@id=\"O'Brien\"]: the character before = is not taken for a part of the name; for "
+         {"step 1, b[@id=\"O'Brien\"]: the character before = is not part of the name; for "
           "\"id\" write "
           "[@id =O'Brien]",
           "step 1, b[@id=\"O'Brien\"]: here quotes belong to the value"}},
-        {"//b[@id = 2]", "", {"step 1, b[@id = 2]: the blank behind = belongs to the value"}},
+        {"//b[@id = 2]", "", {"step 1, b[@id = 2]: the blank after = belongs to the value"}},
         {"//b[foo()]", "", {"step 1, b[foo()]: no such function is known; it is taken for a text"}},
         {"/a/b[foo()]", "", {"step 2, b[foo()]: no such function is known; it is taken for a text"}},
         {"/a/b[text()='y']",
@@ -106,15 +106,15 @@ const std::vector<Noted>& get_paths_without_match() {
          {"step 1, b[c]: to compare an attribute write [@name =c], for the text of a child [name='c']"}},
         {"/a/b[0]",
          "",
-         {"step 2, b[0]: this is no position; positions begin with 1; from the end they are [last()], "
+         {"step 2, b[0]: this is not a position; positions begin with 1; from the end they are [last()], "
           "[last()-1] and so on"}},
         {"/a/b[-1]",
          "",
-         {"step 2, b[-1]: this is no position; positions begin with 1; from the end they are [last()], "
+         {"step 2, b[-1]: this is not a position; positions begin with 1; from the end they are [last()], "
           "[last()-1] and so on"}},
         {"/a/b[-2]",
          "",
-         {"step 2, b[-2]: this is no position; positions begin with 1; from the end they are [last()], "
+         {"step 2, b[-2]: this is not a position; positions begin with 1; from the end they are [last()], "
           "[last()-1] and so on"}},
         {"/a/b[position()=0]", "", {"step 2, b[position()=0]: positions begin with 1; the last is [last()]"}},
         {"/a/b[position()=-1]",
@@ -122,11 +122,11 @@ const std::vector<Noted>& get_paths_without_match() {
          {"step 2, b[position()=-1]: positions begin with 1; the last is [last()]"}},
         {"//b[99999999999999]",
          "",
-         {"step 1, b[99999999999999]: this is no position; those are known only behind a single /",
-          "step 1, b[99999999999999]: it is compared as text here; behind a single / it would be too large"}},
+         {"step 1, b[99999999999999]: this is not a position; positions count only after a single /",
+          "step 1, b[99999999999999]: it is compared as text here; after a single / it would be too large"}},
         {"/a/b[2 or 3]",
          "",
-         {"step 2, b[2 or 3]: this is no position; for that, write [position()=2]",
+         {"step 2, b[2 or 3]: this is not a position; for that, write [position()=2]",
           "step 2, b[2 or 3]: the attribute \"item\" is compared with all of \"2 or 3\""}},
     };
     return paths;
@@ -148,8 +148,8 @@ const std::vector<Noted>& get_paths_with_matches() {
          "1\n2\n3\n",
          {"step 2, b[position()]: without < > or = and a number it keeps everything"}},
         {"/a/b[3]", "1\n", {}},
-        {"/a/b[1]", "2\n", {"step 2, b[1]: this is no position; for that, write [position()=1]"}},
-        {"//b[1]", "2\n3\n", {"step 1, b[1]: this is no position; those are known only behind a single /"}},
+        {"/a/b[1]", "2\n", {"step 2, b[1]: this is not a position; for that, write [position()=1]"}},
+        {"//b[1]", "2\n3\n", {"step 1, b[1]: this is not a position; positions count only after a single /"}},
         {"//b[3]", "1\n", {}},
         {"/a/b[position()>1]",
          "2\n",
@@ -165,12 +165,12 @@ const std::vector<Noted>& get_paths_with_matches() {
           "it"}},
         {"/a/b[position() mod 2=1]",
          "1\n",
-         {"step 2, b[position() mod 2=1]: only the first < > = count, each with the number behind it"}},
+         {"step 2, b[position() mod 2=1]: only the first < > = count, each with the number after it"}},
         {"//b[@id!=2]", "2\n", {"step 1, b[@id!=2]: != is taken for ="}},
         {"//b[@id>=2]", "2\n", {"step 1, b[@id>=2]: >= is taken for ="}},
         {"//b[@id][3]",
          "1\n2\n3\n",
-         {"step 1, b[@id][3]: only one predicate counts in the first step and behind //; ignored: [3]"}},
+         {"step 1, b[@id][3]: only one predicate counts in the first step and after //; ignored: [3]"}},
     };
     return paths;
 }
@@ -279,7 +279,7 @@ TEST_F(PathNotes, of_gaps_are_errors_where_a_document_is_changed) {
             expect(run_with(std::string("quxml ") + command + " -i", one.path, rest), 4, "",
                    std::string("quxml: bad query \"") + one.path + "\": " + one.complaint +
                        ", and nothing is changed on a guess\n"
-                       "\"quxml explain\" tells how a path is taken; put it between quotes.\n");
+                       "\"quxml explain\" shows how a path is taken; put it in quotes.\n");
         }
     }
 }
@@ -296,15 +296,14 @@ TEST_F(PathNotes, are_told_when_there_is_nothing_to_change) {
 TEST_F(PathNotes, have_nothing_in_them_that_a_terminal_would_obey) {
     expect(run("quxml query \"/a/b$(printf '\\033')[3]\" a.xml"), 1, "",
            to_lines({"step 2, b?[3]: no element can have the name \"b?\"; any name is *",
-                     "step 2, b?[3]: this is no position; for that, write [position()=3]"}));
+                     "step 2, b?[3]: this is not a position; for that, write [position()=3]"}));
 }
 
 TEST_F(PathNotes, say_why_a_number_that_is_an_error_among_children_is_none_behind_a_search) {
-    expect(
-        run("quxml query '/a/b[99999999999999]' a.xml"), 4, "",
-        "quxml: bad query \"/a/b[99999999999999]\": step 2, [99999999999999]: the number is too large; "
-        "after // it would be compared as text\n\"quxml explain\" tells how a path is taken; put it between "
-        "quotes.\n");
+    expect(run("quxml query '/a/b[99999999999999]' a.xml"), 4, "",
+           "quxml: bad query \"/a/b[99999999999999]\": step 2, [99999999999999]: the number is too large; "
+           "after // it would be compared as text\n\"quxml explain\" shows how a path is taken; put it in "
+           "quotes.\n");
 }
 
 }  // namespace

@@ -46,7 +46,7 @@ std::string help_of(const Refused& refused) {
                : "";
 }
 
-TEST_F(Program, exits_with_2_for_a_command_line_it_can_not_understand) {
+TEST_F(Program, exits_with_2_for_a_command_line_it_cannot_understand) {
     write("a.xml", "<a/>");
     const std::array<Refused, 17> refused{{
         {"", "A subcommand is required"},
@@ -64,13 +64,13 @@ TEST_F(Program, exits_with_2_for_a_command_line_it_can_not_understand) {
         {"query --prefix", "PATH is required"},
         {"query --compact a a.xml", "The following argument was not expected: --compact"},
         {"query a a.xml b.xml", "The following argument was not expected: b.xml"},
-        {"query --attribute '' a a.xml", "--attribute: a name is wanted"},
-        {"query --attribute= a a.xml", "--attribute=: a value is missing behind the equal sign"},
+        {"query --attribute '' a a.xml", "--attribute: expected a name"},
+        {"query --attribute= a a.xml", "--attribute=: a value is missing after the equal sign"},
     }};
     for (const Refused& one : refused) {
         SCOPED_TRACE(one.arguments);
         expect(run(std::string("quxml ") + one.arguments), 2, "",
-               std::string("quxml: ") + one.message + "\nquxml " + help_of(one) + "--help tells more.\n");
+               std::string("quxml: ") + one.message + "\nquxml " + help_of(one) + "--help says more.\n");
     }
 }
 

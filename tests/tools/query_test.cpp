@@ -102,7 +102,7 @@ TEST_F(Query, exits_with_1_when_nothing_matches_and_says_no_more_than_what_may_b
         {"//nothing", ""},
         {"/library/nothing", ""},
         {"book", "step 1, book: the first step names the root element itself, not a child of it"},
-        {"/library/book[7]", "step 2, book[7]: this is no position; for that, write [position()=7]"},
+        {"/library/book[7]", "step 2, book[7]: this is not a position; for that, write [position()=7]"},
         {"", "step 1, (empty): a name is missing here; any name is *"},
         {"/", "step 1, (empty): a name is missing here; any name is *"},
     };
@@ -124,7 +124,7 @@ TEST_F(Query, takes_paths_that_look_like_something_else) {
     expect_done(run("quxml query '*' format.xml"), "<format>\n  <query/>\n</format>\n");
 }
 
-TEST_F(Query, exits_with_4_for_a_path_it_can_not_understand_and_tells_step_and_predicate) {
+TEST_F(Query, exits_with_4_for_a_path_it_cannot_understand_and_tells_step_and_predicate) {
     const std::string offset = "after last() only a number with its sign can stand, as in [last()-1]";
     const char* two_signs = "exactly one equal sign can stand in the predicate of a child's text";
     const std::vector<std::pair<const char*, std::string>> refused{
@@ -152,7 +152,7 @@ TEST_F(Query, exits_with_4_for_a_path_it_can_not_understand_and_tells_step_and_p
     for (const auto& [path, message] : refused) {
         SCOPED_TRACE(path);
         const std::string said = std::string("quxml: bad query \"") + path + "\": " + message +
-                                 "\n\"quxml explain\" tells how a path is taken; put it between quotes.\n";
+                                 "\n\"quxml explain\" shows how a path is taken; put it in quotes.\n";
         const std::string command = std::string("quxml query '") + path + "' ";
         expect(run(command + "library.xml"), 4, "", said);
         expect(run(command + "<library.xml"), 4, "", said);

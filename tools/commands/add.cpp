@@ -19,7 +19,7 @@ namespace tool {
 namespace {
 
 constexpr const char* help_on_add =
-    "Every element that PATH selects gets a new element, behind those it has. Refused with 3 for\n"
+    "Every element that PATH selects gets a new element, after those it has. Refused with 3 for\n"
     "elements that have text, since the text would be lost. Exits with 1 and writes nothing if PATH\n"
     "selects no element.\n"
     "\n"

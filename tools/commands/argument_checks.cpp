@@ -25,7 +25,7 @@ bool is_name(const std::string& text) {
 }
 
 std::string check_name(const std::string& text) {
-    return is_name(text) ? "" : '"' + text + "\" is no name without a prefix";
+    return is_name(text) ? "" : '"' + text + "\" is not a name without a prefix";
 }
 
 bool is_setting(const std::string& text) {
@@ -42,7 +42,7 @@ std::string check_number(const std::string& text) {
     const char* const end = text.data() + text.size();
     const auto [rest, error] = std::from_chars(text.data(), end, number);
     if (text.empty() || rest != end)
-        return "a whole number is wanted, not " + quote(text);
+        return "expected a whole number, not " + quote(text);
     return error == std::errc() ? "" : quote(text) + " is beyond the numbers from -2147483648 to 2147483647";
 }
 

@@ -23,11 +23,11 @@ std::string check_setting(const std::string& text);
 /// The same for a whole number, as items are.
 std::string check_number(const std::string& text);
 
-/// \throws Failure  (usage) for what is no name, or no NAME=VALUE
+/// \throws Failure  (usage) for what is not a name, or not NAME=VALUE
 void require_name(const std::string& argument, const std::string& text);
 void require_setting(const std::string& argument, const std::string& text);
 
-/// \throws Failure  (usage) if a name is there twice
+/// \throws Failure  (usage) if a name is there twice.
 void require_distinct(const std::string& argument, std::vector<std::string> names);
 
 /// The names of several NAME=VALUE.

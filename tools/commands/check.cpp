@@ -15,8 +15,8 @@ namespace tool {
 namespace {
 
 constexpr const char* help_on_check =
-    "Nothing is written about a file that can be read. All files are looked at; the exit code is the\n"
-    "highest of those that each of them would give.\n"
+    "Nothing is written about a file that can be read. All files are checked; the exit code is the\n"
+    "highest that any of them gives.\n"
     "\n"
     "Examples:\n"
     "  quxml check settings.xml\n"
@@ -55,7 +55,7 @@ ExitCode check(const CheckOptions& options) {
 
 void add_check(CLI::App& app, Action& action) {
     const auto options = std::make_shared<CheckOptions>();
-    CLI::App* command = app.add_subcommand("check", "Tell whether documents are well-formed");
+    CLI::App* command = app.add_subcommand("check", "Check whether documents are well-formed");
     command->add_flag("--quiet", options->quiet, "Only exit with the code");
     command->add_option("FILE", options->files, "The documents; standard input if there is none, or for -");
     command->footer(help_on_check);

@@ -19,8 +19,8 @@ namespace tool {
 namespace {
 
 constexpr const char* help_on_diff =
-    "Compares what the library reads of two documents. Neither the order of attributes counts nor that\n"
-    "of children with different names or different attributes \"item\". Exits with 1 if they differ.\n"
+    "Compares what the library reads of two documents. The order of attributes does not count, nor\n"
+    "does that of children with different names or attributes \"item\". Exits with 1 if they differ.\n"
     "The lines say:\n"
     "  - PATH                 only in A        - PATH/@NAME=\"VALUE\"   an attribute only in A\n"
     "  + PATH                 only in B        + PATH/@NAME=\"VALUE\"   an attribute only in B\n"
@@ -69,9 +69,9 @@ ExitCode diff(const DiffOptions& options) {
 
 void add_diff(CLI::App& app, Action& action) {
     const auto options = std::make_shared<DiffOptions>();
-    CLI::App* command = app.add_subcommand("diff", "Tell in what two documents differ");
+    CLI::App* command = app.add_subcommand("diff", "Show how two documents differ");
     command->add_flag("--quiet", options->quiet,
-                      "Only exit with the code; what can not be read is told all the same");
+                      "Only exit with the code; errors in documents are still reported");
     command->add_option("A", options->one, "A document; standard input if it is -")->required();
     command->add_option("B", options->other, "The other document; standard input if it is -")->required();
     command->footer(help_on_diff);

@@ -14,9 +14,9 @@ namespace tool {
 namespace {
 
 constexpr const char* help_on_explain =
-    "Tells for each step of PATH which nodes it looks at and which predicate compares what. Lines that\n"
-    "begin with \"note:\" say where that may not be what was meant, and lines that begin with\n"
-    "\"error:\" why queries refuse the path; then the exit code is 4.\n"
+    "Says for each step of PATH which nodes it looks at and what each predicate compares. Lines that\n"
+    "begin with \"note:\" say where that may not be what was meant, lines that begin with \"error:\" why\n"
+    "queries refuse the path; the exit code is then 4.\n"
     "\n"
     "Examples:\n"
     "  quxml explain '/catalog/book[2]'\n"
@@ -53,7 +53,7 @@ ExitCode explain(const ExplainOptions& options) {
 
 void add_explain(CLI::App& app, Action& action) {
     const auto options = std::make_shared<ExplainOptions>();
-    CLI::App* command = app.add_subcommand("explain", "Tell how a path is taken, step by step");
+    CLI::App* command = app.add_subcommand("explain", "Show how a path is taken, step by step");
     command->add_flag("--prefix", options->prefix, "For \"query --prefix\"");
     command->add_option("PATH", options->path, "The path")->required();
     command->footer(help_on_explain);

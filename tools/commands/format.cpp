@@ -11,7 +11,7 @@ namespace {
 
 constexpr const char* help_on_format =
     "Comments, CDATA sections, prefixes, the DOCTYPE and text between elements are left out, and so are\n"
-    "\"standalone\" and XML versions other than 1.0; a warning tells of it.\n"
+    "\"standalone\" and XML versions other than 1.0; a warning says so.\n"
     "\n"
     "Examples:\n"
     "  quxml format catalog.xml\n"
@@ -22,7 +22,7 @@ constexpr const char* help_on_format =
 
 void add_format(CLI::App& app, Action& action) {
     const auto options = std::make_shared<RewriteOptions>();
-    CLI::App* command = app.add_subcommand("format", "Write a document anew, an element a line");
+    CLI::App* command = app.add_subcommand("format", "Write a document again, one element per line");
     add_rewrite_options(*command, *options);
     command->add_flag("--sorted", options->sorted,
                       "Children by name, namesakes by their attribute \"item\", else as they stand");

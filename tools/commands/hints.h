@@ -12,7 +12,7 @@ struct Argument {
     std::string value;
 };
 
-/// Tells on standard error, when `file` is standard input, where that may be a mistake: an argument is the name of
+/// Writes to standard error, when `file` is standard input, where that may be a mistake: an argument is the name of
 /// a file, or somebody has to type the document.
 void write_hints(const std::string& file, const std::vector<Argument>& arguments = {});
 

@@ -26,7 +26,7 @@ constexpr const char* help_on_loss =
     "  quxml loss settings.xml\n"
     "  quxml loss settings.xml || echo 'edit this one by hand'";
 
-std::string describe(const std::string& file, const Loss& loss) {
+std::string get_line(const std::string& file, const Loss& loss) {
     return get_label(file) + ':' + std::to_string(loss.place.line) + ':' + std::to_string(loss.place.column) +
            (is_note(loss) ? ": note: " : ": ") + get_name(loss.kind) + ": " + loss.excerpt + '\n';
 }
@@ -38,7 +38,7 @@ ExitCode loss(const std::string& file) {
     const std::vector<Loss> losses = find_losses(document);
     std::string text;
     for (const Loss& one : losses)
-        text += describe(file, one);
+        text += get_line(file, one);
     write_output(text);
     return has_losses(losses) ? ExitCode::no_match : ExitCode::done;
 }

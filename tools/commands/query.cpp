@@ -25,14 +25,14 @@ namespace tool {
 namespace {
 
 constexpr const char* help_on_query =
-    "Matches come in document order, each closed by a line feed, or by a zero byte with --null, which\n"
+    "Matches come in document order, each followed by a line feed, or with --null by a zero byte, which\n"
     "no value can hold. Exits with 1 if there is none. The path starts with the name of the root\n"
     "element; put it in quotes, since the shell has its own use for brackets and stars. Notes on\n"
-    "standard error say where the path does something else than it seems to say and, if nothing\n"
-    "matches, what may be the reason. \"quxml explain\" tells more.\n"
+    "standard error say where the path does something other than it seems to and, if nothing matches,\n"
+    "what may be the reason. \"quxml explain\" says more.\n"
     "CDATA sections, text beside other content and entity references are not read, so queries answer\n"
-    "as if they were not there; a warning tells of it. Of comments, prefixes and the rest of what\n"
-    "\"quxml loss\" lists nothing is said, since only what is found is written.\n"
+    "as if they were not there, and a warning says so. Nothing is said of comments, prefixes and the\n"
+    "rest of what \"quxml loss\" lists, since only what is found is written.\n"
     "\n"
     "Examples:\n"
     "  quxml query '/catalog/book' catalog.xml         all books in the catalog\n"
@@ -61,7 +61,7 @@ struct QueryOptions {
     bool quiet = false;
 };
 
-/// Text is written compact: formatted text has a line feed behind it or not, depending on its siblings.
+/// Text is written compact: formatted text ends with a line feed or not, depending on its siblings.
 std::string get_xml(const quxml::Node& match) {
     std::string text;
     const bool is_element = dynamic_cast<const quxml::Element*>(&match) != nullptr;
@@ -81,9 +81,9 @@ bool has_attribute(const quxml::Node* match, const std::string& name) {
     return element != nullptr && element->get_attribute(name) != nullptr;
 }
 
-using Describe = std::function<std::string(const quxml::Node&)>;
+using ToText = std::function<std::string(const quxml::Node&)>;
 
-Describe get_description(const QueryOptions& options) {
+ToText choose_text(const QueryOptions& options) {
     if (options.value)
         return get_text;
     if (!options.attribute.empty())
@@ -93,10 +93,10 @@ Describe get_description(const QueryOptions& options) {
     return get_xml;
 }
 
-void write_matches(const std::vector<quxml::Node*>& matches, const Describe& describe, char end) {
+void write_matches(const std::vector<quxml::Node*>& matches, const ToText& to_text, char end) {
     std::string text;
     for (const quxml::Node* match : matches) {
-        text += describe(*match) + end;
+        text += to_text(*match) + end;
         if (text.size() >= block_size && !write_output(text))
             return;
     }
@@ -148,12 +148,12 @@ ExitCode query(const QueryOptions& options) {
     if (options.count)
         write_count(matches.size(), end);
     else
-        write_matches(matches, get_description(options), end);
+        write_matches(matches, choose_text(options), end);
     return matches.empty() ? ExitCode::no_match : ExitCode::done;
 }
 
 std::string check_attribute(const std::string& name) {
-    return name.empty() ? "a name is wanted" : "";
+    return name.empty() ? "expected a name" : "";
 }
 
 void add_output_options(CLI::App& command, QueryOptions& options) {
@@ -180,7 +180,7 @@ void add_query(CLI::App& app, Action& action) {
     CLI::App* command = app.add_subcommand("query", "Write the nodes that a path selects");
     command->add_flag("--prefix", options->prefix,
                       "A name in the path also stands for all that begin with it");
-    command->add_flag("-0,--null", options->null, "A zero byte behind each match instead of a line feed");
+    command->add_flag("-0,--null", options->null, "A zero byte after each match instead of a line feed");
     add_output_options(*command, *options);
     command->add_flag("--quiet", options->quiet,
                       "No notes on the path or on content that queries do not see");

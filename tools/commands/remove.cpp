@@ -53,7 +53,7 @@ ExitCode remove(quxml::Document& document, const RemoveOptions& options) {
     if (nodes.empty())
         throw Failure(ExitCode::no_match, "nothing matches " + options.path);
     if (nodes.front() == document.get_root_node())
-        throw Failure(ExitCode::malformed, "the root element can not be removed");
+        throw Failure(ExitCode::malformed, "the root element cannot be removed");
     for (quxml::Node* node : get_topmost(nodes))
         node->get_parent()->remove_child(node);
     return ExitCode::done;

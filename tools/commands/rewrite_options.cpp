@@ -13,12 +13,12 @@ std::string check_indent(const std::string& value) {
     const bool is_number = !value.empty() && value.size() <= 2 &&
                            value.find_first_not_of("0123456789") == std::string::npos &&
                            std::stoul(value) <= widest_indent;
-    return is_number || value == "tab" ? "" : "a number up to 16 or \"tab\" is wanted, not " + value;
+    return is_number || value == "tab" ? "" : "expected a number up to 16 or \"tab\", not " + value;
 }
 
 std::string check_backup(const std::string& suffix) {
     const bool is_suffix = !suffix.empty() && suffix.find('/') == std::string::npos;
-    return is_suffix ? "" : "a suffix for the name of a file is wanted, not \"" + suffix + '"';
+    return is_suffix ? "" : "expected a suffix for a file name, not \"" + suffix + '"';
 }
 
 }  // namespace
@@ -33,9 +33,9 @@ void add_rewrite_options(CLI::App& command, RewriteOptions& options) {
         ->needs(in_place);
     command.add_flag("--lossy", options.lossy, "With -i: change FILE even if something of it is lost")
         ->needs(in_place);
-    command.add_flag("--quiet", options.quiet, "Neither warnings nor notes");
+    command.add_flag("--quiet", options.quiet, "No warnings, notes or hints");
     CLI::Option* compact =
-        command.add_flag("--compact", options.compact, "Everything on one line, closed by a line feed");
+        command.add_flag("--compact", options.compact, "Everything on one line, with a line feed at its end");
     command.add_option("--indent", options.indent, "Blanks for each level, up to 16, or \"tab\"")
         ->type_name("N|tab")
         ->check(CLI::Validator(check_indent, ""))

@@ -17,9 +17,9 @@ namespace tool {
 namespace {
 
 constexpr const char* help_on_set =
-    "Every element that PATH selects gets these attributes; what is there already keeps its place. Behind\n"
-    "the last NAME=VALUE may stand the FILE. A NAME may stand there once. Exits with 1 and writes nothing\n"
-    "if PATH selects no element.\n"
+    "Every element that PATH selects gets these attributes; what is there already keeps its place. FILE\n"
+    "may follow the last NAME=VALUE. Each NAME may be given once. Exits with 1 and writes nothing if PATH\n"
+    "selects no element.\n"
     "\n"
     "Examples:\n"
     "  quxml set -i /settings/network dhcp=no address=10.0.0.7 settings.xml\n"
@@ -42,7 +42,7 @@ ExitCode set(quxml::Document& document, const SetOptions& options) {
     return ExitCode::done;
 }
 
-/// An argument behind the settings is the file.
+/// An argument after the settings is the file.
 void take_file(SetOptions& options) {
     if (options.settings.size() > 1 && !is_setting(options.settings.back())) {
         options.rewrite.file = options.settings.back();

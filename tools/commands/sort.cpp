@@ -11,8 +11,8 @@ namespace tool {
 namespace {
 
 constexpr const char* help_on_sort =
-    "Children get the order of their names, and namesakes that of their attribute \"item\": numbers\n"
-    "first, and behind them those without one, in the order they have. Nothing else changes.\n"
+    "Children are sorted by name, and namesakes by their attribute \"item\": those with a number first,\n"
+    "then those without one, in the order they have. Nothing else changes.\n"
     "\n"
     "Examples:\n"
     "  quxml sort -i settings.xml\n"
@@ -23,7 +23,7 @@ constexpr const char* help_on_sort =
 void add_sort(CLI::App& app, Action& action) {
     const auto options = std::make_shared<RewriteOptions>();
     options->sorted = true;
-    CLI::App* command = app.add_subcommand("sort", "Put a document in the order of names and items");
+    CLI::App* command = app.add_subcommand("sort", "Sort a document by names and items");
     add_rewrite_options(*command, *options);
     add_file_argument(*command, options->file);
     command->footer(help_on_sort);

@@ -19,8 +19,8 @@ namespace {
 constexpr const char* help_on_text =
     "Every element that PATH selects gets VALUE as its text; an empty one removes the text. Refused\n"
     "with 3 for elements that have elements in them, since text beside these would be lost. Exits with\n"
-    "1 and writes nothing if PATH selects no element. A VALUE that begins with -, and neither is - nor\n"
-    "goes on with a digit, stands behind --, and all options stand before that.\n"
+    "1 and writes nothing if PATH selects no element. A VALUE that begins with - has to\n"
+    "come after --, and all options before that, unless it is - alone or a negative number.\n"
     "\n"
     "Examples:\n"
     "  quxml text -i /settings/host/name kitchen settings.xml\n"

@@ -17,9 +17,8 @@ namespace tool {
 namespace {
 
 constexpr const char* help_on_unset =
-    "Attributes that are not there are no failure. If more than one argument stands behind PATH, the\n"
-    "last is the FILE; a single one is a NAME. Exits with 1 and writes nothing if PATH selects no\n"
-    "element.\n"
+    "An attribute that is not there is not a failure. If more than one argument follows PATH, the last\n"
+    "is the FILE; a single one is a NAME. Exits with 1 and writes nothing if PATH selects no element.\n"
     "\n"
     "Examples:\n"
     "  quxml unset -i /settings/network address gateway settings.xml\n"

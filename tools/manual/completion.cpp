@@ -35,7 +35,7 @@ std::string get_command_words(const CLI::App& app) {
 // ---- zsh
 
 /// Between single quotes; brackets and colons mean something to _arguments.
-std::string describe(const std::string& text) {
+std::string escape_for_zsh(const std::string& text) {
     std::string escaped;
     for (const char character : text) {
         if (character == '\'')
@@ -52,15 +52,15 @@ std::string get_zsh_value(const CLI::Option& option) {
     const std::string value = get_value_name(option);
     if (value.empty())
         return "";
-    return value.rfind('[', 0) == 0 ? "::suffix:" : ':' + describe(value) + ':';
+    return value[0] == '[' ? "::suffix:" : ':' + escape_for_zsh(value) + ':';
 }
 
 std::string get_zsh_option(const CLI::Option& option) {
     std::string text;
     for (const std::string& name : get_names(option)) {
-        const bool has_suffix = get_value_name(option).rfind('[', 0) == 0 && name.size() > 2;
+        const bool has_suffix = get_value_name(option)[0] == '[' && name.size() > 2;
         text += " \\\n                '" + name + (has_suffix ? "=-" : "") + '[' +
-                describe(option.get_description()) + ']' + get_zsh_value(option) + '\'';
+                escape_for_zsh(option.get_description()) + ']' + get_zsh_value(option) + '\'';
     }
     return text;
 }
@@ -103,7 +103,7 @@ std::string get_zsh_completion(const CLI::App& app) {
         "    local -a commands\n"
         "    commands=(\n";
     for (const CLI::App* command : get_commands(app))
-        text += "        '" + command->get_name() + ':' + describe(command->get_description()) + "'\n";
+        text += "        '" + command->get_name() + ':' + escape_for_zsh(command->get_description()) + "'\n";
     text +=
         "    )\n"
         "    if ((CURRENT == 2)); then\n"

@@ -101,7 +101,7 @@ std::string HelpFormatter::make_option_opts(const CLI::Option* option) const {
     if (option->get_positional())
         return "";
     const std::string value = get_value_name(*option);
-    return value.empty() || value.rfind('[', 0) == 0 ? value : ' ' + value;
+    return value.empty() || value[0] == '[' ? value : ' ' + value;
 }
 
 }  // namespace tool

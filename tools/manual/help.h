@@ -7,7 +7,7 @@
 
 namespace tool {
 
-// The help, the manual page and the completions are all made of what the commands tell CLI11.
+// The help, the manual page and the completions are all made from what the commands declare to CLI11.
 
 /// Lays the help out: names, what they take, and what they do.
 class HelpFormatter : public CLI::Formatter {

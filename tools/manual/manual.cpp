@@ -29,7 +29,7 @@ std::string to_troff(const std::string& text) {
 
 /// At the beginning of a line a dot would be a request.
 std::string line(const std::string& text) {
-    return (text.rfind('.', 0) == 0 ? "\\&" : "") + to_troff(text) + '\n';
+    return (text[0] == '.' ? "\\&" : "") + to_troff(text) + '\n';
 }
 
 std::string lines(const std::string& text) {
@@ -55,7 +55,7 @@ std::string paragraph(const std::string& text) {
     std::string out;
     bool is_table = false;
     for (std::string one; std::getline(in, one);) {
-        const bool is_row = one.rfind("  ", 0) == 0;
+        const bool is_row = one[0] == ' ';
         if (is_row != is_table)
             out += is_row ? ".PP\n.nf\n" : ".fi\n.PP\n";
         is_table = is_row;
@@ -64,21 +64,21 @@ std::string paragraph(const std::string& text) {
     return out + (is_table ? ".fi\n" : "");
 }
 
-std::string describe_option(const CLI::Option& option) {
+std::string get_option_entry(const CLI::Option& option) {
     std::string names;
     for (const std::string& name : get_names(option))
         names += (names.empty() ? "" : ", ") + ("\\fB" + to_troff(name) + "\\fR");
     const std::string value = get_value_name(option);
     if (!value.empty())
-        names += (value.rfind('[', 0) == 0 ? "" : " ") + ("\\fI" + to_troff(value) + "\\fR");
+        names += (value[0] == '[' ? "" : " ") + ("\\fI" + to_troff(value) + "\\fR");
     return ".TP\n" + names + '\n' + line(option.get_description());
 }
 
-std::string describe_argument(const CLI::Option& argument) {
+std::string get_argument_entry(const CLI::Option& argument) {
     return ".TP\n\\fI" + to_troff(argument.get_name(true)) + "\\fR\n" + line(argument.get_description());
 }
 
-std::string describe_footer(const std::string& footer) {
+std::string get_footer_part(const std::string& footer) {
     const std::size_t end = footer.find(examples);
     if (end == std::string::npos)
         return ".PP\n" + paragraph(footer);
@@ -86,16 +86,16 @@ std::string describe_footer(const std::string& footer) {
            verbatim(footer.substr(end + std::string(examples).size()));
 }
 
-std::string describe_command(const CLI::App& command) {
+std::string get_command_part(const CLI::App& command) {
     std::string text =
         ".SS \"" + to_troff(get_synopsis(command)) + "\"\n" + line(command.get_description() + '.');
     for (const CLI::Option* argument : get_arguments(command))
-        text += describe_argument(*argument);
+        text += get_argument_entry(*argument);
     for (const CLI::Option* option : get_options(command)) {
         if (get_names(*option).back() != "--help")
-            text += describe_option(*option);
+            text += get_option_entry(*option);
     }
-    return text + describe_footer(command.get_footer());
+    return text + get_footer_part(command.get_footer());
 }
 
 constexpr const char* paths =
@@ -110,14 +110,14 @@ constexpr const char* paths =
     "  /a/b[2]         those whose attribute \"item\" is 2\n"
     "  /a/b[last()]    the last; [last()-1] the one before\n"
     "  /a/b[position()=2]    the second; [position()<2] those before it\n"
-    "They look like XPath, and mean something else in places:\n"
-    "  - //b stops at the first b down each branch, which only \"quxml explain\" tells; //* at the\n"
-    "    end of a path finds all nodes, texts too.\n"
-    "  - [2] is no position. [1] also is the first of namesakes without an item.\n"
+    "They look like XPath but sometimes mean something else:\n"
+    "  - //b stops at the first b down each branch, which only \"quxml explain\" points out;\n"
+    "    //* at the end of a path finds all nodes, texts too.\n"
+    "  - [2] is not a position. [1] also selects the first of namesakes without an item.\n"
     "  - [position()>1] leaves out the last; <= and >= are not known.\n"
-    "  - In the first step and behind // only one predicate counts, and no position;\n"
+    "  - In the first step and after // only one predicate counts, and no position;\n"
     "    an attribute is compared as in [@n =v]: a blank before =, and no quotes.\n"
-    "  - [@n=''] behind a single / only asks for the attribute, and [] for nothing. Commands that\n"
+    "  - [@n=''] after a single / only asks for the attribute, and [] for nothing. Commands that\n"
     "    change documents refuse both, and a [ without its ], with 4.\n"
     "  - No value can hold a slash: write the candidates with query --attribute and choose.\n"
     "  - There are no .. and |, no axes, no text(), no != and no \"and\", and no\n"
@@ -125,12 +125,12 @@ constexpr const char* paths =
     "    by query --attribute.\n"
     "  - Names of steps are compared without regard to case, but only of ASCII letters,\n"
     "    whatever the locale; names and values in predicates exactly.\n"
-    "\"quxml explain\" tells how a path is taken, and where that is a surprise. Commands that change\n"
-    "documents say so as well, and query does.\n";
+    "\"quxml explain\" shows how a path is taken and where that is a surprise. Commands that change\n"
+    "documents warn of surprises as well, and so does query.\n";
 
 constexpr const char* limits =
     "Documents that go beyond limits of libxml2 are refused, with 3:\n"
-    "  more than 257 levels of elements\n"
+    "  too many levels of elements: with libxml2 2.9.14, more than 257\n"
     "  names of more than 50,000 bytes\n"
     "  values of attributes of nearly 10,000,000 bytes or more\n";
 
@@ -142,14 +142,15 @@ constexpr const char* sections =
     "With \\fB\\-i\\fR the new text is written to a new file in the folder of FILE, which gets the name\n"
     "of FILE once it has reached the disk. So FILE is whole at any moment, old or new. Mode and owner\n"
     "stay, and symbolic links are followed; other hard links keep the old text, and access lists and\n"
-    "extended attributes are not taken over. FILE is not touched if nothing changes, if something of it\n"
+    "extended attributes are not kept. FILE is not touched if nothing changes, if something of it\n"
     "would be lost (\\fB\\-\\-lossy\\fR overrules this), if the result would not be read back as it is,\n"
-    "or if somebody else changes it meanwhile. A new file that a killed process left behind has a name\n"
+    "or if somebody else changes it in the meantime. A new file that a killed process left behind has a "
+    "name\n"
     "that begins with .quxml\\-.\n"
     ".PP\n"
     "Edited documents keep their XML declaration, if they are UTF\\-8, and their indentation as far as\n"
     "the first child shows it. Line ends become line feeds, a byte\\-order mark is left out, and other\n"
-    "encodings become UTF\\-8; all of this counts as a loss. Blank lines, line breaks inside of tags\n"
+    "encodings become UTF\\-8; all of this counts as a loss. Blank lines, line breaks inside tags\n"
     "and the kind of quotes are not kept either, and do not count.\n"
     ".PP\n"
     "With \\fB\\-\\-backup\\fR the old text stays beside the file, that is beside the target of a link,\n"
@@ -171,7 +172,7 @@ std::string get_manual(const CLI::App& app, const std::string& version) {
     text += ".SH DESCRIPTION\n" + lines(app.get_description());
     text += ".SH COMMANDS\n";
     for (const CLI::App* command : get_commands(app))
-        text += describe_command(*command);
+        text += get_command_part(*command);
     text += ".SH PATHS\n" + paragraph(paths);
     text += sections;
     text += ".SH LIMITS\n" + paragraph(limits);

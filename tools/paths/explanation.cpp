@@ -15,7 +15,7 @@ using Lines = std::vector<std::string>;
 
 std::string describe_offset(int offset) {
     if (offset > 0)
-        return "none, since nothing comes behind the last";
+        return "none, since nothing comes after the last";
     return offset == 0 ? "the last"
                        : "the one " + std::to_string(-static_cast<long>(offset)) + " before the last";
 }

@@ -98,7 +98,7 @@ bool is_search(const PathStep& step) {
 void note_search(const PathStep& step, Notes& notes) {
     if (step.text != "*")
         inform(notes,
-               "the search stops at the first match of each branch; what is inside of a match is not found");
+               "the search stops at the first match of each branch; what is inside a match is not found");
     else if (step.is_last)
         inform(notes, "every node is a match, texts too");
     else
@@ -170,7 +170,7 @@ void note_position(const Predicate& predicate, Notes& notes) {
     if (has_less && predicate.range.counted)
         warn(notes, "what < says is ignored beside >");
     if (has_less && !predicate.range.counted && predicate.range.end == 0)
-        warn(notes, "0 behind < stands for no limit");
+        warn(notes, "0 after < stands for no limit");
     if (contains(predicate.text, "!="))
         warn(notes, "!= is taken for =");
     if (!has_any(predicate.text, "<>="))
@@ -178,7 +178,7 @@ void note_position(const Predicate& predicate, Notes& notes) {
     if (asks_for_no_position(predicate))
         warn(notes, "positions begin with 1; the last is [last()]");
     if (has_unread_words(predicate.text))
-        warn(notes, "only the first < > = count, each with the number behind it");
+        warn(notes, "only the first < > = count, each with the number after it");
 }
 
 std::string get_position_for(int number) {
@@ -189,7 +189,7 @@ std::string get_position_for(int number) {
 
 /// 1 also selects elements without an item.
 void note_item(const Predicate& predicate, Notes& notes) {
-    notes.push_back({"this is no position; " + get_position_for(predicate.number),
+    notes.push_back({"this is not a position; " + get_position_for(predicate.number),
                      predicate.number == 1 ? NoteKind::surprise : NoteKind::possible_reason});
     if (predicate.value.find_first_not_of("+-0123456789") != std::string::npos)
         warn(notes, "the attribute \"item\" is compared with all of " + quote(predicate.value));
@@ -199,7 +199,7 @@ void note_value(const Predicate& predicate, Notes& notes) {
     if (predicate.existence_only && contains(predicate.text, "="))
         warn(notes, "without a value it only asks for the attribute, whatever that is");
     if (has_any(predicate.value, quote_signs))
-        warn(notes, "the quotes belong to the value, since blanks stand outside of them");
+        warn(notes, "the quotes belong to the value, since blanks stand outside them");
 }
 
 // ---- Predicates of single nodes
@@ -211,8 +211,8 @@ void note_cut_name(const Predicate& predicate, std::size_t equal_sign, Notes& no
         return;
     if (has_any(written.substr(written.size() - 1), other_signs))
         return warn(notes, written.substr(written.size() - 1) + "= is taken for =");
-    warn(notes, "the character before = is not taken for a part of the name; for " + quote(written) +
-                    " write [@" + written + " =" + without_quotes(predicate.value) + ']');
+    warn(notes, "the character before = is not part of the name; for " + quote(written) + " write [@" +
+                    written + " =" + without_quotes(predicate.value) + ']');
 }
 
 void note_test_of_attribute(const Predicate& predicate, Notes& notes) {
@@ -222,7 +222,7 @@ void note_test_of_attribute(const Predicate& predicate, Notes& notes) {
         if (has_any(predicate.value, quote_signs))
             warn(notes, "here quotes belong to the value");
         if (begins_with(predicate.value, " "))
-            warn(notes, "the blank behind = belongs to the value");
+            warn(notes, "the blank after = belongs to the value");
     }
     note_name(predicate.name, notes);
 }
@@ -244,16 +244,16 @@ bool is_too_large(const std::string& number) {
 void note_words_of_positions(const Predicate& predicate, Notes& notes) {
     for (const char* word : {"last()", "position()"}) {
         if (contains(predicate.text, word))
-            warn(notes, std::string(word) + " tells no position in the first step and behind //");
+            warn(notes, std::string(word) + " means no position in the first step and after //");
     }
 }
 
 /// 1 also selects elements without an item.
 void note_number(const std::string& number, Notes& notes) {
-    notes.push_back({"this is no position; those are known only behind a single /",
+    notes.push_back({"this is not a position; positions count only after a single /",
                      number == "1" ? NoteKind::surprise : NoteKind::possible_reason});
     if (is_too_large(number))
-        suggest(notes, "it is compared as text here; behind a single / it would be too large");
+        suggest(notes, "it is compared as text here; after a single / it would be too large");
 }
 
 void note_test_of_item(const Predicate& predicate, Notes& notes) {
@@ -280,7 +280,7 @@ std::vector<Note> get_notes_on_nodes(const PathStep& step) {
     if (has_empty_predicate(step))
         warn(notes, "[] asks for nothing; brackets count between quotes too");
     if (!step.ignored.empty())
-        warn(notes, "only one predicate counts in the first step and behind //; ignored: " + step.ignored);
+        warn(notes, "only one predicate counts in the first step and after //; ignored: " + step.ignored);
     return notes;
 }
 

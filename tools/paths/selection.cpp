@@ -22,7 +22,7 @@ quxml::NodeSet find(quxml::Node* root, const std::string& path, NameMatch names)
 
 Failure bad_query(const std::string& path, const std::string& reason) {
     return {ExitCode::bad_query, "bad query \"" + path + "\": " + reason +
-                                     "\n\"quxml explain\" tells how a path is taken; put it between quotes."};
+                                     "\n\"quxml explain\" shows how a path is taken; put it in quotes."};
 }
 
 /// Whether the library would come to a predicate that it refuses depends on the document; a bad query is a bad

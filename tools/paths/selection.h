@@ -9,11 +9,11 @@
 
 namespace tool {
 
-/// How the names in a path are compared, in both cases without regard to case.
+/// How the names in a path are compared, in either way without regard to case.
 enum class NameMatch { whole, prefix };
 
-/// Whether standard error is told where a path may not do what was meant: of surprises, and on a path that selects
-/// nothing also of what may be the reason.
+/// Whether notes on a path are written to standard error: on surprises and, if it selects nothing, on what may be the
+/// reason.
 enum class PathNotes { written, silent };
 
 /// The nodes that a path selects from the root element, in document order.

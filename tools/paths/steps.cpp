@@ -175,7 +175,7 @@ void take_list_predicates(PathStep& step, std::size_t bracket) {
 
 // ---- Single-node test
 
-/// The character before the equal sign is not taken for a part of the name; without any, all of it is.
+/// The character before the equal sign is not part of the name; without any, all of it is.
 void take_test_of_attribute(Predicate& predicate) {
     predicate.kind = PredicateKind::test_attribute;
     const std::size_t equal_sign = predicate.text.find('=');

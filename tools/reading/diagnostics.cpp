@@ -60,7 +60,7 @@ struct Wording {
 };
 
 constexpr std::array<Wording, 4> wordings{{
-    {"Excessive depth in document", "elements are nested too deep, more than 257 levels"},
+    {"Excessive depth in document", "elements are nested too deeply"},
     {"internal error: Huge input lookup", "something is too long, nearly 10,000,000 bytes or more"},
     {"Detected an entity reference loop", "entities hold each other, or too much"},
     {"xmlSAX2Characters: huge text nod", "a text is too long, more than 10,000,000 bytes"},
@@ -93,7 +93,7 @@ Problem find_other_error(std::string_view document, const std::string& reason) {
     if (zero == std::string_view::npos)
         return {true, 1, 1, reason};
     const Place place = PlaceFinder(document).find(zero);
-    return {true, place.line, place.column, "a zero byte, which XML can not have"};
+    return {true, place.line, place.column, "a zero byte, which XML does not allow"};
 }
 
 }  // namespace

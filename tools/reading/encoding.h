@@ -9,11 +9,11 @@ namespace tool {
 /// The encoding that libxml2 converts a document from, such as "ISO-8859-1"; empty if it is UTF-8 or unknown.
 std::string get_encoding(const std::string& document);
 
-/// The document as UTF-8. What can not be converted is given as it is; reading it fails then as well.
+/// The document as UTF-8; as it is if it cannot be converted, which makes reading it fail as well.
 std::string to_utf8(const std::string& document, const std::string& encoding);
 
-/// Whether a document has a character that XML can not have and that libxml2, behind the root element, takes for the
-/// end of the text: the character 0.
+/// Whether a document has the character 0, which XML does not allow and which libxml2, after the root element,
+/// takes for the end of the text.
 bool has_zero_character(const std::string& document);
 
 /// The document without the byte-order mark of UTF-8.

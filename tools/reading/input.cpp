@@ -53,10 +53,10 @@ std::size_t get_size(std::FILE& file) {
     return is_known ? static_cast<std::size_t>(status.st_size) : 0;
 }
 
-/// libxml2 tells of exhausted memory as of an error in the text: with its code 2 or, when there is no memory left
+/// libxml2 reports exhausted memory like an error in the text: with its code 2 or, when there is no memory left
 /// even for a description, without one. It gives the same code to text beyond its limit.
 bool is_out_of_memory(const std::string& message) {
-    return message.rfind(" (error code: ", 0) == 0 ||
+    return begins_with(message, " (error code: ") ||
            (contains(message, " (error code: 2) ") && !contains(message, "huge text nod"));
 }
 

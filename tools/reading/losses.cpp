@@ -63,8 +63,8 @@ struct RawAttribute {
 /// Takes the attributes out of a start tag, which is known to be well-formed, one after the other.
 class AttributeScanner {
 public:
-    AttributeScanner(std::string_view scanned_text, std::size_t first, std::size_t behind)
-        : text(scanned_text.substr(0, behind)), next(first), end(text.size()) {
+    AttributeScanner(std::string_view scanned_text, std::size_t first, std::size_t limit)
+        : text(scanned_text.substr(0, limit)), next(first), end(text.size()) {
         skip_name();
     }
 
@@ -98,7 +98,7 @@ bool is_entity(std::string_view reference) {
            std::find(predefined.begin(), predefined.end(), reference) == predefined.end();
 }
 
-/// Whether a reference stands for a character that an attribute value can not hold as it is.
+/// Whether a reference stands for a character that an attribute value cannot hold as it is.
 bool needs_escape(std::string_view reference) {
     if (reference.substr(0, 1) != "#")
         return reference == "amp" || reference == "lt" || reference == "quot";
@@ -123,7 +123,7 @@ class LossFinder {
 public:
     explicit LossFinder(std::string_view searched_text) : text(searched_text) {}
 
-    /// What libxml2 does not tell of: the XML declaration and line ends, which are told of once.
+    /// What libxml2 does not report: the XML declaration, and line ends, which are listed once.
     void take_text_itself() {
         const std::string_view beginning = "<?xml";
         if (begins_with(text, beginning) && is_white(text.substr(beginning.size(), 1)))
@@ -149,7 +149,7 @@ public:
                 break;
             default:
                 add_piece();
-                add(kind_of(event.kind), event.begin, event.end);
+                add(get_loss_kind(event.kind), event.begin, event.end);
         }
     }
 
@@ -160,7 +160,7 @@ public:
     }
 
 private:
-    static LossKind kind_of(EventKind kind) {
+    static LossKind get_loss_kind(EventKind kind) {
         switch (kind) {
             case EventKind::doctype:
                 return LossKind::doctype;
@@ -177,7 +177,7 @@ private:
 
     void add(LossKind kind, std::size_t begin, std::size_t end) { found.push_back({kind, begin, end}); }
 
-    /// UTF-8 is what is read when no encoding is named, so the name is no loss.
+    /// UTF-8 is what is read when no encoding is named, so the name is not a loss.
     void take_declaration(std::size_t end) {
         AttributeScanner attributes(text, 0, end);
         while (attributes.has_next()) {
@@ -324,8 +324,8 @@ constexpr std::array<Name, 17> kind_names{{
     {"attribute value that needs escapes", "attribute values that need escapes"},
 }};
 
-/// Line ends are told of once however many there are.
-std::string count_of(LossKind kind, std::size_t count) {
+/// Line ends are listed once, however many there are.
+std::string count_in_words(LossKind kind, std::size_t count) {
     const Name name = kind_names.at(static_cast<std::size_t>(kind));
     if (kind == LossKind::line_ends)
         return name.many;
@@ -389,7 +389,7 @@ std::string get_summary(const std::vector<Loss>& losses) {
     std::string summary;
     for (std::size_t i = 0; i < counts.size(); ++i) {
         if (counts.at(i) != 0)
-            summary += (summary.empty() ? "" : ", ") + count_of(static_cast<LossKind>(i), counts.at(i));
+            summary += (summary.empty() ? "" : ", ") + count_in_words(static_cast<LossKind>(i), counts.at(i));
     }
     return summary;
 }

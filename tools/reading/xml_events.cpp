@@ -1,9 +1,9 @@
-// libxml2 calls back once it has read something, and tells how far it has come. With text it may not have come
+// libxml2 calls back once it has read something, and says how far it has come. With text it may not have come
 // to the end yet when it calls. Everything else begins at the next "<", which no text holds, or it is a
 // reference, whose length follows from its name.
 //
 // Entities and the DOCTYPE go to libxml2's own handlers, which know what later references to entities mean;
-// no tree is built. What stands inside an entity is read by a parser of its own and is of no interest here.
+// no tree is built. What stands inside an entity is read by a parser of its own and does not matter here.
 
 #include "reading/xml_events.h"
 
@@ -32,7 +32,7 @@ struct Reading {
     std::exception_ptr failure = nullptr;  // of the handler: exceptions must not pass through libxml2
 };
 
-Reading& reading_of(void* context) {
+Reading& get_reading(void* context) {
     return *static_cast<Reading*>(static_cast<xmlParserCtxtPtr>(context)->_private);
 }
 
@@ -72,16 +72,16 @@ void report(Reading& reading, EventKind kind, std::string_view content) {
 }
 
 void report_if_inside(void* context, EventKind kind, std::string_view content = {}) {
-    Reading& reading = reading_of(context);
+    Reading& reading = get_reading(context);
     if (!is_outside(reading, context))
         report(reading, kind, content);
 }
 
-std::string_view view_of(const xmlChar* text, int size) {
+std::string_view to_view(const xmlChar* text, int size) {
     return {reinterpret_cast<const char*>(text), static_cast<std::size_t>(size)};
 }
 
-std::string string_of(const xmlChar* text) {
+std::string to_string(const xmlChar* text) {
     return reinterpret_cast<const char*>(text);
 }
 
@@ -91,7 +91,7 @@ std::vector<std::string> get_prefixed(const xmlChar** attributes, int count) {
     std::vector<std::string> names;
     for (const xmlChar** one = attributes; one != attributes + count * size; one += size) {
         if (one[1] != nullptr && one[2] != nullptr)
-            names.push_back(string_of(one[1]) + ':' + string_of(one[0]));
+            names.push_back(to_string(one[1]) + ':' + to_string(one[0]));
     }
     return names;
 }
@@ -99,7 +99,7 @@ std::vector<std::string> get_prefixed(const xmlChar** attributes, int count) {
 void on_start(void* context, const xmlChar* /*name*/, const xmlChar* prefix, const xmlChar* uri,
               int /*namespaces*/, const xmlChar** /*namespace_list*/, int attributes, int /*defaulted*/,
               const xmlChar** attribute_list) {
-    Reading& reading = reading_of(context);
+    Reading& reading = get_reading(context);
     if (is_outside(reading, context))
         return;
     Event event{EventKind::start_tag, 0, 0, {}, prefix != nullptr && uri != nullptr};
@@ -115,11 +115,11 @@ void on_end(void* context, const xmlChar* /*name*/, const xmlChar* /*prefix*/, c
 }
 
 void on_text(void* context, const xmlChar* text, int size) {
-    report_if_inside(context, EventKind::text, view_of(text, size));
+    report_if_inside(context, EventKind::text, to_view(text, size));
 }
 
 void on_cdata(void* context, const xmlChar* text, int size) {
-    report_if_inside(context, EventKind::cdata, view_of(text, size));
+    report_if_inside(context, EventKind::cdata, to_view(text, size));
 }
 
 void on_comment(void* context, const xmlChar* /*text*/) {
@@ -131,12 +131,12 @@ void on_instruction(void* context, const xmlChar* /*target*/, const xmlChar* /*d
 }
 
 void on_entity(void* context, const xmlChar* name) {
-    report_if_inside(context, EventKind::entity, view_of(name, xmlStrlen(name)));
+    report_if_inside(context, EventKind::entity, to_view(name, xmlStrlen(name)));
 }
 
 /// The XML declaration has been read.
 void on_start_of_document(void* context) {
-    Reading& reading = reading_of(context);
+    Reading& reading = get_reading(context);
     if (context == reading.parser)
         reading.reached = static_cast<std::size_t>(xmlByteConsumed(reading.parser));
     xmlSAX2StartDocument(context);
@@ -144,7 +144,7 @@ void on_start_of_document(void* context) {
 
 /// It comes before what stands in brackets.
 void on_doctype(void* context, const xmlChar* name, const xmlChar* public_id, const xmlChar* system_id) {
-    Reading& reading = reading_of(context);
+    Reading& reading = get_reading(context);
     if (context == reading.parser)
         report(reading, EventKind::doctype, {});
     xmlSAX2InternalSubset(context, name, public_id, system_id);
@@ -153,19 +153,19 @@ void on_doctype(void* context, const xmlChar* name, const xmlChar* public_id, co
 /// This comes once the DOCTYPE has been read to its end. Nothing outside of the document is loaded.
 void on_doctype_end(void* context, const xmlChar* /*name*/, const xmlChar* /*public_id*/,
                     const xmlChar* /*system_id*/) {
-    Reading& reading = reading_of(context);
+    Reading& reading = get_reading(context);
     if (context == reading.parser)
         reading.reached = static_cast<std::size_t>(xmlByteConsumed(reading.parser));
 }
 
-Problem problem_of(const xmlError& error) {
+Problem to_problem(const xmlError& error) {
     std::string message = error.message == nullptr ? "unknown" : error.message;
     while (!message.empty() && message.back() == '\n')
         message.pop_back();
     return {error.level == XML_ERR_FATAL, error.line, error.int2, message};
 }
 
-/// Versions of libxml2 before 2.11 go on for ever in some loops of entities of a DOCTYPE.
+/// Versions of libxml2 before 2.11 run forever in some loops of entities of a DOCTYPE.
 bool is_endless([[maybe_unused]] const xmlError& error, [[maybe_unused]] const xmlParserCtxt& parser) {
 #if LIBXML_VERSION < 21100
     return error.code == XML_ERR_ENTITY_LOOP && parser.instate == XML_PARSER_DTD;
@@ -176,10 +176,10 @@ bool is_endless([[maybe_unused]] const xmlError& error, [[maybe_unused]] const x
 
 void on_problem(void* context, const xmlError& error) {
     auto* parser = static_cast<xmlParserCtxtPtr>(context);
-    Reading& reading = reading_of(context);
+    Reading& reading = get_reading(context);
     reading.out_of_memory = reading.out_of_memory || error.code == XML_ERR_NO_MEMORY;
     try {
-        reading.problems.push_back(problem_of(error));
+        reading.problems.push_back(to_problem(error));
     } catch (const std::bad_alloc&) {
         reading.out_of_memory = true;
     }

@@ -64,7 +64,7 @@ void Progress::run() {
     }
 }
 
-// A block that wanders from left to right tells that work goes on, but not how far it is.
+// A block that wanders from left to right shows that work goes on, but not how far it has come.
 std::string Progress::get_bar(std::size_t ticks) const {
     constexpr std::size_t block = 5;
     std::string bar(width, '.');

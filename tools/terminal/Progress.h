@@ -41,7 +41,7 @@ private:
     std::thread thread;
 };
 
-/// Tells when the program began; `main` calls it first.
+/// Sets the time at which the program began; `main` calls it first.
 void start_clock();
 
 }  // namespace tool

@@ -3,13 +3,13 @@
 
 namespace tool {
 
-/// What the program tells its caller; it never ends with any other status.
+/// How the program ends; there is no other status.
 enum class ExitCode {
     done = 0,       // a match, or the work is done
     no_match = 1,   // a path selects nothing, documents differ, or one has losses
-    usage = 2,      // the command line can not be understood
+    usage = 2,      // the command line cannot be understood
     malformed = 3,  // the input is not well-formed XML, or the work would lose or spoil something
-    bad_query = 4,  // a path can not be understood
+    bad_query = 4,  // a path cannot be understood
     io = 5,         // reading, writing or memory failed
 };
 

@@ -6,7 +6,7 @@
 namespace tool {
 
 /// Writes `text` to standard output and empties it.
-/// \return false if nobody reads any more (a closed pipe): more output is pointless, and nobody has to be told.
+/// \return false if nobody reads any more (a closed pipe): more output is pointless, and no message is needed.
 /// \throws Failure  (io) if it cannot be written, on a full disk for example.
 bool write_output(std::string& text);
 

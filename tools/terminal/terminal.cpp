@@ -24,10 +24,10 @@ bool is_dumb() {
 /// Some terminals take the characters U+0080 to U+009F for control characters.
 bool is_control_sequence(std::string_view character) {
     constexpr unsigned char first_of_them = 0x80;
-    constexpr unsigned char behind_them = 0xA0;
+    constexpr unsigned char after_them = 0xA0;
     return character.size() == 2 && character[0] == '\xC2' &&
            static_cast<unsigned char>(character[1]) >= first_of_them &&
-           static_cast<unsigned char>(character[1]) < behind_them;
+           static_cast<unsigned char>(character[1]) < after_them;
 }
 
 /// Such characters can make a line read as another: U+200E, U+200F, U+202A to U+202E, U+2066 to U+2069.
@@ -40,16 +40,16 @@ bool changes_direction(std::string_view character) {
                                : last == '\x8E' || last == '\x8F' || (last >= '\xAA' && last <= '\xAE');
 }
 
-/// How many bytes the character at the front has; 0 if it is no UTF-8.
-std::size_t size_of_character(std::string_view text) {
+/// How many bytes the character at the front has; 0 if it is not UTF-8.
+std::size_t count_bytes_of_character(std::string_view text) {
     int size = static_cast<int>(std::min<std::size_t>(text.size(), 4));
     const int character = xmlGetUTF8Char(reinterpret_cast<const unsigned char*>(text.data()), &size);
     return character < 0 ? 0 : static_cast<std::size_t>(size);
 }
 
 /// The character at the front or, where there is none, the byte.
-std::string_view first_of(std::string_view text) {
-    return text.substr(0, std::max<std::size_t>(size_of_character(text), 1));
+std::string_view get_first(std::string_view text) {
+    return text.substr(0, std::max<std::size_t>(count_bytes_of_character(text), 1));
 }
 
 bool is_harmless(std::string_view character) {
@@ -99,7 +99,7 @@ std::string escape_character(std::string_view character) {
 std::string replace_each(std::string_view text, std::string (*replace)(std::string_view character)) {
     std::string replaced;
     while (!text.empty()) {
-        const std::string_view character = first_of(text);
+        const std::string_view character = get_first(text);
         replaced += replace(character);
         text.remove_prefix(character.size());
     }

@@ -13,14 +13,14 @@ bool has_terminal();
 bool has_colours();
 
 /// UTF-8 text that is harmless on any terminal: control characters become question marks, tabs and line ends
-/// blanks, and bytes that are no UTF-8 question marks.
+/// blanks, and bytes that are not UTF-8 question marks.
 std::string to_printable(std::string_view text);
 
 /// The same for a text of several lines, which stay apart.
 std::string to_printable_lines(std::string_view text);
 
-/// Text that is harmless on any terminal, stands on one line between double quotes, and can be told from any
-/// other: control characters, bytes that are no UTF-8, double quotes and backslashes become escapes such as
+/// Text that is harmless on any terminal, stands on one line between double quotes, and can be distinguished from any
+/// other: control characters, bytes that are not UTF-8, double quotes and backslashes become escapes such as
 /// \n, \x1b and \".
 std::string escape_controls(std::string_view text);
 

@@ -1,6 +1,6 @@
 // Elements of the two documents are paired from the root downwards: children of a pair by their names, then by
 // their items. What is left of a name is paired in order, once the equal ones at the front and at the back are
-// out of the way, so that one element more in the middle is told as just that. Fingerprints of whole subtrees
+// out of the way, so that one more element in the middle is reported as just that. Fingerprints of whole subtrees
 // say which are equal; they only choose pairs, whose differences are found by looking at everything.
 
 #include "trees/differences.h"
@@ -136,7 +136,7 @@ private:
         return static_cast<std::size_t>(end.first - pair.one.begin());
     }
 
-    /// How many are equal at the back, behind the first `passed`.
+    /// How many are equal at the back, after the first `passed`.
     std::size_t count_equal_at_back(const Namesakes& pair, std::size_t passed) const {
         std::size_t count = 0;
         while (passed + count < std::min(pair.one.size(), pair.other.size()) &&
@@ -181,13 +181,13 @@ public:
     }
 
 private:
-    void tell(const std::string& line) { goes_on = goes_on && take(line); }
+    void report(const std::string& line) { goes_on = goes_on && take(line); }
 
     void compare(const Pair& pair) {
         if (pair.other == nullptr)
-            return tell("- " + paths.get(*pair.one));
+            return report("- " + paths.get(*pair.one));
         if (pair.one == nullptr)
-            return tell("+ " + other_paths.get(*pair.other));
+            return report("+ " + other_paths.get(*pair.other));
         compare_attributes(pair);
         compare_texts(pair);
         const Pairs pairs = finder.pair_children(*pair.one, *pair.other);
@@ -200,13 +200,13 @@ private:
         for (const auto& [name, value] : attributes) {
             const auto found = others.find(name);
             if (found == others.end())
-                tell("- " + paths.get(*pair.one) + "/@" + name + '=' + show(value));
+                report("- " + paths.get(*pair.one) + "/@" + name + '=' + show(value));
             else if (found->second != value)
-                tell_change(paths.get(*pair.one) + "/@" + name, value, found->second);
+                report_change(paths.get(*pair.one) + "/@" + name, value, found->second);
         }
         for (const auto& [name, value] : others) {
             if (attributes.count(name) == 0)
-                tell("+ " + other_paths.get(*pair.other) + "/@" + name + '=' + show(value));
+                report("+ " + other_paths.get(*pair.other) + "/@" + name + '=' + show(value));
         }
     }
 
@@ -214,11 +214,11 @@ private:
         const std::string text = get_text(*pair.one);
         const std::string other = get_text(*pair.other);
         if (text != other)
-            tell_change(paths.get(*pair.one), text, other);
+            report_change(paths.get(*pair.one), text, other);
     }
 
-    void tell_change(const std::string& path, const std::string& text, const std::string& other) {
-        tell("! " + path + ": " + show(text) + " -> " + show(other));
+    void report_change(const std::string& path, const std::string& text, const std::string& other) {
+        report("! " + path + ": " + show(text) + " -> " + show(other));
     }
 
     PairFinder finder;

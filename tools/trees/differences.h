@@ -8,11 +8,11 @@
 
 namespace tool {
 
-/// Is told of each difference, as one line without its end; false ends the comparison.
+/// Takes each difference, as one line without its end; false ends the comparison.
 using TakeDifference = std::function<bool(const std::string& line)>;
 
-/// Compares two documents by their root elements, in which neither the order of attributes counts nor that of
-/// children with different names or different items. Namesakes without items are matched in their order.
+/// Compares two documents by their root elements, by content: the order of attributes does not count, nor that of
+/// children with different names or items. Namesakes without items are matched in their order.
 void find_differences(const quxml::Node& one, const quxml::Node& other, const TakeDifference& take);
 
 }  // namespace tool

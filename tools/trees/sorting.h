@@ -7,8 +7,8 @@ namespace tool {
 
 /// Puts namesakes in the order of their items, in everything below `root`, which was read with `keep_sorted`
 /// and so is in the order of names. Namesakes with equal items, and those without an item, keep the order
-/// they have; those without go behind all numbers. Sorting what is sorted changes nothing. \throws
-/// std::out_of_range  if a number beyond the range of `int` is compared.
+/// they have; those without come after all numbers. Sorting what is sorted changes nothing.
+/// \throws std::out_of_range  if a number beyond the range of `int` is compared.
 void sort_by_item(quxml::Node* root);
 
 }  // namespace tool

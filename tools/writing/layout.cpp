@@ -25,7 +25,7 @@ std::size_t find_root(std::string_view document) {
 
 std::string get_declaration(std::string_view document) {
     const bool has_one =
-        document.substr(0, 5) == "<?xml" && white_space.find(document.substr(5, 1)) != std::string_view::npos;
+        begins_with(document, "<?xml") && white_space.find(document.substr(5, 1)) != std::string_view::npos;
     if (!has_one)
         return "";
     const std::size_t end = document.find("?>") + 2;

@@ -65,7 +65,7 @@ public:
 
     int get() const { return number; }
 
-    /// Some file systems tell only here that writing failed.
+    /// Some file systems report only here that writing failed.
     bool close() { return ::close(std::exchange(number, -1)) == 0; }
 
 private:
@@ -79,7 +79,7 @@ public:
         : name(path.substr(0, path.rfind('/') + 1) + ".quxml-XXXXXX"),
           file(mkostemp(name.data(), O_CLOEXEC), path) {
         if (!set_owner(status))
-            refuse(path + ": its owner can not be kept");
+            refuse(path + ": its owner cannot be kept");
     }
 
     ~NewFile() {
@@ -104,7 +104,7 @@ public:
     void set_mode(mode_t mode, const std::string& path) {
         constexpr mode_t all_bits = 07777;
         if (::fchmod(file.get(), mode & all_bits) != 0)
-            throw io_failure(path + ": its mode can not be kept");
+            throw io_failure(path + ": its mode cannot be kept");
     }
 
     void close() {
@@ -169,7 +169,7 @@ void require_unchanged(const Original& original) {
     const struct stat& then = original.status;
     if (now.st_ino != then.st_ino || now.st_dev != then.st_dev || now.st_size != then.st_size ||
         !is_same(now.st_mtim, then.st_mtim))
-        throw Failure(ExitCode::io, get_label(original.path) + ": somebody else has changed it meanwhile");
+        throw Failure(ExitCode::io, get_label(original.path) + ": somebody else changed it in the meantime");
 }
 
 void write_new_file(const Original& original, const std::string& text, const std::string& path) {

@@ -14,14 +14,15 @@ struct Original {
     std::string text;
 };
 
-/// Reads a file that is to be replaced later. \throws Failure  (io) if it is no regular file, too.
+/// Reads a file that is to be replaced later.
+/// \throws Failure  (io), also if it is not a regular file.
 Original read_original(const std::string& file);
 
 /// Puts `text` in the place of a file, which at any moment is whole, old or new: the text goes to a new file
 /// beside it, and only when that has reached the disk it gets the old one's name. Mode and owner stay; symbolic
 /// links go on to lead to the file, other hard links keep the old text.
-/// \param backup  what is put behind the file's name for a copy of the old text; empty for none.
-/// \throws Failure  (io) if that can not be done, or if the file has changed since it was read; it is untouched
+/// \param backup  what is added to the file's name for a copy of the old text; empty for none.
+/// \throws Failure  (io) if that cannot be done, or if the file has changed since it was read; the file is untouched.
 void replace_file(const Original& original, const std::string& text, const std::string& backup);
 
 }  // namespace tool

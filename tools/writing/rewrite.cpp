@@ -50,13 +50,13 @@ std::shared_ptr<quxml::Document> parse(const RewriteOptions& options, const std:
             sort_by_item(document->get_root_node());
     } catch (const std::out_of_range&) {
         throw Failure(ExitCode::malformed,
-                      get_label(options.file) + ": can not be sorted: an item is a number out of range");
+                      get_label(options.file) + ": cannot be sorted: an item is a number out of range");
     }
     return document;
 }
 
 /// What to compare a changed tree with; nothing if only the layout changes. A copy takes less time and memory than
-/// another parse, but one that was sorted while it was read tells nothing of the order before.
+/// another parse, but one that was sorted while it was read says nothing about the order before.
 std::shared_ptr<quxml::Document> get_tree_before(const RewriteOptions& options, Purpose purpose,
                                                  const std::string& text, const quxml::Document& document) {
     if (purpose == Purpose::layout)
@@ -96,7 +96,7 @@ void refuse_or_warn(const RewriteOptions& options, Purpose purpose, const std::s
     if (options.in_place && !options.lossy)
         throw Failure(ExitCode::malformed,
                       get_label(options.file) + ": not touched, this would be lost: " + get_summary(losses) +
-                          "; " + get_advice(options.file) + ", --lossy changes the file all the same");
+                          "; " + get_advice(options.file) + ", --lossy changes the file anyway");
     if (!options.quiet)
         write_warning(options.file, get_warning(options, losses));
 }

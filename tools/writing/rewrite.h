@@ -11,7 +11,7 @@
 
 namespace tool {
 
-/// What the commands have in common that read a document and write it, changed or laid out anew.
+/// What the commands that read a document and write it again have in common.
 struct RewriteOptions {
     std::string file = standard_input;
     bool in_place = false;
@@ -25,16 +25,16 @@ struct RewriteOptions {
 };
 
 enum class Purpose {
-    layout,  // the document is laid out anew
+    layout,  // only the layout changes
     change,  // the tree is changed, and the layout stays as far as it can be guessed
 };
 
-/// Changes the tree and tells what to exit with; nothing is written unless that is `done`.
+/// Changes the tree and returns what to exit with; nothing is written unless that is `done`.
 using Change = std::function<ExitCode(quxml::Document&)>;
 
-/// Does the work of such a command: reads, changes, and writes to standard output or in place. A document of
-/// which something would be lost is warned of and, in place, refused. So is a change whose result would not
-/// be read back as it is. In place, nothing is written if the text, or for a change the tree, is as it was.
+/// Does the work of such a command: reads, changes, and writes to standard output or in place. Warns of a document
+/// of which something would be lost and, in place, refuses it. Refuses a change whose result would not be
+/// read back as it is. In place, nothing is written if the text, or for a change the tree, is as it was.
 /// \throws Failure
 ExitCode rewrite(const RewriteOptions& options, Purpose purpose, const Change& change);
 
