@@ -86,7 +86,7 @@ TEST_F(Check, says_in_plain_words_what_goes_beyond_the_limits_of_libxml2) {
     EXPECT_TRUE(contains(text.err, "error: a text is too long, more than 10,000,000 bytes\n"));
 }
 
-/// libxml2 takes the first behind the root element for the end of the text.
+/// libxml2 takes the first one after the root element for the end of the text.
 TEST_F(Check, refuses_zero_bytes_wherever_they_are) {
     for (const char* text : {"<a/>\\n\\0\\0", "<a/>\\n\\0<!-- c -->", "<a/>\\n\\0<b/>garbage"}) {
         SCOPED_TRACE(text);

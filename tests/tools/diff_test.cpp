@@ -58,7 +58,7 @@ TEST_F(Diff, lists_differences_with_paths) {
     }
 }
 
-TEST_F(Diff, tells_of_what_is_not_compared) {
+TEST_F(Diff, warns_of_what_is_not_compared) {
     write("one.xml", "<a><!-- x --></a>");
     write("other.xml", "<a xmlns='u'/>");
     const char* warnings =

@@ -16,7 +16,7 @@ struct Explained {
     const char* text;
 };
 
-TEST_F(Explain, tells_where_each_step_looks) {
+TEST_F(Explain, says_where_each_step_looks) {
     const std::vector<Explained> all = {
         {"a",
          "step 1: a\n"
@@ -67,7 +67,7 @@ TEST_F(Explain, knows_names_that_are_beginnings) {
                 "not found\n");
 }
 
-/// What is told of the last step, behind the line that tells where it looks.
+/// What is said about the last step, after the line that says where it looks.
 std::string get_last_lines(const std::string& text) {
     const std::size_t step = text.rfind("\nstep ");
     const std::size_t first =
@@ -75,7 +75,7 @@ std::string get_last_lines(const std::string& text) {
     return text.substr(first);
 }
 
-TEST_F(Explain, tells_what_predicates_keep_of_a_list) {
+TEST_F(Explain, says_what_predicates_keep_of_a_list) {
     const std::vector<Explained> all = {
         {"[last()]", "  [last()] position from the end: keeps the last\n"},
         {"[last()-2]", "  [last()-2] position from the end: keeps the one 2 before the last\n"},
@@ -144,7 +144,7 @@ TEST_F(Explain, tells_what_predicates_keep_of_a_list) {
                          "  children: none, since there is no name before the predicate; any name is *\n"));
 }
 
-TEST_F(Explain, tells_what_predicates_of_single_nodes_compare) {
+TEST_F(Explain, says_what_predicates_of_single_nodes_compare) {
     const std::string stops =
         "  note: the search stops at the first match of each branch; what is inside a match is not "
         "found\n";

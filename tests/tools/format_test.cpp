@@ -120,7 +120,7 @@ TEST_F(FormatSorted, puts_namesakes_in_the_order_of_their_items_as_numbers) {
                 "<r><a/><b item=\"-1\"/><b item=\"9\"/><b item=\"10\"/></r>\n");
 }
 
-TEST_F(FormatSorted, puts_items_that_are_no_numbers_in_the_order_of_their_text) {
+TEST_F(FormatSorted, puts_items_that_are_not_numbers_in_the_order_of_their_text) {
     expect_done(run(sorted_command("<r><b item=\"y\"/><b item=\"x\"/><b item=\"2\"/></r>")),
                 "<r><b item=\"2\"/><b item=\"x\"/><b item=\"y\"/></r>\n");
 }
@@ -139,7 +139,7 @@ TEST_F(FormatSorted, leaves_namesakes_without_items_in_document_order) {
                 "<r><a item=\"1\"/><b n=\"p\"/><b n=\"q\"/><b n=\"r\"/></r>\n");
 }
 
-TEST_F(FormatSorted, puts_namesakes_without_items_behind_those_with_numbers_and_leaves_attributes_alone) {
+TEST_F(FormatSorted, puts_namesakes_without_items_after_those_with_numbers_and_leaves_attributes_alone) {
     expect_done(run(sorted_command(
                     "<r><b n=\"p\"/><b item=\"2\"/><b item=\"\" n=\"q\"/><b n=\"r\"/><b item=\"1\"/></r>")),
                 "<r><b item=\"1\"/><b item=\"2\"/><b n=\"p\"/><b item=\"\" n=\"q\"/><b n=\"r\"/></r>\n");

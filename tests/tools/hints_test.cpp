@@ -1,4 +1,4 @@
-// What is told when standard input is read and that may be a mistake.
+// What is said when standard input is read and that may be a mistake.
 
 #include <string>
 #include <utility>

@@ -184,7 +184,7 @@ TEST_F(InPlace, lossy_changes_the_file_all_the_same) {
     expect_done(run("quxml set -i --lossy --quiet //host a=1 a.xml"), "");
 }
 
-TEST_F(InPlace, attribute_values_and_texts_that_need_escapes_are_no_loss) {
+TEST_F(InPlace, attribute_values_and_texts_that_need_escapes_are_not_a_loss) {
     write("a.xml", "<a b=\"&lt;&amp;&quot;&#10;\">\n  <c>&#13;</c>\n</a>\n");
     expect_done(run("quxml set -i /a x=1 a.xml"), "");
     EXPECT_EQ(written("a.xml"), "<a b=\"&lt;&amp;&quot;&#10;\" x=\"1\">\n  <c>&#13;</c>\n</a>\n");
@@ -208,7 +208,7 @@ TEST_F(InPlace, leaves_the_file_alone_when_the_work_fails) {
     EXPECT_EQ(get_files(), Files{"a.xml"});
 }
 
-TEST_F(InPlace, exits_with_5_for_what_is_no_file_to_be_replaced) {
+TEST_F(InPlace, exits_with_5_for_what_is_not_a_file_to_be_replaced) {
     EXPECT_EQ(run("mkdir folder; mkfifo pipe; ln -s nowhere broken").code, 0);
     const std::vector<Refused> all = {
         {"folder", "folder: is not a regular file"},
@@ -339,7 +339,7 @@ TEST_F(Killed, leaves_the_old_file_or_the_new_one) {
     expect_old_or_new(40, SIGKILL);
 }
 
-TEST_F(Killed, leaves_nothing_else_behind_when_asked_to_end) {
+TEST_F(Killed, leaves_no_other_file_behind_when_asked_to_end) {
     expect_old_or_new(20, SIGTERM);
     expect_old_or_new(20, SIGINT);
     EXPECT_EQ(get_files(), Files{"a.xml"});

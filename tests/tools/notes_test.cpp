@@ -16,9 +16,9 @@ protected:
         write("a.xml", "<a><b id='1' item='3'><c>x</c></b><b id='2'>y</b><b id='3'><b id='4'/></b></a>");
     }
 
-    Result run_with(const std::string& before, const std::string& path, const std::string& behind) const {
+    Result run_with(const std::string& before, const std::string& path, const std::string& after) const {
         write("path", path);
-        return run(before + " \"$(cat path)\" " + behind);
+        return run(before + " \"$(cat path)\" " + after);
     }
 };
 
@@ -37,7 +37,7 @@ std::string to_lines(const std::vector<std::string>& notes) {
     return lines;
 }
 
-/// Of which nothing matches, so that all hints are told.
+/// Of which nothing matches, so that all notes are written.
 const std::vector<Noted>& get_paths_without_match() {
     static const std::vector<Noted> paths = {
         {"", "", {"step 1, (empty): a name is missing here; any name is *"}},
@@ -132,7 +132,7 @@ const std::vector<Noted>& get_paths_without_match() {
     return paths;
 }
 
-/// Which match, so that only surprises are told.
+/// Which match, so that only surprises are written.
 const std::vector<Noted>& get_paths_with_matches() {
     static const std::vector<Noted> paths = {
         {"/a/b", "1\n2\n3\n", {}},
@@ -161,7 +161,7 @@ const std::vector<Noted>& get_paths_with_matches() {
         {"/a/b[position()!=2]", "2\n", {"step 2, b[position()!=2]: != is taken for ="}},
         {"/a/b[position()=1 or position()=3]",
          "1\n",
-         {"step 2, b[position()=1 or position()=3]: only the first < > = count, each with the number behind "
+         {"step 2, b[position()=1 or position()=3]: only the first < > = count, each with the number after "
           "it"}},
         {"/a/b[position() mod 2=1]",
          "1\n",
@@ -175,14 +175,14 @@ const std::vector<Noted>& get_paths_with_matches() {
     return paths;
 }
 
-TEST_F(PathNotes, are_told_by_a_query_that_matches_nothing_if_they_may_be_the_reason) {
+TEST_F(PathNotes, are_written_by_a_query_that_matches_nothing_if_they_may_be_the_reason) {
     for (const Noted& one : get_paths_without_match()) {
         SCOPED_TRACE(one.path);
         expect(run_with("quxml query", one.path, "a.xml"), 1, one.selected, to_lines(one.notes));
     }
 }
 
-TEST_F(PathNotes, are_told_by_a_query_that_matches_if_they_are_surprises) {
+TEST_F(PathNotes, are_written_by_a_query_that_matches_if_they_are_surprises) {
     for (const Noted& one : get_paths_with_matches()) {
         SCOPED_TRACE(one.path);
         expect(run_with("quxml query --attribute id", one.path, "a.xml"), 0, one.selected,
@@ -232,7 +232,7 @@ TEST_F(PathNotes, are_among_those_that_explain_gives) {
     }
 }
 
-TEST_F(PathNotes, are_told_before_a_document_is_changed) {
+TEST_F(PathNotes, are_written_before_a_document_is_changed) {
     const std::string spared =
         "quxml: note: step 2, b[position()>1]: a predicate with > never keeps the last one\n";
     write("b.xml", "<a><b/><b/><b/></a>");
@@ -284,7 +284,7 @@ TEST_F(PathNotes, of_gaps_are_errors_where_a_document_is_changed) {
     }
 }
 
-TEST_F(PathNotes, are_told_when_there_is_nothing_to_change) {
+TEST_F(PathNotes, are_written_when_there_is_nothing_to_change) {
     expect(
         run("quxml set /a/@id x=1 a.xml"), 1, "",
         to_lines({"step 2, @id: no element can have the name \"@id\"; attributes are not selected; \"quxml "
@@ -299,7 +299,7 @@ TEST_F(PathNotes, have_nothing_in_them_that_a_terminal_would_obey) {
                      "step 2, b?[3]: this is not a position; for that, write [position()=3]"}));
 }
 
-TEST_F(PathNotes, say_why_a_number_that_is_an_error_among_children_is_none_behind_a_search) {
+TEST_F(PathNotes, say_why_a_number_that_is_an_error_among_children_is_not_one_after_a_search) {
     expect(run("quxml query '/a/b[99999999999999]' a.xml"), 4, "",
            "quxml: bad query \"/a/b[99999999999999]\": step 2, [99999999999999]: the number is too large; "
            "after // it would be compared as text\n\"quxml explain\" shows how a path is taken; put it in "

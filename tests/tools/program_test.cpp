@@ -9,7 +9,7 @@ namespace {
 
 using Program = Quxml;
 
-TEST_F(Program, tells_its_version) {
+TEST_F(Program, says_its_version) {
     expect_done(run("quxml --version"), "quxml 1.0.0\n");
 }
 
@@ -28,7 +28,7 @@ TEST_F(Program, help_on_a_command_names_its_options) {
     EXPECT_EQ(format.code, 0);
     EXPECT_EQ(format.err, "");
     for (const char* part : {"Usage: quxml format [OPTIONS] [FILE]", "--compact", "--sorted",
-                             "--no-declaration", "Everything on one line, closed by a line feed"})
+                             "--no-declaration", "Everything on one line, with a line feed at its end"})
         EXPECT_TRUE(contains(format.out, part)) << part;
 
     const Result query = run("quxml query --help");

@@ -124,7 +124,7 @@ TEST_F(Query, takes_paths_that_look_like_something_else) {
     expect_done(run("quxml query '*' format.xml"), "<format>\n  <query/>\n</format>\n");
 }
 
-TEST_F(Query, exits_with_4_for_a_path_it_cannot_understand_and_tells_step_and_predicate) {
+TEST_F(Query, exits_with_4_for_a_path_it_cannot_understand_and_names_step_and_predicate) {
     const std::string offset = "after last() only a number with its sign can stand, as in [last()-1]";
     const char* two_signs = "exactly one equal sign can stand in the predicate of a child's text";
     const std::vector<std::pair<const char*, std::string>> refused{
@@ -160,7 +160,7 @@ TEST_F(Query, exits_with_4_for_a_path_it_cannot_understand_and_tells_step_and_pr
     }
 }
 
-TEST_F(Query, tells_a_bad_query_from_no_match_whatever_the_document_holds) {
+TEST_F(Query, distinguishes_a_bad_query_from_no_match_whatever_the_document_holds) {
     write("other.xml", "<other/>");
     EXPECT_EQ(run("quxml query 'library/book[position()>=1]' other.xml").code, 4);
     EXPECT_EQ(run("quxml query 'library/book[position()>1]' other.xml").code, 1);

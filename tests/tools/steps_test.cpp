@@ -1,4 +1,4 @@
-// What "quxml explain" tells is put to the test: the steps that it describes are carried out here one by one, in
+// What "quxml explain" says is put to the test: the steps that it describes are carried out here one by one, in
 // the plainest way, and have to select what the library's engine selects.
 
 #include "paths/steps.h"
