@@ -16,7 +16,7 @@ std::string read_file(const std::string& name) {
     std::ifstream file(name, std::ios::binary);
     std::ostringstream text;
     if (!file || !(text << file.rdbuf()))
-        throw std::runtime_error("can not read " + name);
+        throw std::runtime_error("cannot read " + name);
     return text.str();
 }
 
@@ -27,7 +27,7 @@ void replace_file(const std::string& name, const std::string& text) {
     file << text;
     file.close();
     if (!file || std::rename(fresh.c_str(), name.c_str()) != 0)
-        throw std::runtime_error("can not write " + name);
+        throw std::runtime_error("cannot write " + name);
 }
 
 // What a device does when it starts.

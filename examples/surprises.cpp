@@ -73,8 +73,8 @@ void greater_than() {
 void attribute_in_search() {
     auto document = read("<r><x id='a' lang='en'/><y><x id='b' lang='en'/></y></r>");
     Element& root = *document->get_root_node();
-    find(root, "//x[@lang='en']");    // asks for "lan", and for a value with quotes
-    find(root, "//x[@lang =en]");     // the blank before "=" is what is cut off
+    find(root, "//x[@lang='en']");    // asks for "lan" and a value with quotes
+    find(root, "//x[@lang =en]");     // here the blank before "=" is cut off
     find(root, "r/y/x[@lang='en']");  // in a step among children
     find(root, "r/y/x[@lang =en]");   // where the blank belongs to the name
 }
@@ -89,7 +89,7 @@ void one_predicate() {
 void nested() {
     auto document = read("<r><box id='outer'><box id='inner'/></box></r>");
     Element& root = *document->get_root_node();
-    find(root, "//box");  // below a match the search does not go on
+    find(root, "//box");  // does not search below a match
     quxml::NodeSet boxes;
     for (quxml::Node* node : root.find_exact_match("//*")) {  // everything
         if (node->get_name() == "box")
@@ -122,7 +122,7 @@ void cdata() {
 void attribute_values() {
     Element element("a", nullptr, false);
     element.set_attribute("b", "1 < 2");
-    write(element);  // no XML
+    write(element);  // not XML
     element.set_attribute("b", "1 &lt; 2");
     write(element);
 }
@@ -159,7 +159,7 @@ void renaming_in_sorted() {
 
 void constructors() {
     Element root("r", nullptr, false);
-    auto* child = new Element("x", &root, false);  // knows its parent, and the parent does not know it
+    auto* child = new Element("x", &root, false);  // knows its parent, but the parent does not know it
     write(root);
     root.add_new_node(child);
     write(root);
@@ -170,7 +170,7 @@ void exchanging_text() {
     Element root("r", nullptr, false);
     quxml::TextNode* node = root.add_child_text("old");
     std::string text = "new";
-    node->set_content(std::move(text));  // is left with the former content
+    node->set_content(std::move(text));  // text now holds the former content
     std::cout << node->get_content() << ' ' << text << '\n';
 }
 
@@ -197,8 +197,8 @@ void replaced_root() {
     quxml::Document document(false);
     Element* former = document.create_root_node("former");
     document.set_root_node(new Element("new", nullptr, false));
-    write(*former);  // is still there
-    delete former;   // and has to be destroyed; create_root_node would have done that
+    write(*former);  // still there
+    delete former;   // has to be destroyed; create_root_node would have done that
     write(*document.get_root_node());
 }
 

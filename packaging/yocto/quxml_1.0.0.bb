@@ -5,7 +5,7 @@ SECTION = "libs"
 LICENSE = "MIT"
 LIC_FILES_CHKSUM = "file://LICENSE;md5=c80f87bf91445fc995a7ff45081fc88d"
 
-# The archive stands in a folder `files` beside this recipe; README.md of the folder above tells how to make it.
+# The archive is in a folder `files` beside this recipe; README.md in the folder above says how to make it.
 SRC_URI = "file://${BP}.tar.gz"
 
 DEPENDS = "libxml2"
@@ -25,7 +25,7 @@ PACKAGECONFIG[tool] = "-DQUXML_BUILD_TOOLS=ON,-DQUXML_BUILD_TOOLS=OFF,cli11"
 
 PACKAGES =+ "${PN}-tool"
 FILES:${PN}-tool = "${bindir}/quxml ${datadir}/bash-completion ${datadir}/zsh"
-# What shows trees in gdb.
+# The script that shows trees in gdb.
 FILES:${PN}-dev += "${datadir}/gdb ${datadir}/quxml"
 
 BBCLASSEXTEND = "native nativesdk"
