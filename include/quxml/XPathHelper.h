@@ -153,11 +153,6 @@ public:
     bool attribute_matches_node(Element* element, const std::string& predicate) const;
 
 private:
-    friend class Node;
-
-    /// Runs a query and adds its nodes to the results; false if the path is empty or all white space.
-    QUXML_HIDDEN bool run(Node* node, std::string path) const;
-
     mutable NodeSet results;
     StringComparator comparator;
 };

@@ -5,7 +5,7 @@
 #include <array>
 #include <functional>
 #include <locale>
-#include <string>
+#include <string_view>
 
 namespace quxml {
 
@@ -23,12 +23,10 @@ public:
 
     bool operator()(char a, char b) const { return a == b || fold(a) == fold(b); }
 
-    bool equals(const std::string& a, const std::string& b) const {
-        return a.size() == b.size() && begins(a, b);
-    }
+    bool equals(std::string_view a, std::string_view b) const { return a.size() == b.size() && begins(a, b); }
 
     /// Whether the beginning of `text` equals `prefix`; every text begins with an empty one.
-    bool begins(const std::string& text, const std::string& prefix) const {
+    bool begins(std::string_view text, std::string_view prefix) const {
         return text.size() >= prefix.size() &&
                std::equal(prefix.begin(), prefix.end(), text.begin(), std::cref(*this));
     }

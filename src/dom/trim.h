@@ -1,15 +1,15 @@
 #ifndef QUXML_DOM_TRIM_H
 #define QUXML_DOM_TRIM_H
 
-#include <string>
+#include <string_view>
 
 namespace quxml {
 
-/// Removes what the global locale takes for white space from both ends of `text`.
-void trim_space(std::string& text);
+/// `text` without what the global locale takes for white space at its ends.
+std::string_view trim_space(std::string_view text);
 
 /// `text` without any of the `characters` at its ends.
-std::string trim(const std::string& text, const char* characters);
+std::string_view trim(std::string_view text, std::string_view characters);
 
 }  // namespace quxml
 

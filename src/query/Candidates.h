@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "prefetch.h"
 #include "quxml/Node.h"
 
 namespace quxml {
@@ -14,9 +15,11 @@ using Candidates = std::vector<Node*>;
 template <typename Test>
 void keep_if(Candidates& nodes, Test is_kept) {
     auto kept = nodes.begin();
-    for (Node* node : nodes) {
-        if (is_kept(node))
-            *kept++ = node;
+    for (auto next = nodes.begin(); next != nodes.end(); ++next) {
+        if (nodes.end() - next > 2)
+            prefetch_attributes(next[2]);
+        if (is_kept(*next))
+            *kept++ = *next;
     }
     nodes.erase(kept, nodes.end());
 }

@@ -1,18 +1,16 @@
 #include "ListPredicate.h"
 
-#include <utility>
-
 #include "dom/integer.h"
 #include "positions.h"
 
 namespace quxml {
 
-ListPredicate::ListPredicate(std::string predicate) : text(std::move(predicate)), kind(classify(text)) {}
+ListPredicate::ListPredicate(std::string_view predicate) : text(predicate), kind(classify(text)) {}
 
 /// The first kind that fits wins.
-ListPredicate::Kind ListPredicate::classify(const std::string& predicate) {
+ListPredicate::Kind ListPredicate::classify(std::string_view predicate) {
     const auto contains = [&predicate](const char* part) {
-        return predicate.find(part) != std::string::npos;
+        return predicate.find(part) != std::string_view::npos;
     };
     if (predicate.empty())
         return empty;
@@ -44,14 +42,14 @@ void ListPredicate::filter(Candidates& nodes) {
     }
 }
 
-const NameAndValue& ListPredicate::get_pair() {
+NameAndValue ListPredicate::get_pair() {
     if (!pair)
         pair = kind == attribute ? read_attribute_pair(text.substr(1)) : read_child_value(text);
     return *pair;
 }
 
 void ListPredicate::filter_by_item_or_literal(Candidates& nodes) const {
-    if (read_integer(text)) {
+    if (read_integer(std::string(text))) {
         keep_item(text, nodes);
     } else {
         keep_with_literal(text, nodes);

@@ -2,7 +2,7 @@
 #define QUXML_QUERY_LIST_PREDICATE_H
 
 #include <optional>
-#include <string>
+#include <string_view>
 
 #include "Candidates.h"
 #include "values.h"
@@ -14,7 +14,7 @@ namespace quxml {
 /// query reaches may be nonsense.
 class ListPredicate {
 public:
-    explicit ListPredicate(std::string predicate);
+    explicit ListPredicate(std::string_view predicate);
 
     /// Keeps the nodes that satisfy the predicate, in their order.
     /// \throws std::invalid_argument, std::out_of_range if the predicate cannot be read; `nodes` is
@@ -24,11 +24,11 @@ public:
 private:
     enum Kind { empty, last, position, attribute, child_value, item_or_literal };
 
-    static Kind classify(const std::string& predicate);
-    const NameAndValue& get_pair();
+    static Kind classify(std::string_view predicate);
+    NameAndValue get_pair();
     void filter_by_item_or_literal(Candidates& nodes) const;
 
-    std::string text;
+    std::string_view text;
     Kind kind;
     std::optional<NameAndValue> pair;  // of an attribute or child value predicate, once it has been read
 };

@@ -4,7 +4,7 @@
 // The predicate of the single-node test: about the element itself, or about the text of a child.
 
 #include <optional>
-#include <string>
+#include <string_view>
 
 #include "quxml/Element.h"
 #include "values.h"
@@ -14,7 +14,7 @@ namespace quxml {
 /// A predicate about the element itself: `@name`, `@name =value` or an item.
 class ElementTest {
 public:
-    explicit ElementTest(const std::string& predicate);
+    explicit ElementTest(std::string_view predicate);
 
     bool accepts(const Element& element) const;
 
@@ -22,15 +22,15 @@ private:
     enum Kind { has_attribute, attribute_equals, item_equals };
 
     Kind kind;
-    std::string name;   // of the attribute
-    std::string value;  // of the attribute or item
+    std::string_view name;   // of the attribute
+    std::string_view value;  // of the attribute or item
 };
 
 /// A predicate that tests one node. It is taken apart at once.
 class NodePredicate {
 public:
     /// \throws std::invalid_argument if it is about a child and has more than one "=".
-    explicit NodePredicate(const std::string& text);
+    explicit NodePredicate(std::string_view text);
 
     bool accepts(const Node* node) const;
 

@@ -1,75 +1,87 @@
 #include "Step.h"
 
-#include <utility>
+#include <algorithm>
 
 #include "dom/NodeAccess.h"
 #include "dom/split.h"
+#include "prefetch.h"
 
 namespace quxml {
 
-Step::Step(std::string step)
-    : text(std::move(step)),
-      bracket(text.find('[')),
-      name_test(text.substr(0, bracket)),
-      takes_any_name(name_test == "*") {}
+Step::Step(std::string_view step) : text(step), name_size(std::min(step.find('['), step.size())) {}
 
-bool Step::accepts(const Node* node, const StringComparator& comparator) {
-    if (is_empty())
-        return false;
-    if (!takes_any_name && !comparator(NodeAccess::name(*node), name_test))
-        return false;
+void Step::select_children(const Node* parent, NameComparator& names, Candidates& selected) {
+    if (names.is_users()) {
+        note_before_testing(parent, names, selected);
+    } else {
+        test_before_noting(parent, names, selected);
+    }
     if (!has_predicates())
-        return true;
-    if (!node_predicate)
-        read_node_predicate();
-    return node_predicate->accepts(node);
-}
-
-void Step::select_children(const Node* parent, const StringComparator& comparator, Candidates& selected) {
-    const NodeList& children = NodeAccess::children(*parent);
-    selected.assign(children.begin(), children.end());
-    if (is_empty())
         return;
-    keep_if(selected, [&](const Node* child) { return accepts_name(child, comparator); });
-    if (!list_predicates)
-        read_list_predicates();
-    for (ListPredicate& predicate : *list_predicates)
+    for (ListPredicate& predicate : get_list_predicates())
         predicate.filter(selected);
 }
 
-// Deliberate: an empty name test, as in "[1]", passes no child.
-// Test: Cuts/ListFilter.Selects/AnEmptyNameTestKeepsNothing.
-bool Step::accepts_name(const Node* node, const StringComparator& comparator) const {
-    if (takes_any_name)
-        return true;
-    return !name_test.empty() && comparator(NodeAccess::name(*node), name_test);
+// A user's comparator may change the list of children.
+void Step::note_before_testing(const Node* parent, NameComparator& names, Candidates& selected) const {
+    const NodeList& children = NodeAccess::children(*parent);
+    selected.assign(children.begin(), children.end());
+    keep_if(selected, [&](const Node* child) { return accepts_name(child, names); });
+}
+
+void Step::test_before_noting(const Node* parent, NameComparator& names, Candidates& selected) const {
+    selected.clear();
+    const Node* before = parent;
+    for (Node* child : NodeAccess::children(*parent)) {
+        prefetch_sibling(before, child);
+        before = child;
+        if (accepts_name(child, names))
+            selected.push_back(child);
+    }
 }
 
 // Deliberate: only the first predicate is read; a "]" before the "[" leaves it open to the end of the step.
-// Tests: Brackets/SingleNode.Selects/ItIsDeliberateThatFurtherPredicatesAreIgnored,
-// SingleNodeTest.AClosingBracketBeforeTheOpeningOneLetsThePredicateRunToTheEnd.
-void Step::read_node_predicate() {
-    const std::size_t begin = bracket + 1;
-    const std::size_t end = text.find(']');
-    const bool is_closed = end != std::string::npos && end >= begin;
-    node_predicate.emplace(is_closed ? text.substr(begin, end - begin) : text.substr(begin));
+// Tests: Brackets/SingleNode.selects/it_is_deliberate_that_further_predicates_are_ignored,
+// SingleNodeTest.a_closing_bracket_before_the_opening_one_lets_the_predicate_run_to_the_end.
+bool Step::accepts_by_predicate(const Node* node) {
+    if (!predicates) {
+        const std::string_view rest = text.substr(name_size + 1);
+        const bool is_closed_before = name_test().find(']') != std::string_view::npos;
+        auto read = std::make_unique<Predicates>();
+        read->of_node.emplace(is_closed_before ? rest : rest.substr(0, rest.find(']')));
+        predicates = std::move(read);
+    }
+    return predicates->of_node->accepts(node);
 }
 
 // The last character of the step is taken to be the closing "]", whatever it is.
-void Step::read_list_predicates() {
-    list_predicates.emplace();
-    if (!has_predicates())
-        return;
-    std::string predicates = text.substr(bracket + 1);
-    if (!predicates.empty())
-        predicates.pop_back();
-    list_predicates = read_predicates(predicates);
+std::vector<ListPredicate>& Step::get_list_predicates() {
+    if (!predicates) {
+        std::string_view rest = text.substr(name_size + 1);
+        rest.remove_suffix(rest.empty() ? 0U : 1U);
+        auto read = std::make_unique<Predicates>();
+        read->of_list = read_predicates(rest);
+        predicates = std::move(read);
+    }
+    return predicates->of_list;
 }
 
-std::vector<ListPredicate> read_predicates(const std::string& predicates) {
+std::vector<Step> read_steps(std::string_view path) {
+    std::vector<Step> steps;
+    steps.reserve(static_cast<std::size_t>(std::count(path.begin(), path.end(), '/')) + 1);
+    cut(path, "/", [&steps](std::string_view piece) { steps.emplace_back(piece); });
+    return steps;
+}
+
+std::vector<ListPredicate> read_predicates(std::string_view predicates) {
+    std::size_t count = 0;
+    cut(predicates, "][", [&count](std::string_view piece) { count += piece.empty() ? 0U : 1U; });
     std::vector<ListPredicate> result;
-    for (std::string& piece : split(predicates, "]["))
-        result.emplace_back(std::move(piece));
+    result.reserve(count);
+    cut(predicates, "][", [&result](std::string_view piece) {
+        if (!piece.empty())
+            result.emplace_back(piece);
+    });
     return result;
 }
 

@@ -2,54 +2,80 @@
 #define QUXML_QUERY_STEP_H
 
 #include <cstddef>
+#include <memory>
 #include <optional>
-#include <string>
+#include <string_view>
 #include <vector>
 
 #include "Candidates.h"
 #include "ListPredicate.h"
 #include "NodePredicate.h"
-#include "quxml/XPathHelper.h"
+#include "comparators.h"
+#include "dom/NodeAccess.h"
 
 namespace quxml {
 
-/// One step of a path, taken apart once: a name test and predicates.
+/// One step of a path: a name test and predicates. A path may have millions of steps, so a step is four words
+/// that look into the path's text, which must outlive it; predicates are read when the step first needs them.
 class Step {
 public:
-    explicit Step(std::string step);
+    explicit Step(std::string_view step);
 
     /// An empty step stands between two "/" or after the last one.
     bool is_empty() const { return text.empty(); }
 
     /// Whether the step is exactly "*", which takes any node and has no predicates.
-    bool is_star() const { return takes_any_name && !has_predicates(); }
+    bool is_star() const { return text == "*"; }
+
+    bool has_predicates() const { return name_size != text.size(); }
 
     /// The single-node test: the name, and the text between the first "[" and the first "]".
-    bool accepts(const Node* node, const StringComparator& comparator);
+    bool accepts(const Node* node, NameComparator& names) {
+        if (is_empty())
+            return false;
+        if (!takes_any_name() && !names(NodeAccess::name(*node), name_test()))
+            return false;
+        return !has_predicates() || accepts_by_predicate(node);
+    }
 
-    /// The list filter: the children of `parent` whose names pass, with every predicate applied in order. An
-    /// empty step selects them all.
+    // Deliberate: an empty name test, as in "[1]", passes no child.
+    // Test: Cuts/ListFilter.selects/an_empty_name_test_keeps_nothing.
+    /// Whether a child's name passes. Any does for an empty step.
+    bool accepts_name(const Node* child, NameComparator& names) const {
+        if (is_empty() || takes_any_name())
+            return true;
+        return name_size != 0 && names(NodeAccess::name(*child), name_test());
+    }
+
+    /// The list filter: the children of `parent` whose names pass, with every predicate applied in order.
     /// \param selected replaced by the children selected.
-    void select_children(const Node* parent, const StringComparator& comparator, Candidates& selected);
+    void select_children(const Node* parent, NameComparator& names, Candidates& selected);
 
 private:
-    bool has_predicates() const { return bracket != std::string::npos; }
-    bool accepts_name(const Node* node, const StringComparator& comparator) const;
-    void read_node_predicate();
-    void read_list_predicates();
+    /// A step is used in one way or in the other.
+    struct Predicates {
+        std::optional<NodePredicate> of_node;
+        std::vector<ListPredicate> of_list;
+    };
 
-    std::string text;
-    std::size_t bracket;    // of the first "["
-    std::string name_test;  // what stands before it
-    bool takes_any_name;    // the name test is "*"
+    std::string_view name_test() const { return text.substr(0, name_size); }
+    bool takes_any_name() const { return name_size == 1 && text.front() == '*'; }
+    bool accepts_by_predicate(const Node* node);
+    void note_before_testing(const Node* parent, NameComparator& names, Candidates& selected) const;
+    void test_before_noting(const Node* parent, NameComparator& names, Candidates& selected) const;
+    std::vector<ListPredicate>& get_list_predicates();
 
-    // Read when the step first needs them: a step is used in one way or in the other.
-    std::optional<NodePredicate> node_predicate;
-    std::optional<std::vector<ListPredicate>> list_predicates;
+    std::string_view text;
+    std::size_t name_size;  // of what stands before the first "["
+    std::unique_ptr<Predicates> predicates;
 };
 
-/// Takes apart a run of predicates, written `p1][p2` without the outer brackets.
-std::vector<ListPredicate> read_predicates(const std::string& predicates);
+/// Cuts a path, or the rest of one, at every "/".
+std::vector<Step> read_steps(std::string_view path);
+
+/// Takes apart a run of predicates, written `p1][p2` without the outer brackets. Empty ones, which leave
+/// every list as it is, are left out.
+std::vector<ListPredicate> read_predicates(std::string_view predicates);
 
 }  // namespace quxml
 

@@ -1,30 +1,48 @@
-// The walk of a query. What a recursive walk would keep on the stack stands in two lists: nodes that remain
-// to be visited, and tasks, each of which says what is to be done with the last nodes of the first list. A
-// node that is visited may add a task for its children, and that is done before everything that was there
-// before. So nodes are visited in the order of a depth-first walk, and predicates are judged in that order.
+// The walk of a query.
 //
-// The children of a node are noted when it is visited: a comparator that moves nodes or adds some does not
-// disturb the walk.
+// What a recursive walk would keep on the stack stands in rows. A row is one or more nodes that remain to be
+// visited for one step; what a visit adds goes to the end, and the last row is taken first. So nodes are
+// visited in the order of a depth-first walk, predicates are judged in that order, and the stack keeps a
+// constant height.
+//
+// Most rows are nothing but a position in a list of children. The name of each child is tested when its turn
+// comes, while the walk goes through memory in one direction. This needs children that stay where they are.
+// A step with predicates has to see all its candidates at once: they are selected first, noted, and the row
+// says from where on. A user's comparator may change the tree at any test: for it, all nodes are noted before
+// the first of them is tested.
+//
+// An example: `r` has the children `a1`, with `b1` and `c1` below it, and `a2`, below which `c2` has the child
+// `b2`. The digits only tell nodes apart. The path is `r/a[@k]//b`, and both `a` have the attribute. Its steps
+// are, from 0 on: `r`, `a[@k]`, an empty one, and `b`, which is searched for because it comes after the empty
+// one. Rows, with their step, and noted nodes, the next one last, after each visit:
+//
+//     visited   rows                  noted    found
+//     r         1: noted              a2 a1
+//     a1        1: noted  2: b1 c1    a2
+//     b1        1: noted  2: c1       a2       b1
+//     c1        1: noted              a2       b1
+//     a2        2: c2                          b1
+//     c2        3: b2                          b1
+//     b2                                       b1 b2
+//
+// Each child of `a1` and `a2` stands for itself and everything below it: that is what the empty step means.
 
 #include "Walk.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 #include "dom/NodeAccess.h"
+#include "dom/trim.h"
+#include "prefetch.h"
 
 namespace quxml {
 
-Walk::Walk(const StringComparator& name_comparator, std::deque<std::string> step_texts, NodeSet& found)
-    : comparator(name_comparator), results(found) {
-    steps.reserve(step_texts.size());
-    for (std::string& step : step_texts)
-        steps.emplace_back(std::move(step));
-}
+Walk::Walk(std::vector<Step> path_steps, NameComparator& comparator, Results& found)
+    : steps(std::move(path_steps)), names(comparator), results(found) {}
 
 void Walk::start_at(Node* node) {
-    if (steps.front().accepts(node, comparator))
+    if (steps.front().accepts(node, names))
         follow_from(node);
 }
 
@@ -39,50 +57,155 @@ void Walk::search_from(Node* node) {
 }
 
 void Walk::run() {
-    while (!tasks.empty()) {
-        const Task task = tasks.back();
-        Node* node = nodes.back();
-        nodes.pop_back();
-        if (nodes.size() == task.begin)
-            tasks.pop_back();
-        if (is_searched(task.step)) {
-            search(node, task.step);
-        } else {
-            follow(node, task.step);
+    while (!rows.empty()) {
+        const Row row = rows.back();
+        if (row.is_noted()) {
+            visit(take_noted(), row.step);
+            continue;
         }
+        rows.pop_back();
+        if (is_searched(row.step)) {
+            search_children(row);
+        } else {
+            follow_children(row);
+        }
+    }
+}
+
+Node* Walk::take_noted() {
+    Node* node = noted.back();
+    noted.pop_back();
+    if (noted.size() == rows.back().begin)
+        rows.pop_back();
+    return node;
+}
+
+void Walk::visit(Node* node, std::size_t step) {
+    if (is_searched(step)) {
+        search(node, step);
+    } else {
+        follow(node, step);
     }
 }
 
 void Walk::follow(Node* node, std::size_t step) {
     if (is_last(step)) {
-        results.insert(results.end(), node);
+        results.add(node);
     } else if (steps[step].is_empty()) {
-        add_task(std::array<Node*, 1>{node}, step + 1);
+        search(node, step + 1);
+    } else if (names.is_users() || steps[step + 1].has_predicates()) {
+        steps[step + 1].select_children(node, names, selected);
+        note(selected, step + 1);
     } else {
-        steps[step + 1].select_children(node, comparator, selected);
-        add_task(selected, step + 1);
+        add_children(node, step + 1);
     }
 }
 
 void Walk::search(Node* node, std::size_t step) {
-    if (steps[step].accepts(node, comparator)) {
+    if (steps[step].accepts(node, names)) {
         follow(node, step);
-        // Deliberate: a match ends the search of its branch, except for a final "*".
-        // Test: Searches/ExactMatch.Selects/ASearchStopsAtTheOuterMatch.
-        if (!is_last(step) || !steps[step].is_star())
+        if (!goes_on_below_match(step))
             return;
     }
-    add_task(NodeAccess::children(*node), step);
+    add_children(node, step);
+}
+
+void Walk::follow_children(Row row) {
+    const Step& step = steps[row.step];
+    while (row.next != row.end) {
+        Node* node = *row.next++;
+        prefetch_sibling(row.last, node);
+        row.last = node;
+        if (!step.accepts_name(node, names)) {
+            prefetch_following(node);
+            continue;
+        }
+        if (is_last(row.step)) {
+            results.add(node);
+        } else {
+            add_rest(row);
+            return follow(node, row.step);
+        }
+    }
+}
+
+void Walk::search_children(Row row) {
+    Step& step = steps[row.step];
+    while (row.next != row.end) {
+        Node* node = *row.next++;
+        if (step.accepts(node, names)) {
+            if (!is_last(row.step)) {
+                add_rest(row);
+                return follow(node, row.step);
+            }
+            results.add(node);
+            if (!goes_on_below_match(row.step))
+                continue;
+        }
+        prefetch_following(node);
+        const NodeList& children = NodeAccess::children(*node);
+        if (!children.empty()) {
+            add_rest(row);
+            row.next = children.begin();
+            row.end = children.end();
+            row.last = node;
+        }
+    }
+}
+
+// Deliberate: a match ends the search of its branch, except for a final "*".
+// Test: Searches/ExactMatch.selects/a_search_stops_at_the_outer_match.
+bool Walk::goes_on_below_match(std::size_t step) const {
+    return is_last(step) && steps[step].is_star();
+}
+
+void Walk::add_rest(const Row& row) {
+    if (row.next != row.end)
+        rows.push_back(row);
+}
+
+void Walk::add_children(const Node* node, std::size_t step) {
+    const NodeList& children = NodeAccess::children(*node);
+    if (names.is_users()) {
+        note(children, step);
+    } else {
+        add_rest({step, children.begin(), children.end(), node, 0});
+    }
 }
 
 template <typename Nodes>
-void Walk::add_task(const Nodes& added, std::size_t step) {
+void Walk::note(const Nodes& added, std::size_t step) {
     if (added.empty())
         return;
-    if (tasks.empty() || tasks.back().step != step)
-        tasks.push_back({step, nodes.size()});
-    nodes.resize(nodes.size() + added.size());
-    std::copy(added.begin(), added.end(), nodes.rbegin());
+    if (rows.empty() || rows.back().step != step)
+        rows.push_back({step, {}, {}, nullptr, noted.size()});
+    noted.resize(noted.size() + added.size());
+    std::copy(added.begin(), added.end(), noted.rbegin());
+}
+
+namespace {
+
+bool begins_with(std::string_view text, std::string_view beginning) {
+    return text.substr(0, beginning.size()) == beginning;
+}
+
+}  // namespace
+
+bool select_nodes(Node* node, std::string_view path, NameComparator& names, Results& results) {
+    path = trim_space(path);
+    if (path.empty())
+        return false;
+    if (node == nullptr)
+        return true;
+    const bool is_search = begins_with(path, "//");
+    path.remove_prefix(is_search ? 2 : begins_with(path, "/") ? 1 : 0);
+    Walk walk(read_steps(path), names, results);
+    if (is_search) {
+        walk.search_from(node);
+    } else {
+        walk.start_at(node);
+    }
+    return true;
 }
 
 }  // namespace quxml

@@ -2,21 +2,21 @@
 #define QUXML_QUERY_WALK_H
 
 #include <cstddef>
-#include <deque>
-#include <string>
+#include <string_view>
 #include <vector>
 
 #include "Candidates.h"
+#include "Results.h"
 #include "Step.h"
-#include "quxml/XPathHelper.h"
+#include "comparators.h"
 
 namespace quxml {
 
 /// Walks a tree along the steps of a path and collects the nodes that the last step selects.
 class Walk {
 public:
-    /// \param steps at least one.
-    Walk(const StringComparator& comparator, std::deque<std::string> steps, NodeSet& results);
+    /// \param path_steps at least one.
+    Walk(std::vector<Step> path_steps, NameComparator& comparator, Results& found);
 
     /// Follows the steps from `node` if it satisfies the first one.
     void start_at(Node* node);
@@ -28,35 +28,52 @@ public:
     void search_from(Node* node);
 
 private:
-    /// What remains to be done with the nodes from `begin` on, one at least: to search them and everything
-    /// below them for `step` if that is a step to search for, else to follow the steps after it, which they
-    /// satisfy.
-    struct Task {
+    /// Nodes that remain to be visited, one at least: children that have not been looked at yet, or those of
+    /// the noted nodes that stand from `begin` on. If `step` is a step to search for, each is searched with
+    /// everything below it. Otherwise the steps after `step` are followed from each that satisfies it, which
+    /// noted nodes do.
+    struct Row {
         std::size_t step;
+        NodeList::const_iterator next;  // equal to `end` for noted nodes
+        NodeList::const_iterator end;
+        const Node* last;  // the child before `next`, or the parent
         std::size_t begin;
+
+        bool is_noted() const { return next == end; }
     };
 
     void run();
+    Node* take_noted();
+    void visit(Node* node, std::size_t step);
     void follow(Node* node, std::size_t step);
     void search(Node* node, std::size_t step);
+    void follow_children(Row row);
+    void search_children(Row row);
+    void add_rest(const Row& row);
+    bool goes_on_below_match(std::size_t step) const;
+    void add_children(const Node* node, std::size_t step);
 
-    /// Adds nodes to be done before all others, the first of them first. They join the next task if that is
-    /// the same.
+    /// Adds nodes to be visited before all others, the first of them first. They join the next row if that is
+    /// of the same step.
     template <typename Nodes>
-    void add_task(const Nodes& added, std::size_t step);
+    void note(const Nodes& added, std::size_t step);
 
     /// Whether nodes that satisfy the step are searched for at every depth, rather than among children.
     bool is_searched(std::size_t step) const { return step == 0 || steps[step - 1].is_empty(); }
 
     bool is_last(std::size_t step) const { return step + 1 == steps.size(); }
 
-    const StringComparator& comparator;
     std::vector<Step> steps;
-    NodeSet& results;
-    std::vector<Task> tasks;   // the next one at the back
-    std::vector<Node*> nodes;  // likewise
+    NameComparator& names;
+    Results& results;
+    std::vector<Row> rows;     // the next one at the back
+    std::vector<Node*> noted;  // likewise
     Candidates selected;
 };
+
+/// Selects the nodes at the end of `path`, starting at `node`, or none if that is null.
+/// \return whether there is a path: false if it is empty or all white space.
+bool select_nodes(Node* node, std::string_view path, NameComparator& names, Results& results);
 
 }  // namespace quxml
 

@@ -13,9 +13,6 @@
 #include "ListPredicate.h"
 #include "Step.h"
 #include "Walk.h"
-#include "dom/NodeAccess.h"
-#include "dom/split.h"
-#include "dom/trim.h"
 #include "positions.h"
 #include "values.h"
 
@@ -38,50 +35,40 @@ XPathHelper::XPathHelper(StringComparator name_comparator) : comparator(std::mov
 XPathHelper::~XPathHelper() = default;
 
 NodeSet XPathHelper::find(Node* node, std::string path) const {
-    return run(node, std::move(path)) ? results : NodeSet();
-}
-
-bool XPathHelper::run(Node* node, std::string path) const {
-    trim_space(path);
-    if (path.empty())
-        return false;
-    if (node == nullptr)
-        return true;
-    const bool is_search = path.compare(0, 2, "//") == 0;
-    std::deque<std::string> steps = split(path, "/");
-    if (is_search)
-        steps.pop_front();
-    if (steps.front().empty())
-        steps.pop_front();
-    Walk walk(comparator, std::move(steps), results);
-    if (is_search) {
-        walk.search_from(node);
-    } else {
-        walk.start_at(node);
-    }
-    return true;
+    NameComparator names(comparator);
+    Results found(results, Results::at_once);
+    return select_nodes(node, path, names, found) ? results : NodeSet();
 }
 
 void XPathHelper::get_nodes_from_path(Node* node, std::deque<std::string> steps) const {
     if (steps.empty())
         return;
-    Walk(comparator, std::move(steps), results).follow_from(node);
+    NameComparator names(comparator);
+    Results found(results, Results::at_once);
+    Walk({steps.begin(), steps.end()}, names, found).follow_from(node);
 }
 
 void XPathHelper::skip_all_until_first_match(Node* node, const std::deque<std::string>& steps) const {
     if (steps.empty())
         return;
-    Walk(comparator, steps, results).search_from(node);
+    const std::deque<std::string> texts = steps;
+    NameComparator names(comparator);
+    Results found(results, Results::at_once);
+    Walk({texts.begin(), texts.end()}, names, found).search_from(node);
 }
 
 NodeList XPathHelper::get_child_nodes(Node* node, const std::string& step) const {
+    const std::string text = step;
+    NameComparator names(comparator);
     Candidates selected;
-    Step(step).select_children(node, comparator, selected);
+    Step(text).select_children(node, names, selected);
     return NodeList(selected.begin(), selected.end());
 }
 
 bool XPathHelper::is_correct_node(Node* node, const std::string& step) const {
-    return Step(step).accepts(node, comparator);
+    const std::string text = step;
+    NameComparator names(comparator);
+    return Step(text).accepts(node, names);
 }
 
 NodeList XPathHelper::get_nodes_matching_attributes(NodeList& nodes, const std::string& predicates) const {
@@ -92,7 +79,7 @@ NodeList XPathHelper::get_nodes_matching_attributes(NodeList& nodes, const std::
 }
 
 NodeList XPathHelper::get_nodes_matching_attribute(NodeList& nodes, std::string predicate) const {
-    ListPredicate filter(std::move(predicate));
+    ListPredicate filter(predicate);
     return filter_list(nodes, [&filter](Candidates& candidates) { filter.filter(candidates); });
 }
 
@@ -119,7 +106,8 @@ std::pair<unsigned int, unsigned int> XPathHelper::get_position_range(const std:
 }
 
 std::pair<std::string, std::string> XPathHelper::get_attribute_pair(const std::string& query) const {
-    return read_attribute_pair(query);
+    const NameAndValue pair = read_attribute_pair(query);
+    return {std::string(pair.first), std::string(pair.second)};
 }
 
 NodeList XPathHelper::get_node_containing_attribute(const std::string& query, NodeList& nodes) const {

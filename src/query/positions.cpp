@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <string>
 
 #include "dom/NodeAccess.h"
 
@@ -24,31 +25,31 @@ void keep_range(Candidates& nodes, std::size_t begin, std::size_t end) {
 
 /// The number after the first `or_equal` in the predicate or, without one, after the first `strict`; read
 /// from one character after the start of either.
-std::optional<unsigned int> read_operand(const std::string& predicate, const char* or_equal,
+std::optional<unsigned int> read_operand(std::string_view predicate, const char* or_equal,
                                          const char* strict) {
     std::size_t at = predicate.find(or_equal);
-    if (at == std::string::npos)
+    if (at == std::string_view::npos)
         at = predicate.find(strict);
-    if (at == std::string::npos)
+    if (at == std::string_view::npos)
         return std::nullopt;
-    return static_cast<unsigned int>(std::stoi(predicate.substr(at + 1)));
+    return static_cast<unsigned int>(std::stoi(std::string(predicate.substr(at + 1))));
 }
 
 // Deliberate: positions are 32 bits wide, and sums begin again at 0 beyond the largest.
-// Test: Rows/PositionRange.IsRead/EqualToMinus1.
+// Test: Rows/PositionRange.is_read/equal_to_minus_1.
 unsigned int add_positions(unsigned int a, unsigned int b) {
     return static_cast<unsigned int>(std::uint64_t{a} + b);
 }
 
 }  // namespace
 
-int read_index_from_last(const std::string& predicate) {
-    const std::string last = "last()";
-    const std::string offset = predicate.substr(predicate.find(last) + last.size());
-    return offset.empty() ? 0 : std::stoi(offset);
+int read_index_from_last(std::string_view predicate) {
+    constexpr std::string_view last = "last()";
+    const std::string_view offset = predicate.substr(predicate.find(last) + last.size());
+    return offset.empty() ? 0 : std::stoi(std::string(offset));
 }
 
-void keep_last(const std::string& predicate, Candidates& nodes) {
+void keep_last(std::string_view predicate, Candidates& nodes) {
     const auto offset = static_cast<unsigned int>(read_index_from_last(predicate));
     const unsigned int target = add_positions(static_cast<unsigned int>(nodes.size()), offset);
     if (target == 0) {
@@ -60,9 +61,9 @@ void keep_last(const std::string& predicate, Candidates& nodes) {
 
 // Deliberate: the number after "<=" or ">=" is read from the "=" on, which is not a number, so both
 // always throw. And ">" stops at `count`, so it never selects the last node.
-// Tests: Position/Positional.Selects/ItIsDeliberateThatLessOrEqualThrows,
-// Position/Positional.Selects/ItIsDeliberateThatGreaterLeavesOutTheLast.
-std::pair<unsigned int, unsigned int> read_position_range(const std::string& predicate, unsigned int count) {
+// Tests: Position/Positional.selects/it_is_deliberate_that_less_or_equal_throws,
+// Position/Positional.selects/it_is_deliberate_that_greater_leaves_out_the_last.
+std::pair<unsigned int, unsigned int> read_position_range(std::string_view predicate, unsigned int count) {
     std::pair<unsigned int, unsigned int> range(0, 0);
     if (const auto less = read_operand(predicate, "<=", "<"))
         range.second = *less;
@@ -73,7 +74,7 @@ std::pair<unsigned int, unsigned int> read_position_range(const std::string& pre
     return range;
 }
 
-void keep_positions(const std::string& predicate, Candidates& nodes) {
+void keep_positions(std::string_view predicate, Candidates& nodes) {
     const auto range = read_position_range(predicate, static_cast<unsigned int>(nodes.size()));
     const unsigned int begin = range.first == 0 ? 0 : range.first - 1;
     keep_range(nodes, begin, range.second == 0 ? nodes.size() : range.second - 1);
@@ -81,12 +82,15 @@ void keep_positions(const std::string& predicate, Candidates& nodes) {
 
 // Deliberate: the number 1, in whatever spelling, also stands for elements without an item, but only for the
 // first of each run of namesakes; every other number selects items, compared as text.
-// Tests: Number/Positional.Selects/ItIsDeliberateThat1SelectsTheFirstOfEachRun,
-// Number/Positional.Selects/ItIsDeliberateThat3IsNotTheThirdNode.
-void keep_item(const std::string& number, Candidates& nodes) {
-    std::string remembered_name;
+// Tests: Number/Positional.selects/it_is_deliberate_that_1_selects_the_first_of_each_run,
+// Number/Positional.selects/it_is_deliberate_that_3_is_not_the_third_node.
+void keep_item(std::string_view number, Candidates& nodes) {
+    std::string_view remembered_name;
+    std::optional<bool> is_one;
     const auto begins_run = [&](const Element& element) {
-        if (std::stoi(number) != 1 || NodeAccess::name(element) == remembered_name)
+        if (!is_one)
+            is_one = std::stoi(std::string(number)) == 1;
+        if (!*is_one || NodeAccess::name(element) == remembered_name)
             return false;
         remembered_name = NodeAccess::name(element);
         return true;

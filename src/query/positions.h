@@ -3,7 +3,7 @@
 
 // The predicates that select by number: `last()`, `position()` and items. Each rule filters a list in place.
 
-#include <string>
+#include <string_view>
 #include <utility>
 
 #include "Candidates.h"
@@ -12,18 +12,18 @@ namespace quxml {
 
 /// The offset after `last()`, 0 if nothing follows it.
 /// \throws std::invalid_argument, std::out_of_range ("stoi")
-int read_index_from_last(const std::string& predicate);
+int read_index_from_last(std::string_view predicate);
 
 /// The first position that a `position()` predicate selects, and the one at which selection stops (0: no
 /// bound).
 /// \throws std::invalid_argument, std::out_of_range ("stoi")
-std::pair<unsigned int, unsigned int> read_position_range(const std::string& predicate, unsigned int count);
+std::pair<unsigned int, unsigned int> read_position_range(std::string_view predicate, unsigned int count);
 
-void keep_last(const std::string& predicate, Candidates& nodes);
-void keep_positions(const std::string& predicate, Candidates& nodes);
+void keep_last(std::string_view predicate, Candidates& nodes);
+void keep_positions(std::string_view predicate, Candidates& nodes);
 
 /// \param nodes null entries are dropped.
-void keep_item(const std::string& number, Candidates& nodes);
+void keep_item(std::string_view number, Candidates& nodes);
 
 }  // namespace quxml
 

@@ -103,9 +103,7 @@ void expect_same_without_space(const std::vector<std::string>& texts) {
     for (const std::locale& locale : locales()) {
         const GlobalLocale changed(locale);
         for (const std::string& text : texts) {
-            std::string trimmed = text;
-            quxml::trim_space(trimmed);
-            ASSERT_EQ(trimmed, boost::algorithm::trim_copy(text)) << '"' << text << '"';
+            ASSERT_EQ(quxml::trim_space(text), boost::algorithm::trim_copy(text)) << '"' << text << '"';
         }
     }
 }
