@@ -14,6 +14,7 @@
 #include "manual/manual.h"
 #include "terminal/Failure.h"
 #include "terminal/Progress.h"
+#include "terminal/memory.h"
 #include "terminal/messages.h"
 #include "terminal/output.h"
 #include "terminal/terminal.h"
@@ -147,6 +148,7 @@ int fail(ExitCode code, const std::string& message) {
 }  // namespace tool
 
 int main(int argc, char** argv) {
+    tool::end_libxml2_for_lack_of_memory();
     tool::start_clock();
     // A closed pipe then shows as an error of the write, which ends the program quietly.
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
@@ -159,7 +161,7 @@ int main(int argc, char** argv) {
     } catch (const tool::Failure& failure) {
         return tool::fail(failure.get_code(), failure.what());
     } catch (const std::bad_alloc&) {
-        return tool::fail(tool::ExitCode::io, "out of memory");
+        tool::end_for_lack_of_memory();
     } catch (const std::exception& error) {
         return tool::fail(tool::ExitCode::io, error.what());
     } catch (...) {

@@ -8,6 +8,8 @@
 #include <new>
 
 #include "reading/libxml2_owners.h"
+#include "terminal/memory.h"
+#include "terminal/words.h"
 
 namespace tool {
 
@@ -20,6 +22,13 @@ void note_encoding(void* context) {
     if (buffer != nullptr && buffer->encoder != nullptr)
         *static_cast<std::string*>(parser->_private) = buffer->encoder->name;
     xmlStopParser(parser);
+}
+
+/// iconv may have had no memory for an encoding that it knows; then it knows it at a second try.
+void require_unknown(const xmlError& error) {
+    if (error.code == XML_ERR_UNSUPPORTED_ENCODING && error.str1 != nullptr &&
+        ConverterOwner(xmlFindCharEncodingHandler(error.str1)))
+        end_for_lack_of_memory();
 }
 
 /// One call converts as much as it has room for.
@@ -40,7 +49,7 @@ std::string get_encoding(const std::string& document) {
     const ParserOwner parser = create_parser(document);
     parser->_private = &encoding;
     // The error is const from libxml2 2.12 on.
-    parser->sax->serror = [](void* /*context*/, auto* /*error*/) {};
+    parser->sax->serror = [](void* /*context*/, auto* error) { require_unknown(*error); };
     parser->sax->startDocument = note_encoding;
     xmlParseDocument(parser.get());
     return encoding;
@@ -52,9 +61,9 @@ std::string to_utf8(const std::string& document, const std::string& encoding) {
     const BufferOwner in(xmlBufferCreateStatic(const_cast<char*>(document.data()), document.size()));
     const BufferOwner out(xmlBufferCreate());
     const ConverterOwner converter(xmlFindCharEncodingHandler(encoding.c_str()));
-    if (!in || !out)
+    if (!in || !out || !converter)
         throw std::bad_alloc();
-    if (!converter || !convert(*converter, *out, *in))
+    if (!convert(*converter, *out, *in))
         return document;
     return std::string(reinterpret_cast<const char*>(xmlBufferContent(out.get())),
                        static_cast<std::size_t>(xmlBufferLength(out.get())));
@@ -68,7 +77,7 @@ bool has_zero_character(const std::string& document) {
 
 std::string_view without_mark(std::string_view document) {
     constexpr std::string_view mark = "\xef\xbb\xbf";
-    return document.substr(0, mark.size()) == mark ? document.substr(mark.size()) : document;
+    return begins_with(document, mark) ? document.substr(mark.size()) : document;
 }
 
 }  // namespace tool

@@ -1,11 +1,13 @@
 #include "reading/input.h"
 
+#include <libxml/xmlerror.h>
 #include <quxml/DomParserError.h>
 #include <sys/stat.h>
 
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <new>
 #include <system_error>
 
 #include "reading/diagnostics.h"
@@ -33,10 +35,6 @@ Failure read_failure(const std::string& file) {
     return {ExitCode::io, get_label(file) + ": " + std::generic_category().message(errno)};
 }
 
-Failure memory_failure(const std::string& file) {
-    return {ExitCode::io, get_label(file) + ": out of memory"};
-}
-
 OpenFile open(const std::string& file) {
     if (file == standard_input)
         return OpenFile(stdin);
@@ -53,15 +51,10 @@ std::size_t get_size(std::FILE& file) {
     return is_known ? static_cast<std::size_t>(status.st_size) : 0;
 }
 
-/// libxml2 reports exhausted memory like an error in the text: with its code 2 or, when there is no memory left
-/// even for a description, without one. It gives the same code to text beyond its limit.
-bool is_out_of_memory(const std::string& message) {
-    return begins_with(message, " (error code: ") ||
-           (contains(message, " (error code: 2) ") && !contains(message, "huge text nod"));
-}
-
-bool is_out_of_memory(const quxml::DomParserError& error) {
-    return is_out_of_memory(std::string(error.what()));
+/// Whether the library did not find an encoding that there is: iconv had no memory to convert from it.
+bool is_out_of_memory(const quxml::DomParserError& error, const std::string& text) {
+    const std::string unsupported = " (error code: " + std::to_string(XML_ERR_UNSUPPORTED_ENCODING) + ") ";
+    return contains(error.what(), unsupported.c_str()) && !get_encoding(text).empty();
 }
 
 }  // namespace
@@ -88,8 +81,8 @@ std::shared_ptr<quxml::Document> parse_document(const std::string& file, const s
             throw quxml::DomParserError("there is a zero character");
         return quxml::from_string(text, keep_sorted);
     } catch (const quxml::DomParserError& error) {
-        if (is_out_of_memory(error))
-            throw memory_failure(file);
+        if (is_out_of_memory(error, text))
+            throw std::bad_alloc();
         if (errors == Errors::written)
             write_errors(file, text, error.what());
         throw Failure(ExitCode::malformed);

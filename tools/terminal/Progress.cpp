@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <chrono>
+#include <exception>
 #include <iostream>
-#include <system_error>
+#include <new>
 #include <utility>
 
 #include "terminal/terminal.h"
@@ -35,7 +36,7 @@ Progress::Progress(std::string task, std::size_t all_work) : name(std::move(task
         return;
     try {
         thread = std::thread([this] { run(); });
-    } catch (const std::system_error&) {
+    } catch (const std::exception&) {
         // Without a thread there is no bar, and nobody misses it.
         return;
     }
@@ -58,8 +59,7 @@ void Progress::run() {
     std::unique_lock<std::mutex> lock(mutex);
     const auto ends = [this] { return is_over; };
     changed.wait_until(lock, get_start() + patience, ends);
-    while (!is_over) {
-        draw();
+    while (!is_over && draw()) {
         changed.wait_for(lock, between_drawings, ends);
     }
 }
@@ -75,13 +75,19 @@ std::string Progress::get_bar(std::size_t ticks) const {
     return bar;
 }
 
-void Progress::draw() {
+/// False if there is no memory for it: nothing may leave a thread as an exception.
+bool Progress::draw() {
     constexpr std::size_t hundred = 100;
-    std::cerr << erased << to_printable(name) << " [" << get_bar(drawn) << ']';
-    if (all != 0)
-        std::cerr << ' ' << std::min(hundred, done * hundred / all) << '%';
-    std::cerr << std::flush;
-    ++drawn;
+    try {
+        std::cerr << erased << to_printable(name) << " [" << get_bar(drawn) << ']';
+        if (all != 0)
+            std::cerr << ' ' << std::min(hundred, done * hundred / all) << '%';
+        std::cerr << std::flush;
+        ++drawn;
+        return true;
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
 }
 
 }  // namespace tool

@@ -28,7 +28,7 @@ public:
 
 private:
     void run();
-    void draw();
+    bool draw();
     std::string get_bar(std::size_t ticks) const;
 
     std::string name;

@@ -16,6 +16,7 @@
 #include "reading/input.h"
 #include "terminal/Failure.h"
 #include "terminal/Progress.h"
+#include "terminal/memory.h"
 #include "terminal/messages.h"
 
 namespace tool {
@@ -196,6 +197,7 @@ Original read_original(const std::string& file) {
 
 void replace_file(const Original& original, const std::string& text, const std::string& backup) {
     const SignalsHeld held;
+    const LackOfMemoryThrown thrown;
     const Progress progress("writing " + get_label(original.path), 0);
     if (!backup.empty())
         write_new_file(original, original.text, original.path + backup);
