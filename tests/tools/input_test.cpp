@@ -94,8 +94,7 @@ TEST_F(Input, exits_with_5_and_never_with_3_when_memory_runs_out) {
         ++refused;
         EXPECT_EQ(result.code, 5);
         EXPECT_EQ(result.out, "");
-        EXPECT_EQ(result.err, "quxml: out of memory\n")
-            << result.err;
+        EXPECT_EQ(result.err, "quxml: out of memory\n") << result.err;
     }
     EXPECT_GT(refused, 0);
     EXPECT_EQ(run_within(4000000).code, 0);

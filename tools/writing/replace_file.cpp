@@ -1,9 +1,11 @@
 #include "writing/replace_file.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstddef>
 #include <cstdio>
@@ -11,6 +13,7 @@
 #include <memory>
 #include <string_view>
 #include <system_error>
+#include <thread>
 #include <utility>
 
 #include "reading/input.h"
@@ -30,6 +33,11 @@ Failure io_failure(const std::string& path) {
 void require(bool done, const std::string& path) {
     if (!done)
         throw io_failure(path);
+}
+
+/// The folder of a file whose path is absolute, with a slash at its end.
+std::string get_folder(const std::string& path) {
+    return path.substr(0, path.rfind('/') + 1);
 }
 
 /// Keeps the signals that end a program at a user's wish waiting, so that no new file is left behind.
@@ -77,8 +85,9 @@ private:
 class NewFile {
 public:
     NewFile(const std::string& path, const struct stat& status)
-        : name(path.substr(0, path.rfind('/') + 1) + ".quxml-XXXXXX"),
-          file(mkostemp(name.data(), O_CLOEXEC), path) {
+        : name(get_folder(path) + ".quxml-XXXXXX"),
+          file(mkostemp(name.data(), O_CLOEXEC),
+               get_folder(path) + ": no new file can be made in this folder") {
         if (!set_owner(status))
             refuse(path + ": its owner cannot be kept");
     }
@@ -139,16 +148,31 @@ private:
     bool is_named = true;
 };
 
-/// Makes a new name in a folder outlast a loss of power. Not every file system can.
-void sync_folder_of(const std::string& path) {
-    const std::string folder = path.substr(0, path.rfind('/') + 1);
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): open is declared so
-    const int opened = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (opened < 0)
-        return;
-    const Descriptor descriptor(opened, folder);
-    static_cast<void>(::fsync(descriptor.get()));
-}
+/// A folder in which files get new names, opened before they do, since what comes after may not fail. Not every folder can
+/// be opened.
+class Folder {
+public:
+    explicit Folder(const std::string& path)
+        // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): open is declared so
+        : file(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {}
+
+    ~Folder() {
+        if (file >= 0)
+            static_cast<void>(::close(file));
+    }
+
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+
+    /// Makes new names outlast a loss of power. Not every file system can.
+    void sync() const {
+        if (file >= 0)
+            static_cast<void>(::fsync(file));
+    }
+
+private:
+    int file;
+};
 
 struct FreeMemory {
     void operator()(char* memory) const { std::free(memory); }  // NOLINT(cppcoreguidelines-no-malloc)
@@ -164,13 +188,66 @@ bool is_same(const timespec& one, const timespec& other) {
     return one.tv_sec == other.tv_sec && one.tv_nsec == other.tv_nsec;
 }
 
+/// What stands at a path without symbolic links: a link that has taken a file's place is another file.
+struct stat get_status(const std::string& path) {
+    struct stat status {};
+    require(::lstat(path.c_str(), &status) == 0, path);
+    return status;
+}
+
+bool is_same_file(const struct stat& one, const struct stat& other) {
+    return one.st_ino == other.st_ino && one.st_dev == other.st_dev;
+}
+
+/// The time of the last change shows a new mode or owner as well, and a text of the same size whose own time was set
+/// back.
+bool is_unchanged(const struct stat& one, const struct stat& other) {
+    return is_same_file(one, other) && one.st_size == other.st_size && is_same(one.st_mtim, other.st_mtim) &&
+           is_same(one.st_ctim, other.st_ctim);
+}
+
 void require_unchanged(const Original& original) {
-    struct stat now {};
-    require(::stat(original.path.c_str(), &now) == 0, original.path);
-    const struct stat& then = original.status;
-    if (now.st_ino != then.st_ino || now.st_dev != then.st_dev || now.st_size != then.st_size ||
-        !is_same(now.st_mtim, then.st_mtim))
+    if (!is_unchanged(get_status(original.path), original.status))
         throw Failure(ExitCode::io, get_label(original.path) + ": somebody else changed it in the meantime");
+}
+
+// ---- The lock
+
+constexpr std::chrono::seconds longest_wait{10};
+constexpr std::chrono::milliseconds between_tries{20};
+
+/// Tries until the time is over. Not every file system has locks; there the file is changed without one.
+bool lock(int file) {
+    const auto end = std::chrono::steady_clock::now() + longest_wait;
+    while (::flock(file, LOCK_EX | LOCK_NB) != 0) {
+        if (errno != EWOULDBLOCK && errno != EINTR)
+            return true;
+        if (std::chrono::steady_clock::now() >= end)
+            return false;
+        std::this_thread::sleep_for(between_tries);
+    }
+    return true;
+}
+
+/// Opens a file as if to write to it: the folder alone decides about renaming, but a file that must not be written is not
+/// meant to be replaced.
+std::shared_ptr<const Descriptor> open_locked(const std::string& path, struct stat& status) {
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): open is declared so
+    auto file =
+        std::make_shared<const Descriptor>(::open(path.c_str(), O_RDWR | O_NOFOLLOW | O_CLOEXEC), path);
+    if (!lock(file->get()))
+        throw Failure(ExitCode::io, get_label(path) + ": another process has been changing it for " +
+                                        std::to_string(longest_wait.count()) + " seconds");
+    require(::fstat(file->get(), &status) == 0, path);
+    return file;
+}
+
+/// Who held the lock before may have put another file in this one's place, which then is the one to lock.
+std::shared_ptr<const Descriptor> lock_file(const std::string& path, struct stat& status) {
+    std::shared_ptr<const Descriptor> file = open_locked(path, status);
+    while (!is_same_file(get_status(path), status))
+        file = open_locked(path, status);
+    return file;
 }
 
 void write_new_file(const Original& original, const std::string& text, const std::string& path) {
@@ -185,12 +262,11 @@ void write_new_file(const Original& original, const std::string& text, const std
 }  // namespace
 
 Original read_original(const std::string& file) {
-    Original original{resolve(file), {}, ""};
+    Original original{resolve(file), {}, "", nullptr};
     require(::stat(original.path.c_str(), &original.status) == 0, file);
     if (!S_ISREG(original.status.st_mode))
         throw Failure(ExitCode::io, get_label(file) + ": is not a regular file");
-    // The folder alone decides about renaming, but a file that must not be written is not meant to be replaced.
-    require(::access(original.path.c_str(), W_OK) == 0, file);
+    original.lock = lock_file(original.path, original.status);
     original.text = read_text(original.path);
     return original;
 }
@@ -199,10 +275,11 @@ void replace_file(const Original& original, const std::string& text, const std::
     const SignalsHeld held;
     const LackOfMemoryThrown thrown;
     const Progress progress("writing " + get_label(original.path), 0);
+    const Folder folder(get_folder(original.path));
     if (!backup.empty())
         write_new_file(original, original.text, original.path + backup);
     write_new_file(original, text, original.path);
-    sync_folder_of(original.path);
+    folder.sync();
 }
 
 }  // namespace tool

@@ -3,6 +3,7 @@
 
 #include <sys/stat.h>
 
+#include <memory>
 #include <string>
 
 namespace tool {
@@ -12,10 +13,12 @@ struct Original {
     std::string path;  // without symbolic links
     struct stat status;
     std::string text;
+    std::shared_ptr<const void> lock;  // keeps other processes of this program from changing the file
 };
 
-/// Reads a file that is to be replaced later.
-/// \throws Failure  (io), also if it is not a regular file.
+/// Reads a file that is to be replaced later, and locks it until the result is destroyed, so that of several programs
+/// that change it each sees what the one before wrote. Waits up to ten seconds for the lock.
+/// \throws Failure  (io), also if it is not a regular file, or if another process holds the lock for longer.
 Original read_original(const std::string& file);
 
 /// Puts `text` in the place of a file, which at any moment is whole, old or new: the text goes to a new file
