@@ -10,6 +10,20 @@ namespace quxml {
 
 Step::Step(std::string_view step) : text(step), name_size(std::min(step.find('['), step.size())) {}
 
+NameTest Step::test_of_node(NameComparator& names) const {
+    if (is_empty())
+        return NameTest();
+    return takes_any_name() ? NameTest::any() : NameTest(name_test(), names);
+}
+
+// Deliberate: an empty name test, as in "[1]", passes no child.
+// Test: Cuts/ListFilter.selects/an_empty_name_test_keeps_nothing.
+NameTest Step::test_of_child(NameComparator& names) const {
+    if (is_empty() || takes_any_name())
+        return NameTest::any();
+    return name_size == 0 ? NameTest() : NameTest(name_test(), names);
+}
+
 void Step::select_children(const Node* parent, NameComparator& names, Candidates& selected) {
     if (names.is_users()) {
         note_before_testing(parent, names, selected);
@@ -26,16 +40,18 @@ void Step::select_children(const Node* parent, NameComparator& names, Candidates
 void Step::note_before_testing(const Node* parent, NameComparator& names, Candidates& selected) const {
     const NodeList& children = NodeAccess::children(*parent);
     selected.assign(children.begin(), children.end());
-    keep_if(selected, [&](const Node* child) { return accepts_name(child, names); });
+    const NameTest test = test_of_child(names);
+    keep_if(selected, [&test](const Node* child) { return test.accepts(child); });
 }
 
 void Step::test_before_noting(const Node* parent, NameComparator& names, Candidates& selected) const {
     selected.clear();
+    const NameTest test = test_of_child(names);
     const Node* before = parent;
     for (Node* child : NodeAccess::children(*parent)) {
         prefetch_sibling(before, child);
         before = child;
-        if (accepts_name(child, names))
+        if (test.accepts(child))
             selected.push_back(child);
     }
 }
@@ -43,7 +59,7 @@ void Step::test_before_noting(const Node* parent, NameComparator& names, Candida
 // Deliberate: only the first predicate is read; a "]" before the "[" leaves it open to the end of the step.
 // Tests: Brackets/SingleNode.selects/it_is_deliberate_that_further_predicates_are_ignored,
 // SingleNodeTest.a_closing_bracket_before_the_opening_one_lets_the_predicate_run_to_the_end.
-bool Step::accepts_by_predicate(const Node* node) {
+const NodePredicate& Step::get_node_predicate() {
     if (!predicates) {
         const std::string_view rest = text.substr(name_size + 1);
         const bool is_closed_before = name_test().find(']') != std::string_view::npos;
@@ -51,7 +67,7 @@ bool Step::accepts_by_predicate(const Node* node) {
         read->of_node.emplace(is_closed_before ? rest : rest.substr(0, rest.find(']')));
         predicates = std::move(read);
     }
-    return predicates->of_node->accepts(node);
+    return *predicates->of_node;
 }
 
 // The last character of the step is taken to be the closing "]", whatever it is.

@@ -11,7 +11,6 @@
 #include "ListPredicate.h"
 #include "NodePredicate.h"
 #include "comparators.h"
-#include "dom/NodeAccess.h"
 
 namespace quxml {
 
@@ -29,22 +28,21 @@ public:
 
     bool has_predicates() const { return name_size != text.size(); }
 
-    /// The single-node test: the name, and the text between the first "[" and the first "]".
-    bool accepts(const Node* node, NameComparator& names) {
-        if (is_empty())
-            return false;
-        if (!takes_any_name() && !names(NodeAccess::name(*node), name_test()))
-            return false;
-        return !has_predicates() || accepts_by_predicate(node);
+    /// The name test where single nodes are tested. None passes an empty step.
+    NameTest test_of_node(NameComparator& names) const;
+
+    /// The name test where children are selected. Any passes an empty step.
+    NameTest test_of_child(NameComparator& names) const;
+
+    /// The rest of the single-node test, for a node whose name has passed: the text between the first "[" and
+    /// the first "]".
+    bool accepts_by_predicate(const Node* node) {
+        return !has_predicates() || get_node_predicate().accepts(node);
     }
 
-    // Deliberate: an empty name test, as in "[1]", passes no child.
-    // Test: Cuts/ListFilter.selects/an_empty_name_test_keeps_nothing.
-    /// Whether a child's name passes. Any does for an empty step.
-    bool accepts_name(const Node* child, NameComparator& names) const {
-        if (is_empty() || takes_any_name())
-            return true;
-        return name_size != 0 && names(NodeAccess::name(*child), name_test());
+    /// The single-node test.
+    bool accepts(const Node* node, NameComparator& names) {
+        return test_of_node(names).accepts(node) && accepts_by_predicate(node);
     }
 
     /// The list filter: the children of `parent` whose names pass, with every predicate applied in order.
@@ -60,7 +58,7 @@ private:
 
     std::string_view name_test() const { return text.substr(0, name_size); }
     bool takes_any_name() const { return name_size == 1 && text.front() == '*'; }
-    bool accepts_by_predicate(const Node* node);
+    const NodePredicate& get_node_predicate();
     void note_before_testing(const Node* parent, NameComparator& names, Candidates& selected) const;
     void test_before_noting(const Node* parent, NameComparator& names, Candidates& selected) const;
     std::vector<ListPredicate>& get_list_predicates();

@@ -111,12 +111,12 @@ void Walk::search(Node* node, std::size_t step) {
 }
 
 void Walk::follow_children(Row row) {
-    const Step& step = steps[row.step];
+    const NameTest test = steps[row.step].test_of_child(names);
     while (row.next != row.end) {
         Node* node = *row.next++;
         prefetch_sibling(row.last, node);
         row.last = node;
-        if (!step.accepts_name(node, names)) {
+        if (!test.accepts(node)) {
             prefetch_following(node);
             continue;
         }
@@ -131,9 +131,10 @@ void Walk::follow_children(Row row) {
 
 void Walk::search_children(Row row) {
     Step& step = steps[row.step];
+    const NameTest test = step.test_of_node(names);
     while (row.next != row.end) {
         Node* node = *row.next++;
-        if (step.accepts(node, names)) {
+        if (test.accepts(node) && step.accepts_by_predicate(node)) {
             if (!is_last(row.step)) {
                 add_rest(row);
                 return follow(node, row.step);
