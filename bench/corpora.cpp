@@ -18,7 +18,7 @@ using quxml::Element;
 std::string read_file(const std::string& name) {
     std::ifstream file(name, std::ios::binary);
     if (!file)
-        throw std::runtime_error("can not read " + name);
+        throw std::runtime_error("cannot read " + name);
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 

@@ -26,7 +26,7 @@ std::string configuration();
 /// About 100,000 elements: "group"s of "entry"s, which have attributes and children with text.
 std::string groups();
 
-/// 100,000 siblings called "entry", each with an item of its own, in an order that is none.
+/// 100,000 siblings called "entry", each with an item of its own, in no particular order.
 std::string siblings();
 
 /// A root with n children whose names differ; the last is called "last".

@@ -55,7 +55,7 @@ double processor_time() {
     return static_cast<double>(now.tv_sec) * nanoseconds_per_second + static_cast<double>(now.tv_nsec);
 }
 
-/// What it costs to look at the clock twice.
+/// The time that it takes to read the clock twice.
 double time_of_clock() {
     constexpr int looks = 100;
     double least = std::numeric_limits<double>::infinity();
@@ -80,7 +80,7 @@ double time_of_each(const Run& run, double least_nanoseconds) {
     return total / static_cast<double>(runs);
 }
 
-/// Doubles the number of runs between two looks at the clock until that number takes long enough.
+/// Doubles the number of runs between two readings of the clock until they take long enough.
 double time_of_many(const Run& run, double least_nanoseconds) {
     for (std::size_t runs = 1;; runs *= 2) {
         const double start = processor_time();

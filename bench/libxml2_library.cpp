@@ -18,7 +18,7 @@ struct XPathDestroyer {
     void operator()(xmlXPathObject* object) const { xmlXPathFreeObject(object); }
 };
 
-/// The node behind this one in document order, or null.
+/// The node after this one in document order, or null.
 const xmlNode* next_in_document(const xmlNode* node) {
     if (node->type == XML_ELEMENT_NODE && node->children != nullptr)
         return node->children;
@@ -74,7 +74,7 @@ std::size_t Libxml2::find(const Document& document, const Path& path) {
     const std::unique_ptr<xmlXPathObject, XPathDestroyer> found(
         xmlXPathEvalExpression(xml_text(path.xpath.c_str()), context.get()));
     if (!found)
-        throw std::runtime_error("libxml2 can not read " + path.xpath);
+        throw std::runtime_error("libxml2 cannot read " + path.xpath);
     return xmlXPathNodeSetIsEmpty(found->nodesetval) ? 0
                                                      : static_cast<std::size_t>(found->nodesetval->nodeNr);
 }

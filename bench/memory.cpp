@@ -19,7 +19,7 @@ using quxml_test::cpp_heap;
 
 constexpr int count = 10000;
 
-/// glibc's allocator keeps so much beside each block that a program can use.
+/// What glibc's allocator needs in addition to each block that a program can use.
 constexpr std::size_t bytes_beside_block = sizeof(std::size_t);
 
 /// Per unit of the `count` units that `work` deals with.

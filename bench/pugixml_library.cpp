@@ -36,7 +36,7 @@ bool is_sorted_before(const pugi::xml_node& a, const pugi::xml_node& b) {
 Pugixml::Document Pugixml::read(const std::string& text) {
     auto document = std::make_unique<pugi::xml_document>();
     if (!document->load_buffer(text.data(), text.size()))
-        throw std::runtime_error("pugixml can not read a corpus");
+        throw std::runtime_error("pugixml cannot read a corpus");
     return document;
 }
 

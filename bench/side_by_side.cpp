@@ -1,4 +1,4 @@
-// Measures the library beside others: for each work and input, the libraries take turns, each in a forked
+// Measures the library against others: for each work and input, the libraries take turns, each in a forked
 // child.
 
 #include <libxml/parser.h>

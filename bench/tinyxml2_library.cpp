@@ -21,7 +21,7 @@ struct Counter : tinyxml2::XMLVisitor {
 Tinyxml2::Document Tinyxml2::read(const std::string& text) {
     auto document = std::make_unique<tinyxml2::XMLDocument>();
     if (document->Parse(text.data(), text.size()) != tinyxml2::XML_SUCCESS)
-        throw std::runtime_error("tinyxml2 can not read a corpus");
+        throw std::runtime_error("tinyxml2 cannot read a corpus");
     return document;
 }
 

@@ -163,7 +163,7 @@ std::vector<Input> inputs_of(std::vector<Corpus> texts) {
     return inputs;
 }
 
-/// The path is what such an input is called by.
+/// Such an input is called by its path.
 Input query(std::string (*text)(), const char* path, const char* xpath) {
     return {path, text, {path, xpath}};
 }

@@ -2,7 +2,7 @@
 
 #include <iostream>
 
-// Compares two documents: as they are, and without regard to the order of children that differ in name or item.
+// Compares two documents: as they are, and ignoring the order of children that differ in name or item.
 
 namespace {
 

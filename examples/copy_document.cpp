@@ -2,7 +2,7 @@
 
 #include <iostream>
 
-// Copies a whole document, so that changes can be tried and given up.
+// Copies a whole document, so that changes can be tried and discarded.
 int main() {
     auto settings = quxml::from_string("<settings><volume>5</volume></settings>", false);
 

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-// The library does not recurse with the depth of a tree, and code of your own need not either: what waits stands in a vector.
+// The library does not recurse with the depth of a tree, and your own code need not either: a vector keeps what is to do.
 
 namespace {
 

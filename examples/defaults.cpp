@@ -2,7 +2,7 @@
 
 #include <iostream>
 
-// Reads settings that may be missing. What is absent is no error: it is null, or an empty string.
+// Reads settings that may be missing. It is not an error if one is absent: the result is null, or an empty string.
 
 namespace {
 

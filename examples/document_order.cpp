@@ -3,7 +3,7 @@
 #include <iostream>
 #include <vector>
 
-// Puts what a query found into document order. Results come in the order of addresses, which is any order.
+// Puts what a query found into document order. Results come in the order of addresses, which can be any order.
 
 namespace {
 

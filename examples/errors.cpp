@@ -3,7 +3,7 @@
 #include <iostream>
 #include <stdexcept>
 
-// What goes wrong is told by exceptions; the tree is never left half changed by a query or a failed read.
+// Failures are exceptions; neither a query nor a failed read ever leaves a tree half changed.
 int main() {
     try {
         quxml::from_string("", false);
@@ -19,7 +19,7 @@ int main() {
         std::cout << "not a query: " << error.what() << '\n';
     }
 
-    // What is absent is no error.
+    // It is not an error if something is absent.
     std::cout << "found: " << document.get_root_node()->find_exact_match("/catalog/shelf").size() << '\n';
     std::cout << "child: " << (document.get_root_node()->get_child("shelf") ? "yes" : "no") << '\n';
     std::cout << "attribute: '" << document.get_root_node()->get_attribute_value("id") << "'\n";

@@ -2,7 +2,7 @@
 
 #include <iostream>
 
-// Attribute values are written as they are stored, so what XML does not allow in them is escaped before.
+// Attribute values are written as they are stored, so escape what XML does not allow in them first.
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <sstream>
 #include <stdexcept>
 
-// Reads a file and replaces it, so that whoever reads it sees the old text or the new one and never half of it.
+// Reads a file and replaces it, so that a reader sees the old text or the new one, never half of it.
 
 namespace {
 

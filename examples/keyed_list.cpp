@@ -16,6 +16,6 @@ int main() {
     users->add_child("user", 3)->add_child_text("edsger");
     std::cout << document.write_to_string_formatted(false);
 
-    // Any other key is asked for as an attribute.
+    // Ask for any other key as for an attribute.
     std::cout << users->find_exact_match("/users/user[@item='guest']").size() << '\n';
 }

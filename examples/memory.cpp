@@ -4,7 +4,7 @@
 #include <iostream>
 #include <new>
 
-// Measures what a tree takes, by counting what is allocated while it is built.
+// Measures the memory of a tree by counting what is allocated while it is built.
 
 // NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables,cppcoreguidelines-no-malloc): it is the allocator.
 static std::size_t allocations = 0;

@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-// Lays the settings of a user over the defaults: what both have is taken from the user, what only one has is kept.
+// Merges a user's settings into the defaults: what both have is taken from the user, what only one has is kept.
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <iostream>
 
-// Moves an element below another one, of the same document or of another: by copying it and removing the original.
+// Moves an element below another one, in the same document or another, by copying it and removing the original.
 
 namespace {
 

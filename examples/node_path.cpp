@@ -2,7 +2,7 @@
 
 #include <iostream>
 
-// Tells where a node is: by the names above it, and as the leading part of a longer path.
+// Shows where a node is: by the names above it, and as the leading part of a longer path.
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <iostream>
 
 // Finds an element by a value that comes from outside. The value is compared and never put into a path, where it could break
-// the path or say something else.
+// the path or change its meaning.
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <iostream>
 
-// Orders children by a rule of your own: the snapshot is sorted, then each child is moved to the front, the last one first.
+// Orders children by a rule of your own: the snapshot is sorted, then each child is moved to the front, starting with the last.
 
 namespace {
 

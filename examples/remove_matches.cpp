@@ -2,7 +2,7 @@
 
 #include <iostream>
 
-// Removes everything that a path selects. What stands below another match goes with it, and must not be touched again.
+// Removes everything that a path selects. A match below another match is destroyed with it and must not be touched again.
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <iostream>
 
-// Gives an element one text, whatever texts it had before. add_child_text alone would add a further one.
+// Gives an element one text, whatever texts it had before. add_child_text alone would add another one.
 
 namespace {
 

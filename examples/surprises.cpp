@@ -5,8 +5,8 @@
 #include <stdexcept>
 #include <string>
 
-// What most often surprises newcomers, told by the library itself, each with the way to get what was probably wanted.
-// docs/surprises.md tells the same in words.
+// What most often surprises newcomers, shown by the library itself, each with the way to get what was probably wanted.
+// docs/surprises.md explains it in words.
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <thread>
 #include <vector>
 
-// Every thread has a document of its own; one document is for one thread at a time, queries included.
+// Every thread has a document of its own; only one thread at a time may use a document, even for queries.
 int main() {
     std::vector<std::size_t> counts(4);
     std::vector<std::thread> threads;

@@ -2,7 +2,7 @@
 
 #include <iostream>
 
-// Where the white space of formatted text goes.
+// Shows where the white space of formatted text goes.
 int main() {
     quxml::Document document(false);
     quxml::Element* catalog = document.create_root_node("catalog");

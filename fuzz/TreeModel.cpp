@@ -173,7 +173,7 @@ void compare_links(const Node* parent, const NodeList& children) {
         check(child->get_parent() == parent, "a child has another parent");
         check(child->get_previous_sibling() == previous, "a previous sibling is not the child before");
         if (previous != nullptr)
-            check(previous->get_next_sibling() == child, "a next sibling is not the child behind");
+            check(previous->get_next_sibling() == child, "a next sibling is not the child after it");
         previous = child;
     }
     if (previous != nullptr)

@@ -2,7 +2,7 @@
 // nodes, or the same exception with the same message.
 //
 // Input: a path, a line feed, a tree (see `tree_input.h`), at most 600 bytes: the slow engine recurses with the depth
-// of the tree and takes the path apart at every node, so time grows with the square of the input.
+// of the tree and parses the path at every node, so time grows with the square of the input.
 
 #include <cstdint>
 #include <string>

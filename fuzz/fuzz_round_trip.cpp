@@ -1,5 +1,5 @@
 // Writing, reading and writing again. Both layouts of any tree must survive being read; and if the tree is one that XML
-// text and the reader can carry, both must give the same tree, and the same text when that is written.
+// text and the reader can represent, both must give the same tree, and the same text when that is written.
 //
 // Input: a tree (see `tree_input.h`), at most 1,000 bytes, and not deeper than the 256 levels that libxml2 reads: longer
 // inputs repeat what shorter ones do. Names and values can be any bytes.
@@ -76,7 +76,7 @@ bool is_carried(const std::string& text) {
     return true;
 }
 
-/// A namespace declaration is no attribute. White space other than a blank becomes one.
+/// A namespace declaration is not an attribute. White space other than a blank becomes one.
 bool is_carried(const Attribute& attribute) {
     return is_plain_name(attribute.get_name()) && attribute.get_name() != "xmlns" &&
            is_carried(attribute.get_value()) &&

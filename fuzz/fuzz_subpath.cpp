@@ -1,7 +1,7 @@
 // Sub-paths, for every node of a tree, compared with a second implementation that follows the rules word by word.
 //
 // Input: a path, a line feed, a tree (see `tree_input.h`), at most 512 bytes: the second implementation builds its
-// texts anew for each name, and more nodes or components bring no further case.
+// texts again for each name, and more nodes or components add no new case.
 
 #include <deque>
 #include <locale>

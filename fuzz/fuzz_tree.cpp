@@ -34,7 +34,7 @@ const std::array<std::string, 16> items = {"1",          "2",           "10",  "
                                            " 7",         "7",           "12a", "+1",  "b", "99999999999",
                                            "2147483647", "-2147483649", "0x",  "\xff"};
 
-/// Hands out the input byte by byte; zeros behind its end.
+/// Hands out the input byte by byte; zeros after its end.
 class Choices {
 public:
     Choices(const std::uint8_t* data, std::size_t size) : next(data), end(data + size) {}
@@ -162,7 +162,7 @@ private:
         return true;
     }
 
-    /// A child that `add_child` can not place stays allocated for good, so it is created and linked here by hand.
+    /// A child that `add_child` cannot place stays allocated for good, so it is created and linked here by hand.
     static void add_out_of_range(Element& parent, bool keep_sorted, const std::string& name,
                                  const std::string& item) {
         auto child = std::make_unique<Element>(name, &parent, keep_sorted);

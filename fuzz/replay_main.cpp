@@ -30,7 +30,7 @@ std::vector<fs::path> list_files(const fs::path& place) {
 void replay(const fs::path& file) {
     std::cout << file.filename().string() << std::endl;
     std::ifstream in(file, std::ios::binary);
-    quxml_fuzz::check(in.is_open(), "the file named last can not be opened");
+    quxml_fuzz::check(in.is_open(), "the file named last cannot be opened");
     const std::vector<std::uint8_t> bytes((std::istreambuf_iterator<char>(in)),
                                           std::istreambuf_iterator<char>());
     LLVMFuzzerTestOneInput(bytes.data(), bytes.size());

@@ -10,7 +10,7 @@
 //     "text"       adds text; it ends at the next " or with the input
 //     !            as the first byte: the document is kept sorted
 //
-// Everything else is passed over. The root is called "r". So `@id=1;a"x".b@item=2;` stands for
+// Everything else is skipped. The root is called "r". So `@id=1;a"x".b@item=2;` stands for
 // `<r id="1"><a>x</a><b item="2"/></r>`.
 
 #include <string>

@@ -1,4 +1,4 @@
-# Compares the binary interface with that of the dumps in abi/; fails unless programs built before run on. --write: dumps anew.
+# Compares the binary interface with the dumps in abi/; fails unless programs built before still run. --write: renews the dumps.
 . scripts/support/sysroot.sh
 need_to_build_with abigail-tools
 
@@ -18,7 +18,7 @@ build_for_abi() {
         -DCMAKE_CXX_FLAGS_RELEASE="-O2 -g -DNDEBUG" \
         -DQUXML_BUILD_TESTS=OFF -DQUXML_BUILD_TOOLS=OFF -DQUXML_BUILD_EXAMPLES=OFF
     quietly cmake --build "$place"
-    # What follows is what the exported functions reach.
+    # The rest of the dump is what the exported functions reach.
     abidw --no-corpus-path --no-comp-dir-path --no-show-locs --no-parameter-names --no-elf-needed --type-id-style hash \
         --exported-interfaces-only --drop-private-types --headers-dir include/quxml "$place/src/libquxml.so" >"$place.abi"
 }
@@ -27,7 +27,7 @@ dump_of() {
     echo "abi/libquxml.so.$major.$1.abi"
 }
 
-# New functions are no harm; anything else that abidiff reports is.
+# New functions do no harm; anything else that abidiff reports does.
 check() {
     show abidiff --no-added-syms "$(dump_of "$1")" "build/abi/$1.abi"
 }

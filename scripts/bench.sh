@@ -1,4 +1,4 @@
-# Times the library beside others: all, or named WORKs; --quick; --write into docs; --check instructions [--write].
+# Times the library against others: all, or named WORKs; --quick; --write into docs; --check instructions [--write].
 . scripts/support/instructions.sh
 need_to_build_with libboost-dev libgtest-dev libcli11-dev libpugixml-dev libtinyxml2-dev valgrind python3-matplotlib
 need shared-mime-info xkb-data unicode-cldr-core libgirepository1.0-dev ssg-debian osinfo-db
@@ -10,7 +10,7 @@ count_work() {
     count_instructions "$programs/quxml_side_by_side" --once "$1" "$2" "$3"
 }
 
-# Prints a line of the table of fixed works with the count of today; fails if that is more than 3 % higher.
+# Prints a line of the table of fixed works with today's count; fails if that is more than 3 % higher.
 check_work() {
     awk -v work="$1" -v input="$2" -v library="$3" -v committed="$4" -v now="$(count_work "$1" "$2" "$3")" 'BEGIN {
         ratio = committed + 0 == 0 ? 0 : now / committed
@@ -59,7 +59,7 @@ for argument; do
     esac
 done
 build bench quxml_side_by_side quxml_memory
-# When glibc empties its fast bins, and what that takes, depends on chance; fixed works are counted without these.
+# When glibc empties its fast bins, and what that costs, depends on chance; fixed works are counted without them.
 [ -z "$check" ] || export GLIBC_TUNABLES=glibc.malloc.mxfast=0
 
 if [ "$check" ] && [ "$write" ]; then

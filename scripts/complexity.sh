@@ -1,4 +1,4 @@
-# Counts the instructions of each operation at n, 2n and 4n; fails if one grows faster than stated. Names: only these.
+# Counts the instructions of each operation at n, 2n and 4n; fails if one grows faster than stated. With names, only these.
 . scripts/support/instructions.sh
 need_to_build_with libboost-dev libgtest-dev valgrind
 build release complexity_probe

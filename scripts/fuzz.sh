@@ -13,7 +13,7 @@ build "$preset" "${targets[@]/#/quxml_fuzz_}"
 export ASAN_OPTIONS=detect_leaks=1:strict_string_checks=1
 export UBSAN_OPTIONS=print_stacktrace=1
 
-# Runs one target; its corpus goes on growing from run to run, and what it finds stays below build/ as well.
+# Runs one target; its corpus keeps growing from run to run, and its findings stay below build/ as well.
 fuzz() {
     local place=build/$preset/fuzz/$1 limit arguments inputs=("fuzz/seeds/$1")
     limit=$(sed -n 's/^constexpr std::size_t longest_input = \([0-9]*\);$/\1/p' "fuzz/fuzz_$1.cpp")

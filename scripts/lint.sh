@@ -1,4 +1,4 @@
-# Checks the formatting and which folder includes which, then runs clang-tidy and shellcheck; no finding is let through.
+# Checks the formatting and which folder includes which, then runs clang-tidy and shellcheck; fails on any finding.
 
 # Names the folders whose headers the files of a folder may include, besides their own.
 known_to() {

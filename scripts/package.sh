@@ -1,11 +1,11 @@
-# Builds the Debian packages of what is committed, twice, and tries them; or cross-builds them for ARCH; takes root.
+# Builds Debian packages of what is committed, twice, and tries them; or cross-builds them for ARCH; needs root.
 . scripts/support/sysroot.sh
-[ "$(id -u)" -eq 0 ] || fail "package: only root can make a system to try the packages in"
+[ "$(id -u)" -eq 0 ] || fail "package: only root can set up a system to try the packages in"
 need_to_build_with debhelper dpkg-dev libcli11-dev libboost-dev libgtest-dev lintian mmdebstrap
 place=$PWD/build/package
 first=$place/quxml second=$place/again/in/another/folder/quxml
 
-# Lays out the committed files in a folder; the packages will stand beside it.
+# Puts the committed files into a folder; the packages will be built beside it.
 export_tree() {
     mkdir -p "$1"
     git archive HEAD | tar --extract --directory "$1"
@@ -20,7 +20,7 @@ packages_in() {
     find "$(dirname "$1")" -maxdepth 1 \( -name '*.deb' -o -name '*.tar.xz' -o -name '*.dsc' \) -printf '%f\n' | sort
 }
 
-# Neither the folder nor whether the tests were built may leave a trace.
+# The packages must depend neither on the folder nor on whether the tests were built.
 compare_packages() {
     local package
     [ "$(packages_in "$first")" = "$(packages_in "$second")" ] || fail "package: the two builds made different packages"
@@ -60,12 +60,12 @@ package() {
 }
 
 # The packages of another architecture are built and tried in a Debian of their own, so that this machine never learns of
-# that architecture. Only sources that have packages of both serve: of a library, both must be of one version.
+# that architecture. Only sources with packages of both are used: a library must have the same version in both.
 cross_package() {
     local made=$place/$1
     triplet_of "$1" >/dev/null
     update_indexes "$1"
-    [ -n "$(debian_sources apt_get_for "$1")" ] || fail "package: there are no packages of Debian's for $1"
+    [ -n "$(debian_sources apt_get_for "$1")" ] || fail "package: Debian has no packages for $1"
     export_tree "$place/trial/packages/quxml"
     export_tree "$first"
     mkdir "$made"
@@ -75,7 +75,7 @@ cross_package() {
 }
 
 [ $# -le 1 ] || fail "package takes one architecture at most: $*"
-[ -z "$(git status --porcelain)" ] || echo "The packages are made of what is committed; not everything is."
+[ -z "$(git status --porcelain)" ] || echo "The packages are built from what is committed; there are uncommitted changes."
 rm -rf --one-file-system "$place"
 mkdir -p "$place/temporary" "$place/trial/packages"
 if [ $# -eq 0 ]; then

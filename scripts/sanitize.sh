@@ -1,4 +1,4 @@
-# Runs the tests under each sanitizer, with the standard library's own checks, and under valgrind; names: only these.
+# Runs the tests under each sanitizer, with the standard library's own checks, and under valgrind; with names, only these.
 need_to_build_with libboost-dev libgtest-dev googletest libcli11-dev clang libclang-rt-dev valgrind libc6-dbg
 
 is_asked_for() {
@@ -14,7 +14,7 @@ build_googletest() {
     quietly cmake --build build/googletest --target install
 }
 
-# The allocators of a thread's stack are "possibly lost" to valgrind, so only sure losses count. The second option
+# The allocators of a thread's stack are "possibly lost" to valgrind, so only definite losses count. The second option
 # leaves a program its own `operator new`.
 memcheck() {
     quietly valgrind --quiet --error-exitcode=99 --leak-check=full --errors-for-leak-kinds=definite,indirect \

@@ -1,11 +1,11 @@
-# Builds for ARCHs (all if none is named) and fails where docs/sizes.md is exceeded by 2 %; --write renews it.
+# Builds for ARCHs (default: all) and fails if a size exceeds docs/sizes.md by 2 %; --write renews it.
 . scripts/support/sysroot.sh
 need_to_build_with libxml2-dev
 
 command="check"
 [ "${1-}" != --write ] || { command="write" && shift; }
 
-# Fails if a library or program has grown, but goes on to the others before.
+# Fails if a library or program has grown, but only after checking the others.
 size() {
     local arch=$1 flags failures=0 toolchain
     choose_toolchain "$arch"

@@ -11,7 +11,7 @@ namespace quxml {
 
 class Element;
 
-/// The owner of one tree. It can be moved and not copied.
+/// The owner of one tree. It can be moved, but not copied.
 ///
 /// \par Threads
 /// Different documents may be used on different threads at once; one document may not.
@@ -63,10 +63,9 @@ public:
     ///     read.
     /// \param deep whether attributes and everything below are copied, or the name alone.
     /// \return the new root, borrowed.
-    /// \throws std::out_of_range ("stoi") if a node of a derived class, which copies itself, brings about the
-    ///     comparison of an item beyond the range of `int`; the document holds what had been copied until
-    ///     then.
-    /// \throws std::bad_alloc the document holds what had been copied until then, or no root.
+    /// \throws std::out_of_range ("stoi") if a node of a derived class, which copies itself, causes the
+    ///     comparison of an item beyond the range of `int`; the document holds what had been copied so far.
+    /// \throws std::bad_alloc the document holds what had been copied so far, or no root.
     /// \par Complexity
     /// The size of both trees; for an element that is kept sorted, n log n for n children.
     Element* create_root_node_by_import(const Element* source, bool deep);
@@ -74,7 +73,7 @@ public:
     /// The whole document as compact text: `<?xml version="1.0"?>` and the root on one line, without a line
     /// end.
     /// \par Complexity
-    /// Linear in the length of the text, as the next one.
+    /// Linear in the length of the text, like the next one.
     std::string write_to_string() const;
 
     /// The whole document as formatted text: one element per line, two spaces per level, every line ended by

@@ -43,7 +43,7 @@ public:
     /// linear in the number of attributes and the length of the value.
     std::string get_attribute_value(const std::string& name) const;
 
-    /// Gives the attribute `name` a value: in its place if there is one, else in a new attribute at the end.
+    /// Gives the attribute `name` a value: in its place if there is one, otherwise in a new attribute at the end.
     /// The value is stored as it is and written as it is: escape what XML does not allow in an attribute
     /// before you set it. Setting "item" does not sort the parent again.
     /// \return the attribute, borrowed.
@@ -62,7 +62,7 @@ public:
     /// linear in the number of attributes, one allocation for each.
     AttributeList get_attributes() const;
 
-    /// Adds a text child holding `text`; there is no merging with text that is already there.
+    /// Adds a text child holding `text`; it is not merged with text that is already there.
     ///
     /// Deliberate: in an element that is kept sorted the new text goes in front of everything, earlier text
     /// included. Test: AddChildText.goes_in_front_of_everything_if_kept_sorted_which_is_wanted.
@@ -111,10 +111,9 @@ public:
     /// Deliberate: the copy is linked before it gets its attributes, so in a parent that is kept sorted it
     /// goes after all its namesakes, whatever its item; copies made in source order keep the source order.
     /// Test: ElementCopy.goes_after_its_namesakes_whatever_its_item_which_is_wanted.
-    /// \throws std::out_of_range ("stoi") if a child of a derived class, which copies itself, brings about
-    ///     the comparison of an item beyond the range of `int`; what had been copied until then stays in
-    ///     `parent`.
-    /// \throws std::bad_alloc what had been copied until then stays in `parent`.
+    /// \throws std::out_of_range ("stoi") if a child of a derived class, which copies itself, causes the
+    ///     comparison of an item beyond the range of `int`; what had been copied so far stays in `parent`.
+    /// \throws std::bad_alloc what had been copied so far stays in `parent`.
     /// \par Complexity
     /// The size of the copy; in an element that is kept sorted, n log n for n children.
     Node* get_deep_copy_of_node(bool deep, Element* parent) const override;

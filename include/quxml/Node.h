@@ -174,8 +174,8 @@ public:
     /// Sorts the children, whether or not this node is kept sorted.
     ///
     /// The order: by name, bytes as unsigned; text, whose name is empty, comes first. Namesakes that are both
-    /// elements are ordered by the attribute "item": as numbers if both begin with one (`std::stoi`), else as
-    /// text. The sort is stable for equal items.
+    /// elements are ordered by the attribute "item": as numbers if both begin with one (`std::stoi`), otherwise
+    /// as text. The sort is stable for equal items.
     ///
     /// Deliberate: an element without an item counts as going before each namesake and each namesake as going
     /// before it. A group of which no element has an item is therefore reversed by each call. Results for
@@ -186,7 +186,7 @@ public:
     ///     still there, in an unspecified order, and their sibling links are as before.
     /// \par Complexity
     /// n log n comparisons for n children, and memory for n small records while it runs; without that memory
-    /// the same order comes about more slowly.
+    /// it produces the same order more slowly.
     void sort_children();
 
     /// `sort_children` on this node, then on everything below it, parents first.

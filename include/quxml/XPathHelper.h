@@ -19,7 +19,7 @@ class Element;
 using StringComparator = std::function<bool(const std::string&, const std::string&)>;
 
 /// The path-query engine. Most callers want `Node::find_exact_match` or `Node::find_substring_match`, which
-/// use a fresh helper for each query; a helper of one's own brings a comparator of one's own.
+/// use a fresh helper for each query; a helper of your own takes a comparator of your own.
 ///
 /// A path is a list of steps separated by "/":
 ///
@@ -75,7 +75,7 @@ public:
     /// Deliberate: the results are never cleared. A second `find` on the same helper returns the nodes of
     /// both, except that an empty path, or one of white space only, returns an empty set.
     /// \param node the start node, borrowed; nothing is selected if it is null.
-    /// \param path white space around it is taken off.
+    /// \param path white space around it is removed.
     /// \return a copy of the results; the pointers are borrowed.
     NodeSet find(Node* node, std::string path) const;
 

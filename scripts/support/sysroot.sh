@@ -1,9 +1,9 @@
 # Functions for verbs that build for 32-bit machines. A sysroot, build/sysroot/ARCH, has Debian's packages of that
-# architecture unpacked and not installed, so the package manager of this machine never learns of another architecture.
+# architecture unpacked, not installed, so the package manager of this machine never knows of another architecture.
 architectures=(i386 armhf armel mipsel powerpc)
 sysroots=$PWD/build/sysroot
 
-# Prints what the names of an architecture's compiler begin with.
+# Prints the beginning of the names of an architecture's compiler.
 triplet_of() {
     case $1 in
         i386) echo i686-linux-gnu ;;
@@ -14,7 +14,7 @@ triplet_of() {
     esac
 }
 
-# Sees to what a build for an architecture needs: the compiler, and a sysroot, which is made anew for other packages.
+# Provides what a build for an architecture needs: the compiler, and a sysroot, which is made again for other packages.
 need_to_cross_build() {
     local triplet make=unpack_sysroot packages=(libxml2-dev libboost-dev libgtest-dev libcli11-dev liblzma-dev zlib1g-dev)
     triplet=$(triplet_of "$1")
@@ -27,7 +27,7 @@ need_to_cross_build() {
     echo "${packages[*]}" >"$sysroots/$1/packages"
 }
 
-# Makes `toolchain` the arguments that have CMake build for an architecture: none for amd64.
+# Sets `toolchain` to the arguments with which CMake builds for an architecture: none for amd64.
 choose_toolchain() {
     toolchain=()
     [ "$1" != amd64 ] || return 0
@@ -46,9 +46,9 @@ apt_get_for() {
         -o Dir::State="$state" -o Dir::State::status="$state/status" -o Dir::Cache="$state/cache" "${@:2}"
 }
 
-# An index that cannot be had leaves older versions of some packages, or none, and then their download fails.
+# If an index cannot be fetched, some packages have older versions, or none, and then their download fails.
 update_indexes() {
-    quietly apt_get_for "$@" update || echo "Some indexes of $1 cannot be had; going on with the others."
+    quietly apt_get_for "$@" update || echo "Some indexes of $1 cannot be fetched; going on with the others."
 }
 
 unpack_sysroot() {
@@ -63,7 +63,7 @@ unpack_sysroot() {
 }
 
 # For an architecture that Debian has compilers for and no packages: libxml2 and GoogleTest are built from their sources,
-# and the packages of this machine lend what is nothing but headers.
+# and what consists of headers only comes from the packages of this machine.
 build_sysroot() {
     local sysroot=$sysroots/$1
     need "${@:2}"
@@ -88,7 +88,7 @@ fetch_source() {
     quietly in_folder "$place" apt_get_for "$1" "${sources[@]}" source "$2"
 }
 
-# Copies this machine's lists of where packages come from, changed to where the packages' sources come from.
+# Copies this machine's lists of package sources, changed so that they name the sources of the packages.
 name_sources() {
     local list
     for list in /etc/apt/sources.list /etc/apt/sources.list.d/*.{list,sources}; do

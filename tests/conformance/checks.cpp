@@ -51,7 +51,7 @@ void add_nodes(NodeSet& nodes, Node* node) {
 // ---- Writing ----
 
 /// Values are written as they are, and white space other than a blank is read as one. A namespace declaration
-/// is no attribute, and prefixes are dropped.
+/// is not an attribute, and prefixes are dropped.
 bool is_carried(const Attribute* attribute) {
     return attribute->get_name() != "xmlns" && attribute->get_name().find(':') == std::string::npos &&
            attribute->get_value().find_first_of("&<\"\t\n\r") == std::string::npos;

@@ -25,7 +25,7 @@ build() {
     "$cmake" --build "$2" --parallel 1  # CTest runs several tests at once
 }
 
-# The same for the project in consumer/, which comes by the library by the route $1.
+# The same for the project in consumer/, which gets the library by the route $1.
 build_consumer() {
     build "$here/consumer" "$work/$1" -Droute="$1" "${@:2}"
 }
@@ -40,12 +40,12 @@ build_consumer_of_installed() {
         -DCMAKE_DISABLE_FIND_PACKAGE_LibXml2=$shared
 }
 
-# Runs a program of consumer/, whose output stands in a file beside its source.
+# Runs a program of consumer/, whose expected output is in a file beside its source.
 check() {
     run "$@" | diff "$here/consumer/$(basename "$1").out" -
 }
 
-# Everything installed is used in another place than it was installed in.
+# Everything is used in another place than where it was installed.
 install() {
     build "$sources" "$work/build" -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_FLAGS_RELEASE="-O1 -DNDEBUG" \
         -DQUXML_BUILD_TESTS=OFF -DQUXML_BUILD_EXAMPLES=OFF \
@@ -93,7 +93,7 @@ installed_files() {
         sort | diff "$here/installed_files.$kind.txt" -
 }
 
-# gdb loads what belongs to the library by itself, from a folder that nobody has moved.
+# gdb loads the library's script automatically, from a folder that was not moved.
 gdb_auto_load() {
     local unmoved=$work/unmoved
     [ -n "$gdb" ] || exit 77
@@ -104,15 +104,15 @@ gdb_auto_load() {
         -ex "help quxml-tree" | grep -F "quxml-tree NODE [DEPTH]"
 }
 
-# Runs a grep that must find nothing; that it goes wrong is no good news either.
+# Runs a grep that must find nothing; an error of grep is a failure as well.
 finds_nothing() {
     local status=0
     "$@" || status=$?
     [ "$status" -eq 1 ]
 }
 
-# The installed files name no folder of the machine that they were built on. Deliberate: one file stands below the name of
-# the folder in which the library was installed, for gdb looks for it there.
+# The installed files name no folder of the machine that they were built on. Deliberate: the path of one file
+# contains the folder in which the library was installed, since gdb looks for it there.
 paths() {
     finds_nothing grep -rF -e "$sources" -e "$builds" ${sysroot:+-e "$sysroot"} "$prefix"
     find "$prefix" ! -path "$prefix/share/gdb/auto-load/*" -printf '%P\n' |
@@ -129,8 +129,8 @@ soname() {
 }
 
 # The shared library exports the interface and nothing else. Compilers differ in how many constructors and destructors they
-# make of one, which all bear the same name. Local symbols are not exported: the linker for MIPS writes those into the table
-# too whose addresses it fills in when the library is loaded.
+# make of one, which all have the same name. Local symbols are not exported: the linker for MIPS also puts those into the
+# table whose addresses are filled in when the library is loaded.
 symbols() {
     "$nm" --dynamic --defined-only --extern-only --demangle "$prefix/$libraries/libquxml.so" |
         sed 's/^[0-9a-f]* . //' | sort --unique | diff "$here/symbols.txt" -

@@ -70,7 +70,7 @@ public:
     }
 };
 
-// Runs what stands behind each "$ " and gives the session as it then reads.
+// Runs what follows each "$ " and returns the session as it then reads.
 std::string replay(const Folder& folder, const std::string& session) {
     std::istringstream lines(session);
     std::string replayed;

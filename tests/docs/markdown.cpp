@@ -25,7 +25,7 @@ Cell make_cell(const std::string& text) {
     return {trim(text), find_all(text, "`([^`]+)`")};
 }
 
-/// The cells of `| a | b |`; `\|` is no border.
+/// The cells of `| a | b |`; `\|` is not a border.
 std::vector<Cell> make_row(const std::string& line) {
     std::vector<Cell> cells;
     std::string cell;
@@ -72,7 +72,7 @@ private:
             page.blocks.back().text += line + '\n';
     }
 
-    // Blocks that are indented stand behind an empty line and are no part of a list.
+    // Blocks that are indented follow an empty line and are not part of a list.
     void add_indented(const std::string& line) {
         if (!in_indented)
             page.blocks.push_back({marker, "sh", ""});

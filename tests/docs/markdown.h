@@ -39,7 +39,7 @@ inline std::ostream& operator<<(std::ostream& out, const Page& page) {
     return out << page.name;
 }
 
-/// The top of the repository, with a slash behind it.
+/// The top of the repository, with a slash at its end.
 extern const std::string top;
 
 /// Every page that is written for readers: at the top and in docs/.

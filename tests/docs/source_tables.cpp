@@ -60,7 +60,7 @@ const std::vector<std::string>& classes() {
     return names;
 }
 
-// The operations that the headers declare, by their names; constructors and destructors bear those of their classes.
+// The operations that the headers declare, by their names; constructors and destructors have those of their classes.
 Names declared_operations() {
     static const std::string declaration =
         R"(\n(?:    |QUXML_EXPORT )(?:virtual |explicit )?(?:[A-Za-z:_<>, ]+[&*]? )?~?([A-Za-z_]+)\()";
@@ -98,7 +98,7 @@ void check_exceptions(const Page& page, const Table& table, const std::string& s
     expect_all_of(find_in_column(table, 1, "(.*::.*)"), types);
 }
 
-// | Operation, but for constructors all of them | Cost | Check, an operation that is measured
+// | Operation, all of them except constructors | Cost | Check, an operation that is measured
 void check_costs(const Page& page, const Table& table, const std::string& subject) {
     check_operations(page, table, subject);
     Names named = operations_of_table(table);
@@ -125,7 +125,7 @@ void check_classes(const Page& /*page*/, const Table& table, const std::string& 
     EXPECT_EQ(codes_of_column(table, 0), nodes);
 }
 
-// What is in a folder, but for hidden files.
+// What is in a folder, except hidden files.
 std::vector<std::filesystem::path> entries_of(const std::string& folder) {
     std::vector<std::filesystem::path> entries;
     for (const auto& entry : std::filesystem::directory_iterator(top + folder))

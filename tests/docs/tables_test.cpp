@@ -14,7 +14,7 @@
 #include "quxml/quxml.h"
 #include "source_tables.h"
 
-// Checks the tables of the documentation, each in the way that the comment above it tells. Most are run, for example that of
+// Checks the tables of the documentation, each as the comment above it says. Most are run, for example that of
 // `<!-- queries on examples/catalog.xml -->`: each row says what to do and what comes of it. Others are compared with the
 // sources (`source_tables.h`). A table without a comment has to be named here, with the reason.
 
@@ -102,7 +102,7 @@ void check_queries(const Table& table, const std::string& file, Search search) {
     }
 }
 
-// | Predicate | what it selects behind catalog/book | and behind //book |
+// | Predicate | what it selects after catalog/book | and after //book |
 void check_predicates(const Table& table, const std::string& file) {
     const auto document = read(file);
     quxml::Node& root = *document->get_root_node();
@@ -164,7 +164,7 @@ void check_subpaths(const Table& table, const std::string& file) {
     }
 }
 
-// What stands in a text before or behind a piece of it, in words.
+// What is in a text before or after a piece of it, in words.
 std::string name_gap(const std::string& gap) {
     if (gap.empty())
         return "nothing";
@@ -178,7 +178,7 @@ std::string get_blanks_at_end(std::string text) {
     return blanks;
 }
 
-// | Piece of the text | Before it | Behind it | ...
+// | Piece of the text | Before it | After it | ...
 void check_white_space(const Table& table, const std::string& file) {
     const std::string text = quxml_test::read_file(file);
     for (const Row& row : table.rows) {

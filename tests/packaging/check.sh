@@ -28,7 +28,7 @@ checksum() {
     "$1" <LICENSE | cut -d ' ' -f 1
 }
 
-# CMake says nothing of a misspelt option but a warning at the end.
+# CMake only warns of a misspelt option, at the end.
 options() {
     local name names
     names=$(grep -rhoE -e '-D[A-Z0-9_]+' debian/rules packaging | sed 's/^-D//' | sort -u)
@@ -54,7 +54,7 @@ lay_out() {
     done
 }
 
-# Puts what patterns name into a package; there must be something, and no other package may have it.
+# Puts what patterns name into a package; each must match something that no other package has.
 put_into_package() {
     local pattern
     for pattern in "$@"; do
@@ -78,7 +78,7 @@ debian_files() {
     check_that_nothing_is_left
 }
 
-# The last folders are those that go into packages without being named.
+# The folders at the end go into packages without being named.
 yocto_files() {
     local files
     lay_out lib shared

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # What a user of the Debian packages does in a bare system: installs them, uses the program, builds programs by every
-# route, and removes them. Beside this script stand `packages`, `consumer`, a user's project, and `data`, documents.
+# route, and removes them. Beside this script are `packages`, `consumer` (a user's project) and `data` (documents).
 #
 # With an architecture as argument, the packages are first built for it, from the sources in `packages/quxml`, and then
 # tried with a cross compiler and in qemu.
@@ -31,7 +31,7 @@ check() {
     run "$2" | diff "$1" -
 }
 
-# Makes the packages for the architecture, but for the documentation, which is the same for all.
+# Builds the packages for the architecture, except the documentation, which is the same for all.
 cross_build() {
     install build-essential "crossbuild-essential-$architecture"
     apt-get build-dep --yes --no-install-recommends --arch-only --host-architecture "$architecture" \
@@ -41,7 +41,7 @@ cross_build() {
     rm -r packages/quxml
 }
 
-# Has the rest of the trial use what is for the architecture.
+# Makes the rest of the trial use what is for the architecture.
 choose_cross_tools() {
     local triplet processor
     triplet=$(dpkg-architecture --host-arch "$architecture" --query DEB_HOST_GNU_TYPE)
@@ -103,7 +103,7 @@ documentation() {
     say "the guide and the reference are there"
 }
 
-# Nothing is left but what the package manager writes about itself.
+# Nothing is left except what the package manager records about itself.
 removal() {
     apt-get purge --yes "libquxml1:$architecture" "libquxml-dev:$architecture" libquxml-doc "quxml:$architecture"
     find /etc /usr /var/lib/dpkg/info -name '*quxml*' | diff /dev/null -

@@ -184,7 +184,7 @@ TEST_F(Handlers, an_empty_comparator_is_accepted_until_a_name_is_tested) {
     EXPECT_EQ(empty.find(root, ""), NodeSet());
     EXPECT_EQ(tree.names(empty.find(root, "*/*[1]")), "a1 b1");
     EXPECT_EQ(tree.names(empty.find(root, "//*[2]")), "a1 a2 b1");
-    EXPECT_EQ(tree.names(empty.find(root, "/")), "a1 a2 b1") << "an empty step is no name";
+    EXPECT_EQ(tree.names(empty.find(root, "/")), "a1 a2 b1") << "an empty step is not a name";
     EXPECT_EQ(tree.names(empty.find(tree.node("b1"), "*/a")), "a1 a2 b1") << "there is no child to be tested";
     const std::string message = std::bad_function_call().what();
     EXPECT_THROW_MESSAGE(empty.find(root, "r"), std::bad_function_call, message);

@@ -57,7 +57,7 @@ const QueryRow number_rows[] = {
     {"a negative number selects its item", "r{a(n=1,item=-3) a(n=2)}", "#1", "r/a[-3]", "1"},
     {"text after the number is part of the item", "r{a(n=1,item=2nd) a(n=2,item=2)}", "#1", "r/a[2nd]", "1"},
     {"blanks are part of the item", "r{a(n=1,item=2) a(n=2,item=' 2')}", "#1", "r/a[ 2]", "2"},
-    {"an empty item is no missing item", "r{a(n=1,item='') a(n=2)}", "#1", "r/a[1]", "2"},
+    {"an empty item is not a missing item", "r{a(n=1,item='') a(n=2)}", "#1", "r/a[1]", "2"},
     {"several numbers", "r{a(n=1,item=1) a(n=2,item=2)}", "#1", "r/a[1][2]", ""},
     {"the same number again", "r{a(n=1,item=1) a(n=2)}", "#1", "r/a[1][1]", "1 2"},
 };
@@ -82,14 +82,14 @@ const QueryRow last_rows[] = {
     {"the smallest offset", four, "#1", "r/a[last()-2147483648]", ""},
     {"blanks within the offset throw", four, "#1", "r/a[last() - 1]", not_a_number},
     {"a blank alone after last throws", four, "#1", "r/a[last() ]", not_a_number},
-    {"an offset that is no number throws", four, "#1", "r/a[last()-x]", not_a_number},
+    {"an offset that is not a number throws", four, "#1", "r/a[last()-x]", not_a_number},
     {"a second last throws", four, "#1", "r/a[last()last()]", not_a_number},
     {"a second last after an offset is ignored", four, "#1", "r/a[last()-1last()]", "3"},
     {"an offset too large throws", four, "#1", "r/a[last()+2147483648]", number_too_large},
     {"an offset too small throws", four, "#1", "r/a[last()-2147483649]", number_too_large},
     {"a bad offset throws for no nodes too", four, "#1", "r/b[last()-x]", not_a_number},
-    {"last in another case is no last", four, "#1", "r/a[LAST()]", ""},
-    {"last with a blank within is no last", four, "#1", "r/a[last( )]", ""},
+    {"last in another case is not last", four, "#1", "r/a[LAST()]", ""},
+    {"last with a blank within is not last", four, "#1", "r/a[last( )]", ""},
 };
 INSTANTIATE_TEST_SUITE_P(Last, Positional, ::testing::ValuesIn(last_rows), quxml_test::note_of<QueryRow>);
 
@@ -97,7 +97,7 @@ const QueryRow position_rows[] = {
     {"no operator", four, "#1", "r/a[position()]", "1 2 3 4"},
     {"less", four, "#1", "r/a[position()<3]", "1 2"},
     {"less than 1", four, "#1", "r/a[position()<1]", ""},
-    {"it is deliberate that less than 0 is no bound", four, "#1", "r/a[position()<0]", "1 2 3 4"},
+    {"it is deliberate that less than 0 is not a bound", four, "#1", "r/a[position()<0]", "1 2 3 4"},
     {"less than a negative number is hardly a bound", four, "#1", "r/a[position()<-1]", "1 2 3 4"},
     {"less than the count", four, "#1", "r/a[position()<4]", "1 2 3"},
     {"less than more than the count", four, "#1", "r/a[position()<9]", "1 2 3 4"},

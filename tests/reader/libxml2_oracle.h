@@ -103,7 +103,7 @@ private:
         return s == nullptr ? "" : std::string(s, s + xmlStrlen(s));
     }
 
-    /// As `to_line` quotes text, and whatever is no plain word.
+    /// As `to_line` quotes text, and whatever is not a plain word.
     static std::string quote(const std::string& text, char mark) {
         std::string quoted(1, mark);
         for (const char c : text) {

@@ -25,10 +25,10 @@ struct CountingHeap {
     void* watched_block = nullptr;  // ... that was handed out
 };
 
-/// Behind `operator new` and `operator delete`.
+/// For `operator new` and `operator delete`.
 CountingHeap& cpp_heap() noexcept;
 
-/// Behind libxml2's `xmlMalloc`, `xmlRealloc`, `xmlFree` and `xmlMemStrdup`.
+/// For libxml2's `xmlMalloc`, `xmlRealloc`, `xmlFree` and `xmlMemStrdup`.
 CountingHeap& xml_heap() noexcept;
 
 /// As long as it lives, one allocation fails, or all from that one on.

@@ -26,12 +26,12 @@ build() {
     }
 }
 
-# A program that does not read goes without libxml2 and without the reader.
+# A program that does not read needs neither libxml2 nor the reader.
 check_that_only_reading_takes_libxml2() {
     local program
     for program in build_and_write query; do
         if needs_libxml2 "$program" || holds_the_reader "$program"; then
-            echo "$program needs libxml2, or holds the reader"
+            echo "$program needs libxml2, or contains the reader"
             return 1
         fi
     done
@@ -42,7 +42,7 @@ needs_libxml2() {
     readelf --dynamic --wide "$folder/static/$1" | grep --quiet --fixed-strings 'Shared library: [libxml2.so'
 }
 
-# The reader is known by a text of its own.
+# The reader is recognised by one of its texts.
 holds_the_reader() {
     grep --quiet --text --fixed-strings ' (error code: ' "$folder/static/$1"
 }

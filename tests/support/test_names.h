@@ -9,7 +9,7 @@
 namespace quxml_test {
 
 /// The note of a row as the name of its test, which may hold letters, digits and underscores alone: one underscore for
-/// whatever stands between two words.
+/// whatever is between two words.
 template <class Row>
 std::string note_of(const ::testing::TestParamInfo<Row>& row) {
     std::string name;
