@@ -1,3 +1,7 @@
+// Keeps the blocks of the documentation true. Programs and what they print are cut from the files that the comment above
+// them names, and these are built and run; sessions with a shell are run again; CMake lists are configured. Commands to type,
+// which would take too long, must at least name verbs of ./dev that there are.
+
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -15,10 +19,6 @@
 #include <vector>
 
 #include "markdown.h"
-
-// Keeps the blocks of the documentation true. Programs and what they print are cut from the files that the comment above
-// them names, and these are built and run; sessions with a shell are run again; CMake lists are configured. Commands to type,
-// which would take too long, must at least name verbs of ./dev that there are.
 
 namespace {
 
@@ -44,7 +44,7 @@ Result run_in(const std::string& folder, const std::string& command) {
     return {pclose(shell), out};
 }
 
-// A folder that is gone with the object.
+/// A folder that is gone with the object.
 class Folder {
 public:
     Folder() : name(std::filesystem::temp_directory_path() / "quxml-docs-XXXXXX") {
@@ -60,7 +60,7 @@ public:
     std::string name;
 };
 
-// Where the sessions of a page take place, one after the other: the examples are there, and a file that may be changed.
+/// Where the sessions of a page take place, one after the other: the examples are there, and a file that may be changed.
 class SessionFolder : public Folder {
 public:
     SessionFolder() {
@@ -70,7 +70,7 @@ public:
     }
 };
 
-// Runs what follows each "$ " and returns the session as it then reads.
+/// Runs what follows each "$ " and returns the session as it then reads.
 std::string replay(const Folder& folder, const std::string& session) {
     std::istringstream lines(session);
     std::string replayed;
@@ -95,7 +95,7 @@ std::size_t indentation(const std::vector<std::string>& lines) {
     return smallest;
 }
 
-// Whether the lines stand in the file as they are, or all of them further to the right.
+/// Whether the lines stand in the file as they are, or all of them further to the right.
 bool is_cut_from(const std::vector<std::string>& lines, const std::vector<std::string>& file) {
     for (auto first = file.begin(); file.end() - first >= static_cast<std::ptrdiff_t>(lines.size());
          ++first) {
@@ -113,7 +113,7 @@ bool is_cut_from(const std::vector<std::string>& lines, const std::vector<std::s
     return false;
 }
 
-// A program of examples/ is built and run if a file beside it says what it must print.
+/// A program of examples/ is built and run if a file beside it says what it must print.
 void expect_to_be_tested(const std::string& name) {
     const bool is_program = name.rfind("examples/", 0) == 0 && name.find(".cpp") != std::string::npos;
     if (is_program) {
@@ -133,7 +133,7 @@ void check_session(const Folder& folder, const Block& block) {
     EXPECT_EQ(replay(folder, block.text), block.text);
 }
 
-// The project that the block describes, with the library in the folder quxml below it.
+/// The project that the block describes, with the library in the folder quxml below it.
 void check_configured(const Block& block) {
     const Folder folder;
     std::ofstream(folder.name + "/CMakeLists.txt") << block.text;
@@ -148,7 +148,7 @@ void check_commands(const Block& block) {
         EXPECT_TRUE(quxml_test::is_file("scripts/" + verb + ".sh") || verb == "all") << "./dev " << verb;
 }
 
-// A word in capitals stands for others, as in scripts/VERB.sh.
+/// A word in capitals stands for others, as in scripts/VERB.sh.
 bool is_pattern(const std::string& name) {
     return !quxml_test::find_all(name, "([A-Z]{2,})").empty();
 }

@@ -1,3 +1,5 @@
+// Follows every link and picture of the documentation: the file has to be there, and the heading in it.
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -9,13 +11,11 @@
 
 #include "markdown.h"
 
-// Follows every link and picture of the documentation: the file has to be there, and the heading in it.
-
 namespace {
 
 using quxml_test::Page;
 
-// What a heading is called in links: in lower case, without punctuation, with "-" for blanks.
+/// What a heading is called in links: in lower case, without punctuation, with "-" for blanks.
 std::string make_anchor(const std::string& heading) {
     std::string anchor;
     for (const char c : heading) {

@@ -17,7 +17,7 @@ namespace {
 
 using Names = std::set<std::string>;
 
-// What the expression's first group finds in each code of a column.
+/// What the expression's first group finds in each code of a column.
 Names find_in_column(const Table& table, std::size_t column, const std::string& expression) {
     Names names;
     for (const auto& row : table.rows)
@@ -40,7 +40,7 @@ void expect_all_of(const Names& some, const Names& all) {
         EXPECT_EQ(all.count(name), 1U) << name;
 }
 
-// 12,640 as well as 12640; -1 for a cell without a number.
+/// 12,640 as well as 12640; -1 for a cell without a number.
 long long to_number(const Cell& cell) {
     std::string digits;
     std::copy_if(cell.text.begin(), cell.text.end(), std::back_inserter(digits),
@@ -60,7 +60,7 @@ const std::vector<std::string>& classes() {
     return names;
 }
 
-// The operations that the headers declare, by their names; constructors and destructors have those of their classes.
+/// The operations that the headers declare, by their names; constructors and destructors have those of their classes.
 Names declared_operations() {
     static const std::string declaration =
         R"(\n(?:    |QUXML_EXPORT )(?:virtual |explicit )?(?:[A-Za-z:_<>, ]+[&*]? )?~?([A-Za-z_]+)\()";
@@ -71,12 +71,12 @@ Names declared_operations() {
     return operations;
 }
 
-// The operations that a table names: `get_name`, `Document(bool)`, `node->write_to_string(out, depth)`.
+/// The operations that a table names: `get_name`, `Document(bool)`, `node->write_to_string(out, depth)`.
 Names operations_of_table(const Table& table) {
     return find_in_column(table, 0, R"(^(?:[A-Za-z]+(?:::|->|\.))?~?([A-Za-z_]+)(?:\(|$))");
 }
 
-// | Operation | ...
+/// | Operation | ...
 void check_operations(const Page& /*page*/, const Table& table, const std::string& /*subject*/) {
     const Names declared = declared_operations();
     const Names named = operations_of_table(table);
@@ -90,7 +90,7 @@ void expect_every_operation(const Table& table) {
     expect_all_of(declared, operations_of_table(table));
 }
 
-// | Operation, all of them | Throws | ...
+/// | Operation, all of them | Throws | ...
 void check_exceptions(const Page& page, const Table& table, const std::string& subject) {
     check_operations(page, table, subject);
     expect_every_operation(table);
@@ -98,7 +98,7 @@ void check_exceptions(const Page& page, const Table& table, const std::string& s
     expect_all_of(find_in_column(table, 1, "(.*::.*)"), types);
 }
 
-// | Operation, all of them except constructors | Cost | Check, an operation that is measured
+/// | Operation, all of them except constructors | Cost | Check, an operation that is measured
 void check_costs(const Page& page, const Table& table, const std::string& subject) {
     check_operations(page, table, subject);
     Names named = operations_of_table(table);
@@ -115,7 +115,7 @@ void check_costs(const Page& page, const Table& table, const std::string& subjec
                 << check;
 }
 
-// | Class, the nodes all of them | ...
+/// | Class, the nodes all of them | ...
 void check_classes(const Page& /*page*/, const Table& table, const std::string& /*subject*/) {
     Names nodes = {"Document", "Node"};
     for (const std::string& header : classes())
@@ -125,7 +125,7 @@ void check_classes(const Page& /*page*/, const Table& table, const std::string& 
     EXPECT_EQ(codes_of_column(table, 0), nodes);
 }
 
-// What is in a folder, except hidden files.
+/// What is in a folder, except hidden files.
 std::vector<std::filesystem::path> entries_of(const std::string& folder) {
     std::vector<std::filesystem::path> entries;
     for (const auto& entry : std::filesystem::directory_iterator(top + folder))
@@ -134,7 +134,7 @@ std::vector<std::filesystem::path> entries_of(const std::string& folder) {
     return entries;
 }
 
-// | File of the folder or folder in it, by its path; a header stands for its source as well |
+/// | File of the folder or folder in it, by its path; a header stands for its source as well |
 void check_files(const Page& /*page*/, const Table& table, const std::string& folder) {
     Names stems;
     for (const std::string& file : codes_of_column(table, 0)) {
@@ -150,7 +150,7 @@ bool is_of_a_build(const std::filesystem::path& folder) {
     return folder.filename() == "build" || std::filesystem::exists(folder / "CMakeCache.txt");
 }
 
-// | Folder; of those at the top each is named, or one below it | ...
+/// | Folder; of those at the top each is named, or one below it | ...
 void check_folders(const Page& /*page*/, const Table& table, const std::string& /*subject*/) {
     for (const std::string& folder : codes_of_column(table, 0))
         EXPECT_TRUE(std::filesystem::is_directory(top + folder)) << folder;
@@ -162,7 +162,7 @@ void check_folders(const Page& /*page*/, const Table& table, const std::string& 
     }
 }
 
-// | [Page](file.md) | ...; the tables of the page together name every other page
+/// | [Page](file.md) | ...; the tables of the page together name every other page
 void check_pages(const Page& page, const Table& table, const std::string& folder) {
     static const std::string link = R"(\]\(([a-z]+\.md)\))";
     for (const auto& row : table.rows)
@@ -180,7 +180,7 @@ void check_pages(const Page& page, const Table& table, const std::string& folder
     }
 }
 
-// | Command of gdb | ...
+/// | Command of gdb | ...
 void check_commands_of(const Page& /*page*/, const Table& table, const std::string& script) {
     EXPECT_EQ(find_in_column(table, 0, "^([a-z-]+)"),
               to_set(find_all(read_file(script), R"re("(quxml-[a-z]+)")re")));
@@ -194,12 +194,12 @@ Names fuzz_targets() {
     return targets;
 }
 
-// | Target | executions |
+/// | Target | executions |
 void check_runs(const Page& /*page*/, const Table& table, const std::string& /*subject*/) {
     EXPECT_EQ(codes_of_column(table, 0), fuzz_targets());
 }
 
-// | Target | input and its length | ...
+/// | Target | input and its length | ...
 void check_targets(const Page& page, const Table& table, const std::string& subject) {
     check_runs(page, table, subject);
     for (const auto& row : table.rows) {
@@ -210,7 +210,7 @@ void check_targets(const Page& page, const Table& table, const std::string& subj
     }
 }
 
-// | Architecture | flags | bytes of the shared library, which takes at most 64 KiB of a small device | ...
+/// | Architecture | flags | bytes of the shared library, which takes at most 64 KiB of a small device | ...
 void check_sizes(const Page& /*page*/, const Table& table, const std::string& /*subject*/) {
     constexpr long long limit = 65536;
     const auto small = std::find_if(table.rows.begin(), table.rows.end(), [](const std::vector<Cell>& row) {
@@ -220,10 +220,10 @@ void check_sizes(const Page& /*page*/, const Table& table, const std::string& /*
     EXPECT_LE(to_number(small->at(2)), limit);
 }
 
-// The column of this machine, of | ... | 32 bits | 64 bits |.
+/// The column of this machine, of | ... | 32 bits | 64 bits |.
 constexpr std::size_t own_column = sizeof(void*) == 4 ? 1 : 2;
 
-// glibc's block for a size: its length stands in front of it, and it is a multiple of two pointers.
+/// glibc's block for a size: its length stands in front of it, and it is a multiple of two pointers.
 long long block_for(std::size_t size) {
     constexpr std::size_t unit = 2 * sizeof(void*);
     const std::size_t units = (size + sizeof(void*) + unit - 1) / unit;
@@ -236,7 +236,7 @@ constexpr bool has_ordinary_lists = false;
 constexpr bool has_ordinary_lists = true;
 #endif
 
-// | Node | bytes of the node and of the entry in its parent's list | ... | blocks |
+/// | Node | bytes of the node and of the entry in its parent's list | ... | blocks |
 void check_node_memory(const Page& /*page*/, const Table& table, const std::string& /*subject*/) {
     const std::map<std::string, std::size_t> sizes = {{"element", sizeof(quxml::Element)},
                                                       {"attribute", sizeof(quxml::Attribute)},

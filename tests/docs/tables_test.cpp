@@ -1,3 +1,7 @@
+// Checks the tables of the documentation, each as the comment above it says. Most are run, for example that of
+// `<!-- queries on examples/catalog.xml -->`: each row says what to do and what comes of it. Others are compared with the
+// sources (`source_tables.h`). A table without a comment has to be named here, with the reason.
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -13,10 +17,6 @@
 #include "markdown.h"
 #include "quxml/quxml.h"
 #include "source_tables.h"
-
-// Checks the tables of the documentation, each as the comment above it says. Most are run, for example that of
-// `<!-- queries on examples/catalog.xml -->`: each row says what to do and what comes of it. Others are compared with the
-// sources (`source_tables.h`). A table without a comment has to be named here, with the reason.
 
 namespace {
 
@@ -37,8 +37,8 @@ std::string write(const quxml::Node& node) {
     return out;
 }
 
-// What a table calls a node: an element with an id by that, one with elements below it by its opening tag, any other node by
-// its text.
+/// What a table calls a node: an element with an id by that, one with elements below it by its opening tag, any other node by
+/// its text.
 std::string name_of(const quxml::Node& node) {
     const auto* element = dynamic_cast<const quxml::Element*>(&node);
     if (element == nullptr)
@@ -74,7 +74,7 @@ std::string type_of(const std::exception& error) {
 
 using Search = quxml::NodeSet (quxml::Node::*)(const std::string&);
 
-// The names of the nodes that a path selects, or the type and the message of an exception.
+/// The names of the nodes that a path selects, or the type and the message of an exception.
 Names select(quxml::Node& root, const std::string& path, Search search) {
     try {
         Names names;
@@ -91,7 +91,7 @@ void expect_words_for_nothing(const Cell& cell) {
     }
 }
 
-// | Path | Selects | ...
+/// | Path | Selects | ...
 void check_queries(const Table& table, const std::string& file, Search search) {
     const auto document = read(file);
     for (const Row& row : table.rows) {
@@ -102,7 +102,7 @@ void check_queries(const Table& table, const std::string& file, Search search) {
     }
 }
 
-// | Predicate | what it selects after catalog/book | and after //book |
+/// | Predicate | what it selects after catalog/book | and after //book |
 void check_predicates(const Table& table, const std::string& file) {
     const auto document = read(file);
     quxml::Node& root = *document->get_root_node();
@@ -123,7 +123,7 @@ std::string with_line_feeds(std::string text) {
     return text;
 }
 
-// | Text | Tree, written compactly |
+/// | Text | Tree, written compactly |
 void check_reading(const Table& table) {
     for (const Row& row : table.rows) {
         const auto document = quxml::from_string(with_line_feeds(row[0].code.at(0)), false);
@@ -131,7 +131,7 @@ void check_reading(const Table& table) {
     }
 }
 
-// | Text | Tree after sorting, or after reading it sorted |
+/// | Text | Tree after sorting, or after reading it sorted |
 void check_sorting(const Table& table, bool keep_sorted) {
     for (const Row& row : table.rows) {
         const auto document = quxml::from_string(row[0].code.at(0), keep_sorted);
@@ -141,7 +141,7 @@ void check_sorting(const Table& table, bool keep_sorted) {
     }
 }
 
-// | Text | Message |
+/// | Text | Message |
 void check_refused(const Table& table) {
     for (const Row& row : table.rows) {
         try {
@@ -153,7 +153,7 @@ void check_refused(const Table& table) {
     }
 }
 
-// | Node, as a path | Argument | Result | ...
+/// | Node, as a path | Argument | Result | ...
 void check_subpaths(const Table& table, const std::string& file) {
     const auto document = read(file);
     for (const Row& row : table.rows) {
@@ -164,7 +164,7 @@ void check_subpaths(const Table& table, const std::string& file) {
     }
 }
 
-// What is in a text before or after a piece of it, in words.
+/// What is in a text before or after a piece of it, in words.
 std::string name_gap(const std::string& gap) {
     if (gap.empty())
         return "nothing";
@@ -178,7 +178,7 @@ std::string get_blanks_at_end(std::string text) {
     return blanks;
 }
 
-// | Piece of the text | Before it | After it | ...
+/// | Piece of the text | Before it | After it | ...
 void check_white_space(const Table& table, const std::string& file) {
     const std::string text = quxml_test::read_file(file);
     for (const Row& row : table.rows) {
@@ -190,7 +190,7 @@ void check_white_space(const Table& table, const std::string& file) {
     }
 }
 
-// What leads to each row of docs/errors.md; null for what a test elsewhere brings about, since it takes too much memory.
+/// What leads to each row of docs/errors.md; null for what a test elsewhere brings about, since it takes too much memory.
 const std::vector<std::function<void(quxml::Element&)>> failures = {
     [](quxml::Element&) { quxml::from_string("", false); },
     nullptr,
@@ -210,7 +210,7 @@ const std::vector<std::function<void(quxml::Element&)>> failures = {
     nullptr,
 };
 
-// | Message | Type | ...
+/// | Message | Type | ...
 void check_errors(const Table& table) {
     ASSERT_EQ(table.rows.size(), failures.size());
     for (std::size_t i = 0; i < failures.size(); ++i) {
@@ -232,7 +232,7 @@ std::string word(const std::string& marker, const std::string& expression) {
     return found.empty() ? "" : found[0];
 }
 
-// Runs a table; false if its comment does not say how.
+/// Runs a table; false if its comment does not say how.
 bool run(const Table& table) {
     const std::string file = word(table.marker, " on (.*)");
     const std::string kind = word(table.marker, "^(.*?)(?: on .*)?$");
@@ -255,7 +255,7 @@ bool run(const Table& table) {
     return true;
 }
 
-// Compares a table with the sources; false if its comment does not say how.
+/// Compares a table with the sources; false if its comment does not say how.
 bool compare(const Page& page, const Table& table) {
     const auto found = quxml_test::source_checks().find(word(table.marker, "^(.*?)(?:: .*)?$"));
     if (found == quxml_test::source_checks().end())
@@ -264,7 +264,7 @@ bool compare(const Page& page, const Table& table) {
     return true;
 }
 
-// A table that no test can check.
+/// A table that no test can check.
 struct Exemption {
     std::string page;
     std::string head;
