@@ -1,6 +1,7 @@
 #ifndef QUXML_ATTRIBUTE_H
 #define QUXML_ATTRIBUTE_H
 
+#include <cstddef>
 #include <string>
 
 #include "Node.h"
@@ -45,6 +46,10 @@ public:
 
 private:
     friend struct NodeAccess;
+
+    /// From a name and a value that are not strings yet.
+    QUXML_HIDDEN Attribute(const char* name, std::size_t name_length, const char* value,
+                           std::size_t value_length, Element* parent);
 
     std::string value;
 };

@@ -1,6 +1,7 @@
 #ifndef QUXML_ELEMENT_H
 #define QUXML_ELEMENT_H
 
+#include <cstddef>
 #include <list>
 #include <string>
 
@@ -120,6 +121,9 @@ public:
 
 private:
     friend struct NodeAccess;
+
+    /// From a name that is not a string yet.
+    QUXML_HIDDEN Element(const char* name, std::size_t length, Element* parent, bool keep_sorted);
 
     AttributeList attributes;
 };

@@ -1,6 +1,7 @@
 #ifndef QUXML_NODE_H
 #define QUXML_NODE_H
 
+#include <cstddef>
 #include <list>
 #include <set>
 #include <string>
@@ -9,8 +10,10 @@
 
 namespace quxml {
 
+class Attribute;
 class Element;
 class Node;
+class TextNode;
 
 /// Nodes in child order. The pointers are borrowed.
 using NodeList = std::list<Node*>;
@@ -39,7 +42,9 @@ using NodeSet = std::set<Node*>;
 /// are written or copied take one call each, since each is asked to write or copy itself.
 /// \par Derived classes
 /// A destructor of a derived class still finds the node's own children. It must not look at parent or
-/// siblings: those pointers may be null or lead anywhere, to the node itself included.
+/// siblings: those pointers may be null or lead anywhere, to the node itself included. Compile derived classes
+/// with run-time type information: with `-fno-rtti` the library crashes when it asks what kind of node it meets,
+/// which queries, sorting and formatted writing do.
 class QUXML_EXPORT Node {
 public:
     /// A free-standing node: empty name, no parent, no siblings, no children, not kept sorted.
@@ -247,6 +252,12 @@ protected:
 
 private:
     friend struct NodeAccess;
+    friend class Attribute;
+    friend class Element;
+    friend class TextNode;
+
+    /// As the last of the constructors above, from a name that is not a string yet.
+    QUXML_HIDDEN Node(const char* name, std::size_t length, Element* parent, bool keep_sorted);
 };
 
 }  // namespace quxml

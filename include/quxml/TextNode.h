@@ -1,6 +1,7 @@
 #ifndef QUXML_TEXT_NODE_H
 #define QUXML_TEXT_NODE_H
 
+#include <cstddef>
 #include <string>
 
 #include "Node.h"
@@ -51,6 +52,9 @@ public:
 
 private:
     friend struct NodeAccess;
+
+    /// A text node without a name that holds a text which is not a string yet.
+    QUXML_HIDDEN TextNode(Element* parent, const char* text, std::size_t length);
 
     std::string content;
 };

@@ -5,6 +5,10 @@ namespace quxml {
 Attribute::Attribute(const std::string& attribute_name, const std::string& attribute_value, Element* owner)
     : Node(attribute_name, owner, false), value(attribute_value) {}
 
+Attribute::Attribute(const char* attribute_name, std::size_t name_length, const char* attribute_value,
+                     std::size_t value_length, Element* owner)
+    : Node(attribute_name, name_length, owner, false), value(attribute_value, value_length) {}
+
 Attribute::~Attribute() = default;
 
 std::string Attribute::get_value() const {

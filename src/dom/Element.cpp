@@ -3,12 +3,16 @@
 #include <memory>
 #include <utility>
 
+#include "Filling.h"
 #include "NodeAccess.h"
 
 namespace quxml {
 
 Element::Element(const std::string& element_name, Element* owner, bool sorted)
     : Node(element_name, owner, sorted) {}
+
+Element::Element(const char* element_name, std::size_t length, Element* owner, bool sorted)
+    : Node(element_name, length, owner, sorted) {}
 
 Element::~Element() {
     for (const Attribute* attribute : attributes)
@@ -53,14 +57,13 @@ AttributeList Element::get_attributes() const {
 }
 
 TextNode* Element::add_child_text(const std::string& text) {
-    return add_child_text(std::string(text));
+    return Filling::add_text(*this, text);
 }
 
 TextNode* Element::add_child_text(std::string&& text) {
-    auto child = std::make_unique<TextNode>(this, std::string());
-    add_new_node(child.get());
+    TextNode* child = Filling::add_text(*this, std::string_view());
     child->set_content(std::move(text));
-    return child.release();
+    return child;
 }
 
 const TextNode* first_text(const Node& node) noexcept {

@@ -2,46 +2,31 @@
 #define QUXML_DOM_FILLING_H
 
 #include <map>
+#include <memory>
 #include <string_view>
 
 #include "quxml/Attribute.h"
 #include "quxml/Element.h"
+#include "quxml/TextNode.h"
 
 namespace quxml {
 
-/// Fills an element that has no children yet with elements that arrive one by one, each of them without an
-/// item at the moment it is linked, as reading and copying do.
+/// Fills elements that have no children yet with elements that arrive one by one, each of them without an item
+/// at the moment it is linked, as reading and copying do.
 ///
-/// If the element is kept sorted, its children are appended first and sorted once, by name, when the filling
-/// ends. That gives the tree that linking each of them at its sorted place would give, without a walk for
-/// each: an element without an item goes after all its namesakes, so the names alone decide, and namesakes
-/// keep the order of their arrival.
-class Filling {
-public:
-    explicit Filling(Element& parent);
+/// If such an element is kept sorted, its children are appended first and sorted once, by name, when all have
+/// arrived. That gives the tree that linking each of them at its sorted place would give, without a walk for
+/// each: an element without an item goes after all its namesakes, so the names alone decide, and namesakes keep
+/// the order of their arrival.
+struct Filling {
+    /// Appends an element; it takes its place in the order with `settle`.
+    static Element* add_element(Element& parent, std::string_view name, bool keep_sorted);
 
-    /// Ends the filling.
-    ~Filling();
+    /// Adds text at its place, which is the first in an element that is kept sorted.
+    static TextNode* add_text(Element& parent, std::string_view text);
 
-    Filling(const Filling&) = delete;
-    Filling& operator=(const Filling&) = delete;
-
-    /// Adds an element that inherits `keep_sorted`, as `Node::add_child` does.
-    Element* add_element(std::string_view name);
-
-    /// Adds an element with a `keep_sorted` of its own.
-    Element* add_element(std::string_view name, bool keep_sorted);
-
-    /// Puts the children in their order now. From here on each new one is linked at its sorted place, so that
-    /// anybody may look at the element and add to it.
-    void settle() noexcept;
-
-private:
-    void link(Element* child);
-
-    Element& parent;
-    bool is_appending;  // kept sorted, and new elements are appended out of order
-    bool is_in_order;
+    /// Puts the children in their order if they are kept sorted.
+    static void settle(Element& parent) noexcept;
 };
 
 /// Gives attributes to an element that has none yet, as `Element::set_attribute` does for each, but without
@@ -53,10 +38,12 @@ public:
     void set_attribute(std::string_view name, std::string_view value);
 
 private:
+    using Index = std::map<std::string_view, Attribute*>;
+
     Attribute* find(std::string_view name);
 
     Element& element;
-    std::map<std::string_view, Attribute*> index;  // of every attribute; empty as long as there are few
+    std::unique_ptr<Index> index;  // of every attribute; null as long as there are few
 };
 
 }  // namespace quxml

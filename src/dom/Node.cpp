@@ -29,6 +29,7 @@
 #include <utility>
 
 #include "NodeAccess.h"
+#include "integer.h"
 #include "ordering.h"
 
 namespace quxml {
@@ -41,6 +42,13 @@ Node::Node(const std::string& node_name) : Node(node_name, nullptr, false) {}
 
 Node::Node(const std::string& node_name, Element* owner, bool sorted)
     : keep_sorted(sorted), name(node_name), parent(owner), previous_sibling(nullptr), next_sibling(nullptr) {}
+
+Node::Node(const char* node_name, std::size_t length, Element* owner, bool sorted)
+    : keep_sorted(sorted),
+      name(node_name, length),
+      parent(owner),
+      previous_sibling(nullptr),
+      next_sibling(nullptr) {}
 
 Node::~Node() {
     // A node that is its own previous sibling is being destroyed by the loop below, in the node that its
@@ -130,7 +138,7 @@ void NodeAccess::relink_children(Node& parent) noexcept {
 
 Element* Node::add_child(const std::string& child_name) {
     auto child = std::make_unique<Element>(child_name, static_cast<Element*>(this), keep_sorted);
-    add_new_node(child.get());
+    link_new_node(*this, child.get());
     return child.release();
 }
 
@@ -149,7 +157,7 @@ Element* Node::add_child(const std::string& child_name, const std::string& item)
 }
 
 Element* Node::add_child(const std::string& child_name, int item) {
-    return add_child(child_name, std::to_string(item));
+    return add_child(child_name, write_integer(item));
 }
 
 void Node::add_new_node(Node* node) {

@@ -7,6 +7,7 @@
 // What links children is defined in Node.cpp, beside the operations of the interface that do the same;
 // `find_attribute` and `first_text` are defined in Element.cpp.
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <typeinfo>
@@ -21,6 +22,7 @@ namespace quxml {
 struct NodeAccess {
     static const NodeList& children(const Node& node) { return node.children; }
     static NodeList& children(Node& node) { return node.children; }
+    static const Element* parent(const Node& node) { return node.parent; }
     static const std::string& name(const Node& node) { return node.name; }
     static std::string& name(Node& node) { return node.name; }
     static bool keep_sorted(const Node& node) { return node.keep_sorted; }
@@ -29,6 +31,19 @@ struct NodeAccess {
     static std::string& value(Attribute& attribute) { return attribute.value; }
     static AttributeList& attributes(Element& element) { return element.attributes; }
     static const std::string& content(const TextNode& text) { return text.content; }
+
+    /// What the constructors without strings make.
+    static std::unique_ptr<Element> make_element(std::string_view name, Element& parent, bool keep_sorted) {
+        return std::unique_ptr<Element>(new Element(name.data(), name.size(), &parent, keep_sorted));
+    }
+    static std::unique_ptr<Attribute> make_attribute(std::string_view name, std::string_view value,
+                                                     Element& parent) {
+        return std::unique_ptr<Attribute>(
+            new Attribute(name.data(), name.size(), value.data(), value.size(), &parent));
+    }
+    static std::unique_ptr<TextNode> make_text(std::string_view text, Element& parent) {
+        return std::unique_ptr<TextNode>(new TextNode(&parent, text.data(), text.size()));
+    }
 
     /// Links `node` as the last child.
     /// \throws std::bad_alloc nothing has changed.

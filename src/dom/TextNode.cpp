@@ -4,6 +4,9 @@ namespace quxml {
 
 TextNode::TextNode(Element* owner, const std::string& node_name) : Node(node_name, owner, false) {}
 
+TextNode::TextNode(Element* owner, const char* text, std::size_t length)
+    : Node("", 0, owner, false), content(text, length) {}
+
 TextNode::~TextNode() = default;
 
 std::string TextNode::get_content() const {

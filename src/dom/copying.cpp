@@ -1,16 +1,17 @@
 // Copies of nodes, each attached to its new parent by its own class.
 //
 // The elements below an element are copied on a list of open elements instead of by recursion: for each, its
-// copy and the source's next child. Only elements and texts of the library's own classes are handled that
+// copy and the source's next child. Texts take their place at once. Only elements and texts of the library's own classes are handled that
 // way; a node of a derived class is asked to copy itself.
 
-#include <algorithm>
 #include <cstddef>
-#include <deque>
+#include <list>
 #include <memory>
+#include <vector>
 
 #include "Filling.h"
 #include "NodeAccess.h"
+#include "ordering.h"
 #include "quxml/Document.h"
 
 namespace quxml {
@@ -19,26 +20,9 @@ namespace {
 
 /// An element that is being copied.
 struct OpenElement {
-    OpenElement(const Element& source, Element& copy_of_source)
-        : next(NodeAccess::children(source).begin()),
-          end(NodeAccess::children(source).end()),
-          copy(copy_of_source),
-          filling(copy) {}
-
-    /// Prepares for a derived class that looks at source and copy, and may add to both: the copy is put in
-    /// order, and what remains to be copied is noted, so that it stays what it was.
-    void settle() {
-        remaining.assign(next, end);
-        next = remaining.begin();
-        end = remaining.end();
-        filling.settle();
-    }
-
-    NodeList remaining;  // used once settled
     NodeList::const_iterator next;
     NodeList::const_iterator end;
-    Element& copy;
-    Filling filling;
+    Element* copy;
 };
 
 void copy_attributes(const Element& source, Element& copy) {
@@ -51,6 +35,16 @@ void copy_attributes(const Element& source, Element& copy) {
 /// children.
 class ContentCopier {
 public:
+    ContentCopier() = default;
+    ContentCopier(const ContentCopier&) = delete;
+    ContentCopier& operator=(const ContentCopier&) = delete;
+
+    /// Puts in order what an exception has left open.
+    ~ContentCopier() {
+        while (!open.empty())
+            close_element();
+    }
+
     void copy(const Element& source, Element& new_element) {
         open_element(source, new_element);
         while (!open.empty()) {
@@ -58,7 +52,7 @@ public:
             if (current.next == current.end) {
                 close_element();
             } else {
-                copy_child(**current.next++, current);
+                copy_child(**current.next++, *current.copy);
             }
         }
     }
@@ -67,33 +61,56 @@ private:
     void open_element(const Element& source, Element& new_element) {
         copy_attributes(source, new_element);
         if (!NodeAccess::children(source).empty())
-            open.emplace_back(source, new_element);
+            open.push_back(
+                {NodeAccess::children(source).begin(), NodeAccess::children(source).end(), &new_element});
     }
 
-    void close_element() {
-        open.pop_back();
-        settled = std::min(settled, open.size());
-    }
-
-    void copy_child(const Node& child, OpenElement& current) {
-        if (is_plain_element(child)) {
-            const auto& element = static_cast<const Element&>(child);
-            open_element(element, *current.filling.add_element(NodeAccess::name(child),
-                                                               NodeAccess::keep_sorted(child)));
-            return;
+    void close_element() noexcept {
+        if (is_settled()) {
+            remaining.pop_back();
+        } else {
+            Filling::settle(*open.back().copy);
         }
-        if (!is_plain_text(child))
+        open.pop_back();
+    }
+
+    void copy_child(const Node& child, Element& parent) {
+        if (is_plain_element(child)) {
+            open_element(static_cast<const Element&>(child), *add_element(child, parent));
+        } else if (is_plain_text(child)) {
+            Filling::add_text(parent, NodeAccess::content(static_cast<const TextNode&>(child)));
+        } else {
             settle_all();
-        current.copy.import_node(&child, true);
+            parent.import_node(&child, true);
+        }
     }
 
+    Element* add_element(const Node& child, Element& parent) {
+        const bool keep_sorted = NodeAccess::keep_sorted(child);
+        if (!is_settled())
+            return Filling::add_element(parent, NodeAccess::name(child), keep_sorted);
+        auto copy = NodeAccess::make_element(NodeAccess::name(child), parent, keep_sorted);
+        link_new_node(parent, copy.get());
+        return copy.release();
+    }
+
+    /// Whether the innermost open element has been settled.
+    bool is_settled() const { return remaining.size() == open.size(); }
+
+    /// Prepares for a derived class that looks at sources and copies, and may add to both: the copies are put in
+    /// order, into which new elements are linked from now on, and what remains to be copied is noted, so that it
+    /// stays what it was.
     void settle_all() {
-        for (; settled < open.size(); ++settled)
-            open[settled].settle();
+        for (std::size_t i = remaining.size(); i < open.size(); ++i) {
+            const NodeList& noted = remaining.emplace_back(open[i].next, open[i].end);
+            open[i].next = noted.begin();
+            open[i].end = noted.end();
+            Filling::settle(*open[i].copy);
+        }
     }
 
-    std::deque<OpenElement> open;
-    std::size_t settled = 0;  // how many of the open elements, from the first on, have been settled
+    std::vector<OpenElement> open;
+    std::list<NodeList> remaining;  // for each open element, from the first on, that has been settled
 };
 
 }  // namespace
@@ -104,7 +121,7 @@ Node* Node::import_node(const Node* node, bool deep) {
 
 Node* Element::get_deep_copy_of_node(bool deep, Element* new_parent) const {
     auto copy = std::make_unique<Element>(name, new_parent, keep_sorted);
-    new_parent->add_new_node(copy.get());
+    link_new_node(*new_parent, copy.get());
     Element* linked = copy.release();
     if (deep)
         ContentCopier().copy(*this, *linked);

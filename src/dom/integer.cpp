@@ -1,9 +1,11 @@
 #include "integer.h"
 
+#include <array>
 #include <cerrno>
 #include <climits>
 #include <cstddef>
 #include <cstdlib>
+#include <limits>
 #include <stdexcept>
 
 namespace quxml {
@@ -41,6 +43,20 @@ std::optional<int> read_integer(const std::string& text) {
     if (is_out_of_range)
         throw std::out_of_range("stoi");
     return static_cast<int>(value);
+}
+
+std::string write_integer(int number) {
+    std::array<char, std::numeric_limits<int>::digits10 + 2>
+        buffer;  // NOLINT(cppcoreguidelines-pro-type-member-init)
+    char* const end = buffer.data() + buffer.size();
+    char* begin = end;
+    unsigned rest = number < 0 ? 0 - static_cast<unsigned>(number) : static_cast<unsigned>(number);
+    do
+        *--begin = static_cast<char>('0' + rest % 10);
+    while ((rest /= 10) != 0);
+    if (number < 0)
+        *--begin = '-';
+    return {begin, end};
 }
 
 }  // namespace quxml

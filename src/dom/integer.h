@@ -12,6 +12,9 @@ namespace quxml {
 /// \throws std::out_of_range ("stoi") if the number is beyond the range of `int`.
 std::optional<int> read_integer(const std::string& text);
 
+/// A number in decimal, as `std::to_string` writes it.
+std::string write_integer(int number);
+
 }  // namespace quxml
 
 #endif

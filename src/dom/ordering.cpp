@@ -224,11 +224,11 @@ NodeList::iterator sort_entries(NodeList& nodes, NodeList::iterator begin, std::
     return begin;
 }
 
-bool has_lesser_name(Node* a, Node* b) {
+}  // namespace
+
+bool has_lesser_name(Node* a, Node* b) noexcept {
     return NodeAccess::name(*a) < NodeAccess::name(*b);
 }
-
-}  // namespace
 
 void sort_by_name(Node& parent) noexcept {
     NodeList& children = NodeAccess::children(parent);

@@ -27,6 +27,9 @@ inline void link_new_node(Node& parent, Node* node) {
     }
 }
 
+/// Compares by name alone.
+bool has_lesser_name(Node* a, Node* b) noexcept;
+
 /// Sorts the children, of which there is one at least, by their names alone; namesakes keep their order.
 void sort_by_name(Node& parent) noexcept;
 

@@ -4,8 +4,8 @@
 // space that begins with a line feed. Text with siblings is dropped, which is what removes the indentation
 // between elements.
 //
-// The conversion follows the links of libxml2's tree instead of recursing; a list of the elements being
-// filled runs along.
+// The conversion follows the links of libxml2's tree, to first children, next siblings and parents, instead of
+// recursing; the element being filled goes up and down with it.
 //
 // libxml2's tree stays as it is until all of it has been converted. Freeing it on the way would take less
 // memory, but it would scatter the new tree over what has been freed, and everything that is done with the
@@ -17,12 +17,13 @@
 #include <algorithm>
 #include <cctype>
 #include <climits>
-#include <deque>
 #include <memory>
 #include <string>
 #include <string_view>
 
 #include "dom/Filling.h"
+#include "dom/NodeAccess.h"
+#include "dom/integer.h"
 #include "quxml/Document.h"
 #include "quxml/DomParserError.h"
 #include "quxml/Element.h"
@@ -96,9 +97,9 @@ DomParserError take_last_error() {
         message = error->message;
     if (!message.empty())
         message.pop_back();  // the line feed that ends every message of libxml2
-    message += " (error code: " + std::to_string(error == nullptr ? 0 : error->code);
-    message += ") at line " + std::to_string(error == nullptr ? 0 : error->line);
-    message += ", column " + std::to_string(error == nullptr ? 0 : error->int2);
+    message += " (error code: " + write_integer(error == nullptr ? 0 : error->code);
+    message += ") at line " + write_integer(error == nullptr ? 0 : error->line);
+    message += ", column " + write_integer(error == nullptr ? 0 : error->int2);
     xmlResetLastError();
     return DomParserError(message);
 }
@@ -154,7 +155,7 @@ void convert_text(Element& element, const xmlNode& node) {
     const std::string_view text = view_from_xml(node.content);
     if (text.substr(0, 1) == "\n" && is_white_space(text))
         return;
-    element.add_child_text(std::string(text));
+    Filling::add_text(element, text);
 }
 
 /// Whether one text is all the content of an element.
@@ -162,46 +163,57 @@ bool has_only_text(const xmlNode& node) {
     return node.children != nullptr && node.children->next == nullptr && node.children->type == XML_TEXT_NODE;
 }
 
-/// An element that is being filled, and the next node of libxml2's tree to put into it.
-struct OpenElement {
-    OpenElement(Element& open, const xmlNode* first) : next(first), filling(open) {}
+/// Copies what is below one element of libxml2's tree.
+class Conversion {
+public:
+    explicit Conversion(const xmlNode& xml_root) : top(xml_root) {}
 
-    const xmlNode* next;
-    Filling filling;
-};
-
-using OpenElements = std::deque<OpenElement>;
-
-/// Deliberate: text with any sibling is dropped.
-/// Test: Texts/ReadText.gives_this_tree/texts_around_an_element_are_dropped.
-void convert_content(OpenElements& open, Element& element, const xmlNode& node) {
-    if (has_only_text(node)) {
-        convert_text(element, *node.children);
-    } else if (node.children != nullptr) {
-        open.emplace_back(element, node.children);
-    }
-}
-
-void convert_element(OpenElements& open, const xmlNode& node) {
-    Element& child = *open.back().filling.add_element(view_from_xml(node.name));
-    convert_attributes(child, node);
-    convert_content(open, child, node);
-}
-
-void convert_children(Element& root, const xmlNode& xml_root) {
-    OpenElements open;
-    convert_content(open, root, xml_root);
-    while (!open.empty()) {
-        const xmlNode* node = open.back().next;
-        if (node == nullptr) {
-            open.pop_back();
-            continue;
+    void fill(Element& root) {
+        parent = &root;
+        const xmlNode* node = convert_content(root, top);
+        while (node != nullptr) {
+            const xmlNode* below = node->type == XML_ELEMENT_NODE ? convert_element(*node) : nullptr;
+            node = below != nullptr ? below : go_on(node);
         }
-        open.back().next = node->next;
-        if (node->type == XML_ELEMENT_NODE)
-            convert_element(open, *node);
     }
-}
+
+private:
+    const xmlNode* convert_element(const xmlNode& node) {
+        Element& child =
+            *Filling::add_element(*parent, view_from_xml(node.name), NodeAccess::keep_sorted(*parent));
+        convert_attributes(child, node);
+        return convert_content(child, node);
+    }
+
+    /// Returns the first node to put into the element; null if there are none, or if there was only text.
+    ///
+    /// Deliberate: text with any sibling is dropped.
+    /// Test: Texts/ReadText.gives_this_tree/texts_around_an_element_are_dropped.
+    const xmlNode* convert_content(Element& element, const xmlNode& node) {
+        if (has_only_text(node)) {
+            convert_text(element, *node.children);
+            return nullptr;
+        }
+        if (node.children != nullptr)
+            parent = &element;
+        return node.children;
+    }
+
+    /// The node after this one and all below it, or null. Elements that are complete on the way are settled.
+    const xmlNode* go_on(const xmlNode* node) {
+        while (node->next == nullptr) {
+            Filling::settle(*parent);
+            node = node->parent;
+            if (node == &top)
+                return nullptr;
+            parent = parent->get_parent();
+        }
+        return node->next;
+    }
+
+    const xmlNode& top;
+    Element* parent = nullptr;  // which is being filled
+};
 
 }  // namespace
 
@@ -211,7 +223,7 @@ std::shared_ptr<Document> from_string(const std::string& text, bool keep_sorted)
     const xmlNode* xml_root = xmlDocGetRootElement(xml_document.get());
     Element* root = document->create_root_node(std::string(view_from_xml(xml_root->name)));
     convert_attributes(*root, *xml_root);
-    convert_children(*root, *xml_root);
+    Conversion(*xml_root).fill(*root);
     return document;
 }
 

@@ -56,9 +56,36 @@ private:
         (copy(pieces), ...);
     }
 
+    /// Most pieces are short, and for these a call of `memcpy` would take longer than the copy itself: they are
+    /// copied as two words of fixed size, which overlap.
     void copy(std::string_view piece) {
-        std::memcpy(buffer.data() + size, piece.data(), piece.size());
+        char* const to = buffer.data() + size;
         size += piece.size();
+        if (piece.size() > 32) {
+            std::memcpy(to, piece.data(), piece.size());
+        } else if (piece.size() >= 16) {
+            copy_ends<16>(to, piece);
+        } else if (piece.size() >= 8) {
+            copy_ends<8>(to, piece);
+        } else if (piece.size() >= 4) {
+            copy_ends<4>(to, piece);
+        } else if (piece.size() >= 2) {
+            copy_ends<2>(to, piece);
+        } else if (!piece.empty()) {
+            *to = piece.front();
+        }
+    }
+
+    /// Copies the first and the last `length` bytes of a piece that has at most twice as many.
+    template <std::size_t length>
+    static void copy_ends(char* to, std::string_view piece) {
+        const std::size_t rest = piece.size() - length;
+        std::array<char, length> first;  // NOLINT(cppcoreguidelines-pro-type-member-init)
+        std::array<char, length> last;   // NOLINT(cppcoreguidelines-pro-type-member-init)
+        std::memcpy(first.data(), piece.data(), length);
+        std::memcpy(last.data(), piece.data() + rest, length);
+        std::memcpy(to, first.data(), length);
+        std::memcpy(to + rest, last.data(), length);
     }
 
     std::string& out;

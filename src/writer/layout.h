@@ -5,6 +5,7 @@
 // and n >= 0 for formatted text at nesting level n, which has one element per line and two spaces per level.
 
 #include <cstddef>
+#include <string_view>
 
 #include "TextBuffer.h"
 
@@ -19,14 +20,14 @@ inline int get_child_depth(int depth) {
     return is_formatted(depth) ? depth + 1 : -1;
 }
 
-/// Pieces whose length is known beforehand: to copy a few bytes, of a number that differs from line to line,
-/// takes longer than writing the whole rest of a short line.
+/// Two spaces per level, from a run of spaces that is cut short.
 inline void append_indentation(TextBuffer& out, int depth) {
-    constexpr int many_levels = 8;
-    for (; depth >= many_levels; depth -= many_levels)
-        out.append("                ");
-    for (; depth > 0; --depth)
-        out.append("  ");
+    constexpr std::string_view spaces = "                                ";
+    constexpr int many_levels = spaces.size() / 2;
+    for (; depth > many_levels; depth -= many_levels)
+        out.append(spaces);
+    if (depth > 0)
+        out.append(spaces.substr(0, 2 * static_cast<std::size_t>(depth)));
 }
 
 inline void append_line_end(TextBuffer& out, int depth) {

@@ -12,7 +12,9 @@
 //     closing tag, the only child is text                  nothing       line end
 //
 // The elements below an element are written on a list of open elements instead of by recursion. Only nodes of
-// the library's own classes are written that way; a node of a derived class is asked to write itself.
+// the library's own classes are written that way; a node of a derived class is asked to write itself. Whether
+// the tags of an element stand on lines of their own is decided once, for both tags. An element with nothing but
+// text, which is what most elements are that have anything, does not get onto the list.
 
 #include <vector>
 
@@ -29,9 +31,9 @@ bool is_only_child_text(const Element& element) {
     return NodeAccess::children(element).size() == 1 && first_text(element) != nullptr;
 }
 
-/// Whether the tags of the element stand on lines of their own in formatted text.
-bool has_lines_between_tags(const Element& element) {
-    return !NodeAccess::children(element).empty() && !is_only_child_text(element);
+/// Whether the tags of the element stand on lines of their own.
+bool has_lines_between_tags(const Element& element, int depth) {
+    return is_formatted(depth) && !NodeAccess::children(element).empty() && !is_only_child_text(element);
 }
 
 // Deliberate: names and values are written as they are, whatever they hold.
@@ -54,18 +56,33 @@ void append_shorthand_tag(TextBuffer& out, const Element& element, int depth) {
     append_line_end(out, depth);
 }
 
-void append_opening_tag(TextBuffer& out, const Element& element, int depth) {
+void append_opening_tag(TextBuffer& out, const Element& element, int depth, bool has_lines) {
     append_tag_start(out, element, depth);
     out.append('>');
-    if (is_formatted(depth) && has_lines_between_tags(element))
+    if (has_lines)
         append_line_end(out, depth);
 }
 
-void append_closing_tag(TextBuffer& out, const Element& element, int depth) {
-    if (is_formatted(depth) && has_lines_between_tags(element))
+void append_closing_tag(TextBuffer& out, const Element& element, int depth, bool has_lines) {
+    if (has_lines)
         append_indentation(out, depth);
     out.append("</", NodeAccess::name(element), ">");
     append_line_end(out, depth);
+}
+
+/// The text that is the only child of an element and belongs to it; null if there is none.
+const TextNode* get_only_text(const Element& element) {
+    const NodeList& children = NodeAccess::children(element);
+    if (children.size() != 1 || !is_plain_text(*children.front()))
+        return nullptr;
+    return NodeAccess::parent(*children.front()) == &element ? static_cast<const TextNode*>(children.front())
+                                                             : nullptr;
+}
+
+void append_element_with_text(TextBuffer& out, const Element& element, const TextNode& text, int depth) {
+    append_opening_tag(out, element, depth, false);
+    append_escaped(out, NodeAccess::content(text));
+    append_closing_tag(out, element, depth, false);
 }
 
 /// Writes an element and everything below it.
@@ -92,17 +109,21 @@ private:
         const Element* element;
         NodeList::const_iterator next;
         NodeList::const_iterator end;
+        bool has_lines;  // between its tags
     };
 
     void write_start(const Element& element) {
         const NodeList& children = NodeAccess::children(element);
         if (children.empty()) {
             append_shorthand_tag(out, element, depth);
-            return;
+        } else if (const TextNode* text = get_only_text(element)) {
+            append_element_with_text(out, element, *text, depth);
+        } else {
+            const bool has_lines = has_lines_between_tags(element, depth);
+            append_opening_tag(out, element, depth, has_lines);
+            open.push_back({&element, children.begin(), children.end(), has_lines});
+            depth = get_child_depth(depth);
         }
-        append_opening_tag(out, element, depth);
-        open.push_back({&element, children.begin(), children.end()});
-        depth = get_child_depth(depth);
     }
 
     void write_child(const Node& child) {
@@ -118,7 +139,7 @@ private:
     void write_end() {
         if (is_formatted(depth))
             --depth;
-        append_closing_tag(out, *open.back().element, depth);
+        append_closing_tag(out, *open.back().element, depth, open.back().has_lines);
         open.pop_back();
     }
 
@@ -146,11 +167,11 @@ void Element::write_shorthand_tag(std::string& out, int depth) const {
 }
 
 void Element::write_opening_tag(std::string& out, int depth) const {
-    append_buffered(out, append_opening_tag, *this, depth);
+    append_buffered(out, append_opening_tag, *this, depth, has_lines_between_tags(*this, depth));
 }
 
 void Element::write_closing_tag(std::string& out, int depth) const {
-    append_buffered(out, append_closing_tag, *this, depth);
+    append_buffered(out, append_closing_tag, *this, depth, has_lines_between_tags(*this, depth));
 }
 
 void Element::write_to_string(std::string& out, int depth) const {

@@ -1,10 +1,10 @@
 // Text and its escaping, the only escaping there is.
 
-#include <algorithm>
-#include <array>
 #include <climits>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
+#include <string>
 #include <string_view>
 
 #include "dom/NodeAccess.h"
@@ -33,18 +33,14 @@ std::string_view escape_character(char c) {
     }
 }
 
-/// Whether `escape_character` changes a byte. Five comparisons in a row would make up half the cost of
-/// writing text.
-struct EscapeTable {
-    std::array<bool, 256> needs_escape = {};
-
-    constexpr EscapeTable() {
-        for (const char c : {'"', '&', '\'', '<', '>'})
-            needs_escape[static_cast<unsigned char>(c)] = true;
-    }
-};
-
-constexpr EscapeTable escape_table;
+/// Whether `escape_character` changes a byte. Those bytes are a few bits of a mask that begins at the blank.
+constexpr bool needs_escape(char c) {
+    constexpr unsigned first = ' ';
+    constexpr std::uint32_t mask = 1U << ('"' - first) | 1U << ('&' - first) | 1U << ('\'' - first) |
+                                   1U << ('<' - first) | 1U << ('>' - first);
+    const unsigned bit = static_cast<unsigned char>(c) - first;
+    return bit < 32 && (mask >> bit & 1U) != 0;
+}
 
 /// As many bytes as the machine handles at once.
 using Word = std::size_t;
@@ -54,40 +50,50 @@ constexpr Word repeat(unsigned char byte) {
     return ~Word{0} / UCHAR_MAX * byte;
 }
 
-/// All bits of each byte but the highest, and the highest.
-constexpr Word low_bits = repeat(SCHAR_MAX);
-constexpr Word high_bits = ~low_bits;
-
-/// Whether any byte of the word is this one. Where it is, the difference is zero, and only a zero has no high
-/// bit after its low bits have been added to all low bits.
-constexpr bool has_byte(Word word, char byte) {
-    const Word difference = word ^ repeat(static_cast<unsigned char>(byte));
-    const Word sum = (difference & low_bits) + low_bits;
-    return ((sum | difference) & high_bits) != high_bits;
+/// Whether `escape_character` changes any byte of the word, or one of them is a "#". With one bit of each byte
+/// set, `<` and `>` are the same byte; with two, so are `"`, `&`, `'` and "#". Where a byte is looked for,
+/// subtracting it leaves zero, and subtracting one more borrows the highest bit, which no byte looked for has
+/// itself. A borrow that reaches the next byte is a find already.
+constexpr bool may_need_escape(Word word) {
+    const Word angles = (word | repeat('<' ^ '>')) ^ repeat('>');
+    const Word quotes = (word | repeat('"' ^ '\'')) ^ repeat('\'');
+    return (((angles - repeat(1)) | (quotes - repeat(1))) & ~word & repeat(SCHAR_MAX + 1)) != 0;
 }
 
-/// Whether `escape_character` changes any byte of the word. `"` and `&` differ in one bit, and so do `<` and
-/// `>`.
-constexpr bool needs_escape(Word word) {
-    return has_byte(word | repeat('"' ^ '&'), '&') || has_byte(word | repeat('<' ^ '>'), '>') ||
-           has_byte(word, '\'');
+bool may_need_escape(const char* c) {
+    Word word = 0;
+    std::memcpy(&word, c, sizeof word);
+    return may_need_escape(word);
 }
 
-/// The first byte that has to be escaped, or the end. Looking at single bytes would double the time of
-/// writing text.
+const char* find_escaped_byte(const char* c, const char* end) {
+    while (c != end && !needs_escape(*c))
+        ++c;
+    return c;
+}
+
+/// The first byte that has to be escaped, or the end. Whole words are looked at first, which halves the time of
+/// writing text; the last word may overlap the one before it.
 const char* find_escaped(const char* c, const char* end) {
-    for (Word word = 0; static_cast<std::size_t>(end - c) >= sizeof word; c += sizeof word) {
-        std::memcpy(&word, c, sizeof word);
-        if (needs_escape(word))
-            break;
+    constexpr std::ptrdiff_t length = sizeof(Word);
+    if (end - c < length)
+        return find_escaped_byte(c, end);
+    const char* const last = end - length;
+    for (; c < last; c += length) {
+        if (!may_need_escape(c))
+            continue;
+        const char* const found = find_escaped_byte(c, c + length);
+        if (found != c + length)
+            return found;
     }
-    return std::find_if(
-        c, end, [](char byte) { return escape_table.needs_escape[static_cast<unsigned char>(byte)]; });
+    return may_need_escape(last) ? find_escaped_byte(c, end) : end;
 }
+
+}  // namespace
 
 /// Byte by byte: an "&" that already begins a reference is escaped as any other. Most text has nothing to
 /// escape, so what lies between two escaped characters is appended in one piece.
-void append_escaped(TextBuffer& out, const std::string& text) {
+void append_escaped(TextBuffer& out, std::string_view text) {
     const char* clean = text.data();
     const char* const end = clean + text.size();
     for (const char* c = find_escaped(clean, end); c != end; c = find_escaped(clean, end)) {
@@ -97,12 +103,10 @@ void append_escaped(TextBuffer& out, const std::string& text) {
     out.append(std::string_view(clean, static_cast<std::size_t>(end - clean)));
 }
 
-}  // namespace
-
 void append_text_node(TextBuffer& out, const TextNode& node, int depth) {
     // Deliberate: detached text has no output at all.
     // Test: TextPlace.detached_text_writes_nothing_at_any_depth_which_is_wanted.
-    const Element* parent = node.get_parent();
+    const Element* parent = NodeAccess::parent(node);
     if (parent == nullptr)
         return;
     const bool is_inline = !is_formatted(depth) || NodeAccess::children(*parent).size() == 1;

@@ -512,6 +512,54 @@ TEST(StructuredErrorHandler, of_the_application_is_called_and_stays) {
     xmlSetStructuredErrorFunc(nullptr, nullptr);
 }
 
+#if LIBXML_VERSION < 21100
+template <class Error>
+void install_another_handler(void* /*context*/, Error /*error*/) {
+    xmlSetStructuredErrorFunc(nullptr, nullptr);
+}
+
+TEST(StructuredErrorHandler, that_a_handler_installs_while_text_is_read_is_undone) {
+    int context = 0;
+    xmlSetStructuredErrorFunc(&context, install_another_handler);
+    outcome("<a></b>");
+    EXPECT_EQ(xmlStructuredErrorContext, &context);
+    xmlSetStructuredErrorFunc(nullptr, nullptr);
+}
+
+TEST(ParameterEntityLoop, is_the_error_that_is_reported_though_libxml2_goes_on_to_another) {
+    const std::string text = R"(<!DOCTYPE a [<!ENTITY % p '&#37;q;'><!ENTITY % q '&#37;p;'>%p;]><a>)";
+    EXPECT_EQ(outcome(text).find("refused: Detected an entity reference loop (error code: 89)"), 0U);
+    EXPECT_EQ(expected_error(text).find("89"), std::string::npos);
+}
+#endif
+
+/// Reads another text, but not for the errors of that text.
+template <class Error>
+void read_another_text(void* context, Error /*error*/) {
+    bool& is_reading = *static_cast<bool*>(context);
+    if (is_reading)
+        return;
+    is_reading = true;
+    from_string("<other/>", false);
+    is_reading = false;
+}
+
+TEST(StructuredErrorHandler, that_reads_another_text_takes_the_message_of_the_first) {
+    bool is_reading = false;
+    xmlSetStructuredErrorFunc(&is_reading, read_another_text);
+    EXPECT_THROW_MESSAGE(from_string("<a>", false), DomParserError, " (error code: 0) at line 0, column 0");
+    xmlSetStructuredErrorFunc(nullptr, nullptr);
+}
+
+TEST(GlobalSwitches, are_left_alone) {
+    const int substitute = xmlSubstituteEntitiesDefault(1);
+    const int keep_blanks = xmlKeepBlanksDefault(0);
+    EXPECT_EQ(outcome("<!DOCTYPE a [<!ENTITY e 'x'>]><a>&e;</a>"), "a");
+    EXPECT_EQ(outcome("<a>  </a>"), "a{\"  \"}");
+    EXPECT_EQ(xmlSubstituteEntitiesDefault(substitute), 1);
+    EXPECT_EQ(xmlKeepBlanksDefault(keep_blanks), 0);
+}
+
 TEST(Failure, of_one_call_leaves_documents_read_before_and_after_alone) {
     const auto before = from_string("<a><b/></a>", false);
     EXPECT_THROW(from_string("<a><b></a>", false), DomParserError);
