@@ -1,14 +1,18 @@
 #include <quxml/version.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <csignal>
 #include <exception>
 #include <new>
+#include <numeric>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "commands/commands.h"
+#include "commands/hints.h"
 #include "manual/completion.h"
 #include "manual/help.h"
 #include "manual/manual.h"
@@ -38,18 +42,73 @@ std::string get_version() {
            std::to_string(QUXML_VERSION_PATCH);
 }
 
-/// What was meant as a command, where there is none.
-std::string get_unknown(const CLI::App& app) {
-    const std::vector<std::string> words = app.remaining();
-    return app.get_subcommands().empty() && !words.empty() ? words.front() : "";
+/// How many characters to insert, to remove or to exchange.
+std::size_t get_distance(const std::string& one, const std::string& other) {
+    std::vector<std::size_t> row(other.size() + 1);
+    std::iota(row.begin(), row.end(), 0U);
+    for (std::size_t i = 0; i < one.size(); ++i) {
+        std::size_t diagonal = std::exchange(row[0], i + 1);
+        for (std::size_t j = 0; j < other.size(); ++j) {
+            const std::size_t exchanged = diagonal + (one[i] == other[j] ? 0 : 1);
+            diagonal = row[j + 1];
+            row[j + 1] = std::min({row[j] + 1, row[j + 1] + 1, exchanged});
+        }
+    }
+    return row.back();
 }
 
+/// Asks for the word that is nearly the one that was written and begins as it does; empty if there is none.
+std::string ask_for_similar(const std::string& word, const std::vector<std::string>& words) {
+    constexpr std::size_t most = 2;
+    const auto similar = std::find_if(words.begin(), words.end(), [&](const std::string& one) {
+        return one[0] == word[0] && one.size() > most && get_distance(one, word) <= most;
+    });
+    return similar == words.end() ? "" : "; is it " + *similar + '?';
+}
+
+std::vector<std::string> get_command_names(const CLI::App& app) {
+    std::vector<std::string> names;
+    for (const CLI::App* command : get_commands(app))
+        names.push_back(command->get_name());
+    return names;
+}
+
+std::vector<std::string> get_option_names(const CLI::App& command) {
+    std::vector<std::string> names;
+    for (const CLI::Option* option : get_options(command)) {
+        for (const std::string& name : get_names(*option))
+            names.push_back(name);
+    }
+    return names;
+}
+
+/// The command that was named, or the program itself if there is none.
+const CLI::App& get_command(const CLI::App& app) {
+    const std::vector<CLI::App*> commands = app.get_subcommands();
+    return commands.empty() ? app : *commands.front();
+}
+
+/// What is wrong with a word that nothing takes.
 std::string get_complaint(const CLI::App& app, const std::string& word) {
     const std::string unknown = to_printable(word);
-    if (unknown[0] == '-')
-        return "there is no option " + unknown;
-    const std::string similar = get_similar_command(app, unknown);
-    return "there is no command \"" + unknown + '"' + (similar.empty() ? "" : "; is it " + similar + '?');
+    const CLI::App& command = get_command(app);
+    if (begins_with(word, "-") && is_file(word))
+        return "there is no option " + unknown + "; for the file of that name write ./" + unknown +
+               ", or -- before it";
+    if (begins_with(unknown, "-"))
+        return "there is no option " + unknown + ask_for_similar(unknown, get_option_names(command));
+    return "there is no command " + quote(unknown) + ask_for_similar(unknown, get_command_names(app));
+}
+
+/// A word that is neither a command nor an option; empty if there is none.
+std::string get_unknown(const CLI::App& app) {
+    const std::vector<std::string> words = app.remaining(true);
+    const auto option = std::find_if(words.begin(), words.end(), [](const std::string& word) {
+        return begins_with(word, "-") && word != "--";
+    });
+    if (option != words.end())
+        return app.get_subcommands().empty() ? words.front() : *option;
+    return app.get_subcommands().empty() && !words.empty() ? words.front() : "";
 }
 
 /// Names the help on the command in question.

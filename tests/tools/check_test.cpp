@@ -122,6 +122,14 @@ TEST_F(Check, looks_at_all_files_and_exits_with_the_highest_code) {
     expect(run("quxml check --quiet good.xml"), 0, "", "");
 }
 
+TEST_F(Check, names_a_zero_byte_before_what_libxml2_makes_of_it) {
+    write("zero.xml", std::string("<a>\n<b>x\0y</b></a>", 18));
+    const Result result = run("quxml check zero.xml");
+    EXPECT_EQ(result.code, 3);
+    EXPECT_EQ(result.err.substr(0, result.err.find('\n')),
+              "zero.xml:2:5: error: a zero byte, which XML does not allow");
+}
+
 }  // namespace
 
 }  // namespace quxml_test

@@ -92,6 +92,20 @@ TEST_F(Diff, exits_with_the_code_of_what_fails) {
     EXPECT_EQ(run("echo '<b/>' | quxml diff a.xml - >/dev/full").code, 5);
 }
 
+TEST_F(Diff, quiet_refuses_with_3_what_it_cannot_compare) {
+    write("a.xml", "<a><b>x</b><c><![CDATA[1]]></c></a>");
+    write("b.xml", "<a><b>x</b><c><![CDATA[2]]></c></a>");
+    write("c.xml", "<a><b>y</b><c><![CDATA[2]]></c></a>");
+    write("d.xml", "<a><!-- 1 --><b>x</b><c/></a>");
+    const std::string complaint =
+        "quxml: a.xml: this is not compared: 1 CDATA section; --lossy compares the rest\n";
+    expect(run("quxml diff --quiet a.xml b.xml"), 3, "", complaint);
+    expect(run("quxml diff --quiet d.xml a.xml"), 3, "", complaint);
+    expect_done(run("quxml diff --quiet --lossy a.xml b.xml"), "");
+    expect_done(run("quxml diff --quiet d.xml d.xml"), "");
+    expect(run("quxml diff --quiet a.xml c.xml"), 1, "", "");
+}
+
 }  // namespace
 
 }  // namespace quxml_test

@@ -112,6 +112,11 @@ TEST_F(Explain, says_what_predicates_keep_of_a_list) {
         {"[b= \"x\"]",
          "  [b= \"x\"] child's text: keeps those that have a child \"b\" whose text is \" \"x\"\n"
          "  note: the quotes belong to the value, since blanks stand outside them\n"},
+        {"[@id=\"it's\"]",
+         "  [@id=\"it's\"] attribute: keeps those that have \"it's\" as their attribute \"id\"\n"},
+        {"[@id=\"say 'hi'\"]",
+         "  [@id=\"say 'hi'\"] attribute: keeps those that have \"say 'hi\" as their attribute \"id\"\n"
+         "  note: all quotes at the ends are dropped, so that say 'hi is compared\n"},
         {"[b=x]", "  [b=x] child's text: keeps those that have a child \"b\" whose text is \"x\"\n"},
         {"[2]",
          "  [2] item: keeps those that have \"2\" as their attribute \"item\"\n"

@@ -48,22 +48,26 @@ std::string help_of(const Refused& refused) {
 
 TEST_F(Program, exits_with_2_for_a_command_line_it_cannot_understand) {
     write("a.xml", "<a/>");
-    const std::array<Refused, 17> refused{{
+    write("-x.xml", "<a/>");
+    const std::array<Refused, 19> refused{{
         {"", "A subcommand is required"},
         {"frobnicate", "there is no command \"frobnicate\""},
         {"frobnicate -x a.xml", "there is no command \"frobnicate\""},
         {"fromat a.xml", "there is no command \"fromat\"; is it format?"},
         {"remov //a a.xml", "there is no command \"remov\"; is it remove?"},
         {"--frobnicate", "there is no option --frobnicate"},
-        {"format --frobnicate a.xml", "The following argument was not expected: --frobnicate"},
-        {"format --prefix a.xml", "The following argument was not expected: --prefix"},
-        {"format --version a.xml", "The following argument was not expected: --version"},
+        {"format --frobnicate a.xml", "there is no option --frobnicate"},
+        {"format --prefix a.xml", "there is no option --prefix"},
+        {"format --version a.xml", "there is no option --version"},
         {"format --compact=perhaps a.xml", "Could not convert: --compact = perhaps"},
         {"format a.xml b.xml", "The following argument was not expected: b.xml"},
         {"query", "PATH is required"},
         {"query --prefix", "PATH is required"},
-        {"query --compact a a.xml", "The following argument was not expected: --compact"},
+        {"query --compact a a.xml", "there is no option --compact"},
         {"query a a.xml b.xml", "The following argument was not expected: b.xml"},
+        {"query --quite a a.xml", "there is no option --quite; is it --quiet?"},
+        {"query /a -x.xml",
+         "there is no option -x.xml; for the file of that name write ./-x.xml, or -- before it"},
         {"query --attribute '' a a.xml", "--attribute: expected a name"},
         {"query --attribute= a a.xml", "--attribute=: a value is missing after the equal sign"},
     }};

@@ -230,6 +230,23 @@ TEST_F(Query, exits_with_2_for_more_than_one_kind_of_output) {
     }
 }
 
+TEST_F(Query, value_refuses_with_3_what_it_does_not_see) {
+    write("cdata.xml", "<a><b>x</b><b><![CDATA[y]]></b><c>1<d k='&#38;'>z</d></c><e><!-- --></e></a>");
+    expect(run("quxml query --quiet --value //b cdata.xml"), 3, "",
+           "quxml: cdata.xml: not all of the value of /a/b[position()=2] is read: queries do not see its "
+           "CDATA section; "
+           "--lossy writes the rest\n");
+    expect(run("quxml query --quiet --value /a/c cdata.xml"), 3, "",
+           "quxml: cdata.xml: not all of the value of /a/c is read: queries do not see its text beside other "
+           "content; "
+           "--lossy writes the rest\n");
+    expect_done(run("quxml query --quiet --lossy --value //b cdata.xml"), "x\n\n");
+    expect_done(run("quxml query --quiet --value '/a/b[position()<2]' cdata.xml"), "x\n");
+    expect_done(run("quxml query --quiet --value /a/c/d cdata.xml"), "z\n");
+    expect_done(run("quxml query --quiet --value /a/e cdata.xml"), "\n");
+    expect_done(run("quxml query --quiet --count //b cdata.xml"), "2\n");
+}
+
 }  // namespace
 
 }  // namespace quxml_test

@@ -34,6 +34,8 @@ bool is_setting(const std::string& text) {
 }
 
 std::string check_setting(const std::string& text) {
+    if (begins_with(text, "xmlns="))
+        return quote(text) + " would declare a namespace, which is not an attribute";
     return is_setting(text) ? "" : '"' + text + "\" is not NAME=VALUE, with a name without a prefix";
 }
 

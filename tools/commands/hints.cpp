@@ -10,14 +10,10 @@
 
 namespace tool {
 
-namespace {
-
 bool is_file(const std::string& name) {
     std::error_code ignored;
     return std::filesystem::is_regular_file(name, ignored);
 }
-
-}  // namespace
 
 void write_hints(const std::string& file, const std::vector<Argument>& arguments) {
     if (file != standard_input)

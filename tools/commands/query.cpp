@@ -7,6 +7,8 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "commands/commands.h"
@@ -14,8 +16,10 @@
 #include "paths/selection.h"
 #include "reading/input.h"
 #include "reading/losses.h"
+#include "terminal/Failure.h"
 #include "terminal/messages.h"
 #include "terminal/output.h"
+#include "trees/element_numbers.h"
 #include "trees/node_paths.h"
 #include "trees/tree.h"
 #include "writing/escaping.h"
@@ -31,8 +35,9 @@ constexpr const char* help_on_query =
     "standard error say where the path does something other than it seems to and, if nothing matches,\n"
     "what may be the reason. \"quxml explain\" says more.\n"
     "CDATA sections, text beside other content and entity references are not read, so queries answer\n"
-    "as if they were not there, and a warning says so. Nothing is said of comments, prefixes and the\n"
-    "rest of what \"quxml loss\" lists, since only what is found is written.\n"
+    "as if they were not there, and a warning says so; --value refuses with 3 to write the value of an\n"
+    "element that holds any. Nothing is said of comments, prefixes and the rest of what \"quxml loss\"\n"
+    "lists, since only what is found is written.\n"
     "\n"
     "Examples:\n"
     "  quxml query '/catalog/book' catalog.xml         all books in the catalog\n"
@@ -59,6 +64,7 @@ struct QueryOptions {
     bool count = false;
     bool null = false;
     bool quiet = false;
+    bool lossy = false;
 };
 
 /// Text is written compact: formatted text ends with a line feed or not, depending on its siblings.
@@ -118,33 +124,68 @@ void write_count(std::size_t count, char end) {
     write_output(text);
 }
 
+struct QueryInput {
+    std::shared_ptr<quxml::Document> document;
+    std::vector<Loss> unseen;
+};
+
 /// CDATA sections, text beside other content and entity references are content that a query answers as if it were not
 /// there. Comments and the like are no answer to any query, so nothing is said of them.
-void warn_of_unseen(const std::string& file, const std::string& document) {
-    std::vector<Loss> unseen = find_losses(document);
-    const auto is_other = [](const Loss& loss) { return !is_content(loss); };
-    unseen.erase(std::remove_if(unseen.begin(), unseen.end(), is_other), unseen.end());
+QueryInput read(const QueryOptions& options) {
+    const std::string text = read_text(options.file);
+    std::shared_ptr<quxml::Document> document = parse_document(options.file, text, false);
+    return {std::move(document), get_content(find_losses(text))};
+}
+
+void warn_of_unseen(const std::string& file, const std::vector<Loss>& unseen) {
     if (!unseen.empty())
         write_warning(file, "queries do not see " + get_summary(unseen) + "; " + get_advice(file));
 }
 
-std::shared_ptr<quxml::Document> read(const QueryOptions& options) {
-    const std::string text = read_text(options.file);
-    std::shared_ptr<quxml::Document> document = parse_document(options.file, text, false);
-    if (!options.quiet)
-        warn_of_unseen(options.file, text);
-    return document;
+std::unordered_set<quxml::Element*> get_elements(const std::vector<quxml::Node*>& nodes) {
+    std::unordered_set<quxml::Element*> elements;
+    for (quxml::Node* node : nodes) {
+        if (auto* element = dynamic_cast<quxml::Element*>(node))
+            elements.insert(element);
+    }
+    return elements;
+}
+
+/// A value that leaves something out would be taken for the whole.
+void require_whole_value(const QueryOptions& options, const QueryInput& input, const quxml::Element& element,
+                         std::size_t number) {
+    const auto loss = std::find_if(input.unseen.begin(), input.unseen.end(),
+                                   [number](const Loss& one) { return one.element == number; });
+    if (loss != input.unseen.end())
+        throw Failure(ExitCode::malformed, get_label(options.file) + ": not all of the value of " +
+                                               NodePaths().get(element) +
+                                               " is read: queries do not see its " + get_name(loss->kind) +
+                                               "; --lossy writes the rest");
+}
+
+void require_whole_values(const QueryOptions& options, const QueryInput& input,
+                          const std::vector<quxml::Node*>& matches) {
+    if (input.unseen.empty())
+        return;
+    auto* root = dynamic_cast<quxml::Element*>(input.document->get_root_node());
+    const NumberedElements found = number_elements(root, get_elements(matches));
+    for (std::size_t i = 0; i < found.elements.size(); ++i)
+        require_whole_value(options, input, *found.elements[i], found.numbers[i]);
 }
 
 ExitCode query(const QueryOptions& options) {
     if (!options.quiet)
         write_hints(options.file, {{"PATH", options.path}});
-    const std::shared_ptr<quxml::Document> document = read(options);
-    const std::vector<quxml::Node*> matches = get_matches(*document, options);
+    const QueryInput input = read(options);
+    if (!options.quiet)
+        warn_of_unseen(options.file, input.unseen);
+    const std::vector<quxml::Node*> matches = get_matches(*input.document, options);
+    if (options.value && !options.lossy)
+        require_whole_values(options, input, matches);
     const char end = options.null ? '\0' : '\n';
     const bool is_xml = !options.value && options.attribute.empty() && !options.node_path;
     if (is_xml)
-        escape_attributes(document->get_root_node());
+        escape_attributes(input.document->get_root_node());
     if (options.count)
         write_count(matches.size(), end);
     else
@@ -182,6 +223,7 @@ void add_query(CLI::App& app, Action& action) {
                       "A name in the path also stands for all that begin with it");
     command->add_flag("-0,--null", options->null, "A zero byte after each match instead of a line feed");
     add_output_options(*command, *options);
+    command->add_flag("--lossy", options->lossy, "With --value: write what is seen of a value");
     command->add_flag("--quiet", options->quiet,
                       "No notes on the path or on content that queries do not see");
     command->add_option("PATH", options->path, "What to look for")->required();

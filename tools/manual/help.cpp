@@ -1,9 +1,5 @@
 #include "manual/help.h"
 
-#include <algorithm>
-#include <numeric>
-#include <utility>
-
 namespace tool {
 
 namespace {
@@ -21,21 +17,6 @@ std::vector<const CLI::Option*> get_all(const CLI::App& command, bool positional
 std::string get_argument(const CLI::Option& argument) {
     const std::string name = argument.get_name(true) + (argument.get_expected_max() > 1 ? "..." : "");
     return argument.get_required() ? name : '[' + name + ']';
-}
-
-/// How many characters to insert, to remove or to exchange.
-std::size_t get_distance(const std::string& one, const std::string& other) {
-    std::vector<std::size_t> row(other.size() + 1);
-    std::iota(row.begin(), row.end(), 0U);
-    for (std::size_t i = 0; i < one.size(); ++i) {
-        std::size_t diagonal = std::exchange(row[0], i + 1);
-        for (std::size_t j = 0; j < other.size(); ++j) {
-            const std::size_t exchanged = diagonal + (one[i] == other[j] ? 0 : 1);
-            diagonal = row[j + 1];
-            row[j + 1] = std::min({row[j] + 1, row[j + 1] + 1, exchanged});
-        }
-    }
-    return row.back();
 }
 
 }  // namespace
@@ -70,15 +51,6 @@ std::vector<const CLI::Option*> get_arguments(const CLI::App& command) {
 
 std::vector<const CLI::App*> get_commands(const CLI::App& app) {
     return app.get_subcommands([](const CLI::App* /*command*/) { return true; });
-}
-
-std::string get_similar_command(const CLI::App& app, const std::string& word) {
-    constexpr std::size_t most = 2;
-    for (const CLI::App* command : get_commands(app)) {
-        if (command->get_name()[0] == word[0] && get_distance(command->get_name(), word) <= most)
-            return command->get_name();
-    }
-    return "";
 }
 
 std::string get_synopsis(const CLI::App& command) {

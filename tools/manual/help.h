@@ -31,9 +31,6 @@ std::vector<const CLI::Option*> get_arguments(const CLI::App& command);
 /// The commands of the program.
 std::vector<const CLI::App*> get_commands(const CLI::App& app);
 
-/// The name of a command that is nearly this word and begins as it does; empty if there is none.
-std::string get_similar_command(const CLI::App& app, const std::string& word);
-
 /// Such as "quxml set [OPTIONS] PATH SETTING... [FILE]".
 std::string get_synopsis(const CLI::App& command);
 

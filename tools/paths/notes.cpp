@@ -195,10 +195,17 @@ void note_item(const Predicate& predicate, Notes& notes) {
         warn(notes, "the attribute \"item\" is compared with all of " + quote(predicate.value));
 }
 
+bool is_in_quotes(const std::string& text) {
+    return text.size() > 1 && text.front() == text.back() && has_any(text.substr(0, 1), quote_signs);
+}
+
 void note_value(const Predicate& predicate, Notes& notes) {
     if (predicate.existence_only && contains(predicate.text, "="))
         warn(notes, "without a value it only asks for the attribute, whatever that is");
-    if (has_any(predicate.value, quote_signs))
+    const std::string written = predicate.text.substr(predicate.text.find('=') + 1);
+    if (is_in_quotes(written) && written.substr(1, written.size() - 2) != predicate.value)
+        warn(notes, "all quotes at the ends are dropped, so that " + predicate.value + " is compared");
+    else if (has_any(predicate.value, quote_signs) && (written.front() == ' ' || written.back() == ' '))
         warn(notes, "the quotes belong to the value, since blanks stand outside them");
 }
 

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <optional>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 #include "reading/encoding.h"
@@ -87,13 +89,28 @@ std::vector<Problem> find_errors(std::string_view document) {
     return problems;
 }
 
-/// Of errors that libxml2 does not see, only zero characters have a place.
-Problem find_other_error(std::string_view document, const std::string& reason) {
+std::optional<Problem> find_zero(std::string_view document) {
     const std::size_t zero = document.find('\0');
     if (zero == std::string_view::npos)
-        return {true, 1, 1, reason};
+        return std::nullopt;
     const Place place = PlaceFinder(document).find(zero);
-    return {true, place.line, place.column, "a zero byte, which XML does not allow"};
+    return Problem{true, place.line, place.column, "a zero byte, which XML does not allow"};
+}
+
+bool comes_before(const Problem& one, const Problem& other) {
+    return std::tie(one.line, one.column) < std::tie(other.line, other.column);
+}
+
+/// libxml2 takes a zero character for the end of the text, or complains of what stands around it. Of other errors that only
+/// the library sees, nobody knows the place.
+std::vector<Problem> find_all_errors(std::string_view document, const std::string& reason) {
+    std::vector<Problem> errors = find_errors(document);
+    const std::optional<Problem> zero = find_zero(document);
+    if (zero && (errors.empty() || !comes_before(errors.front(), *zero)))
+        return {*zero};
+    if (errors.empty())
+        errors.push_back({true, 1, 1, reason});
+    return errors;
 }
 
 }  // namespace
@@ -101,9 +118,7 @@ Problem find_other_error(std::string_view document, const std::string& reason) {
 void write_errors(const std::string& file, const std::string& document, const std::string& reason) {
     const std::string text = to_utf8(document, get_encoding(document));
     const std::string_view shown = without_mark(text);
-    std::vector<Problem> errors = find_errors(shown);
-    if (errors.empty())
-        errors.push_back(find_other_error(shown, reason));
+    const std::vector<Problem> errors = find_all_errors(shown, reason);
     const std::size_t count = std::min(errors.size(), most_errors);
     for (std::size_t i = 0; i < count; ++i)
         write_error(file, shown, errors[i]);

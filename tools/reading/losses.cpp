@@ -8,6 +8,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdlib>
+#include <iterator>
 #include <map>
 #include <string_view>
 
@@ -26,6 +27,7 @@ struct Found {
     LossKind kind;
     std::size_t begin;
     std::size_t end;
+    std::optional<std::size_t> element;
 };
 
 struct Text {
@@ -39,7 +41,8 @@ struct Text {
 
 /// The content of an element that is still open.
 struct Content {
-    std::size_t pieces = 0;  // a text, an element, a comment and so on
+    std::size_t element = 0;  // its number
+    std::size_t pieces = 0;   // a text, an element, a comment and so on
     bool ends_with_text = false;
     std::vector<Text> texts;
 };
@@ -139,6 +142,7 @@ public:
             case EventKind::start_tag:
                 add_piece();
                 open.emplace_back();
+                open.back().element = elements++;
                 take_tag(event);
                 break;
             case EventKind::end_tag:
@@ -149,7 +153,7 @@ public:
                 break;
             default:
                 add_piece();
-                add(get_loss_kind(event.kind), event.begin, event.end);
+                add_content(get_loss_kind(event.kind), event.begin, event.end);
         }
     }
 
@@ -175,7 +179,15 @@ private:
         }
     }
 
-    void add(LossKind kind, std::size_t begin, std::size_t end) { found.push_back({kind, begin, end}); }
+    void add(LossKind kind, std::size_t begin, std::size_t end) {
+        found.push_back({kind, begin, end, std::nullopt});
+    }
+
+    void add_content(LossKind kind, std::size_t begin, std::size_t end) {
+        add(kind, begin, end);
+        if (!open.empty())
+            found.back().element = open.back().element;
+    }
 
     /// UTF-8 is what is read when no encoding is named, so the name is not a loss.
     void take_declaration(std::size_t end) {
@@ -228,7 +240,7 @@ private:
     void add_texts_beside_others(const Content& content) {
         for (const Text& one : content.texts) {
             if (!one.is_white)
-                add(LossKind::text, one.begin, one.end);
+                add_content(LossKind::text, one.begin, one.end);
             else if (!one.has_line_feed)
                 add(LossKind::blank_text, one.begin, one.end);
         }
@@ -276,6 +288,7 @@ private:
 
     std::string_view text;
     std::vector<Content> open;
+    std::size_t elements = 0;
     std::vector<Found> found;
 };
 
@@ -294,7 +307,7 @@ std::vector<Loss> locate(std::string_view text, const std::vector<Found>& found)
     std::vector<Loss> losses;
     losses.reserve(found.size());
     for (const Found& one : found)
-        losses.push_back({one.kind, places.find(one.begin), get_excerpt(text, one)});
+        losses.push_back({one.kind, places.find(one.begin), get_excerpt(text, one), one.element});
     return losses;
 }
 
@@ -349,9 +362,9 @@ std::vector<Loss> find_losses(const std::string& document) {
     }
     std::vector<Loss> losses = locate(text, finder.get_found());
     if (!encoding.empty())
-        losses.insert(losses.begin(), {LossKind::encoding, {1, 1}, to_printable(encoding)});
+        losses.insert(losses.begin(), {LossKind::encoding, {1, 1}, to_printable(encoding), std::nullopt});
     else if (text.size() != document.size())
-        losses.insert(losses.begin(), {LossKind::byte_order_mark, {1, 1}, "EF BB BF"});
+        losses.insert(losses.begin(), {LossKind::byte_order_mark, {1, 1}, "EF BB BF", std::nullopt});
     return losses;
 }
 
@@ -362,6 +375,12 @@ bool is_in_declaration(const Loss& loss) {
 bool is_content(const Loss& loss) {
     return loss.kind == LossKind::text || loss.kind == LossKind::cdata || loss.kind == LossKind::entity ||
            loss.kind == LossKind::replaced_attribute;
+}
+
+std::vector<Loss> get_content(const std::vector<Loss>& losses) {
+    std::vector<Loss> content;
+    std::copy_if(losses.begin(), losses.end(), std::back_inserter(content), is_content);
+    return content;
 }
 
 bool is_note(const Loss& loss) {

@@ -1,6 +1,8 @@
 #ifndef QUXML_TOOLS_READING_LOSSES_H
 #define QUXML_TOOLS_READING_LOSSES_H
 
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -34,6 +36,8 @@ struct Loss {
     LossKind kind;
     Place place;
     std::string excerpt;  // of the document, printable
+    std::optional<std::size_t>
+        element;  // whose content it is, if any: the root is 0, the others follow in order
 };
 
 /// What would be lost of a well-formed document, in document order, notes included.
@@ -46,6 +50,9 @@ bool is_in_declaration(const Loss& loss);
 
 /// Whether it is content, so that queries give another answer than the document does.
 bool is_content(const Loss& loss);
+
+/// Those that are content.
+std::vector<Loss> get_content(const std::vector<Loss>& losses);
 
 /// Whether anything is lost; notes do not count.
 bool has_losses(const std::vector<Loss>& losses);

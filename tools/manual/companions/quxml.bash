@@ -8,9 +8,9 @@ _quxml() {
         *:sort) words="-h --help -i --in-place --backup --lossy --quiet --compact --indent --no-declaration" ;;
         *:check) words="-h --help --quiet" ;;
         *:loss) words="-h --help" ;;
-        *:query) words="-h --help --prefix -0 --null --value --attribute --path --count --quiet" ;;
+        *:query) words="-h --help --prefix -0 --null --value --attribute --path --count --lossy --quiet" ;;
         *:explain) words="-h --help --prefix" ;;
-        *:diff) words="-h --help --quiet" ;;
+        *:diff) words="-h --help --quiet --lossy" ;;
         *:set) words="-h --help -i --in-place --backup --lossy --quiet --compact --indent --no-declaration" ;;
         *:unset) words="-h --help -i --in-place --backup --lossy --quiet --compact --indent --no-declaration" ;;
         *:text) words="-h --help -i --in-place --backup --lossy --quiet --compact --indent --no-declaration" ;;
