@@ -46,8 +46,8 @@ std::optional<int> read_integer(const std::string& text) {
 }
 
 std::string write_integer(int number) {
-    std::array<char, std::numeric_limits<int>::digits10 + 2>
-        buffer;  // NOLINT(cppcoreguidelines-pro-type-member-init)
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): what is read of the buffer has been written before
+    std::array<char, std::numeric_limits<int>::digits10 + 2> buffer;
     char* const end = buffer.data() + buffer.size();
     char* begin = end;
     unsigned rest = number < 0 ? 0 - static_cast<unsigned>(number) : static_cast<unsigned>(number);
