@@ -9,13 +9,13 @@
 #include <cstdio>
 #include <cstdlib>
 
-// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the names are the C library's
+// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,readability-identifier-naming): the names are the C library's
 extern "C" {
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);
 void* __libc_realloc(void* memory, std::size_t size);
 }
-// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
+// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,readability-identifier-naming)
 
 namespace {
 
@@ -42,7 +42,8 @@ bool is_refused() {
         return;
     char text[32];
     const int size = std::snprintf(text, sizeof text, "%ld", allocations);
-    static_cast<void>(!::write(STDERR_FILENO, text, static_cast<std::size_t>(size)));
+    const ssize_t ignored = ::write(STDERR_FILENO, text, static_cast<std::size_t>(size));
+    static_cast<void>(ignored);
 }
 
 }  // namespace
