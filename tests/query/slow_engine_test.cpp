@@ -1,5 +1,6 @@
 // The library against the slow engine: every path of up to three steps over a few names and predicates, and
-// random paths, well formed and not, over random trees.
+// random paths, well formed and not, over random trees, in whatever order their nodes lie in memory. Each path
+// is tried with the library's own comparators and with a user's, for which it walks in another way.
 
 #include "query/slow_engine.h"
 
@@ -12,6 +13,7 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <boost/algorithm/string/predicate.hpp>
 
 #include "query/query_table.h"
 #include "quxml/quxml.h"
@@ -26,21 +28,43 @@ using quxml::XPathHelper;
 using quxml_test::SlowEngine;
 using quxml_test::Tree;
 
-/// Whether both operations give the same nodes, or the same exception, as the slow engine.
+::testing::AssertionResult equal(const char* what, const std::string& path, const std::string& outcome,
+                                 const std::string& expected) {
+    if (outcome == expected)
+        return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure() << what << " " << ::testing::PrintToString(path) << ": [" << outcome
+                                         << "] instead of [" << expected << "]";
+}
+
+/// What the library finds by a user's comparator, for which it walks in another way.
+std::string find_by(const quxml::StringComparator& comparator, const Tree& tree, Node* start,
+                    const std::string& path) {
+    return tree.outcome([&] { return XPathHelper(comparator).find(start, path); });
+}
+
+bool equals_ignoring_case(const std::string& name, const std::string& name_test) {
+    return boost::algorithm::iequals(name, name_test);
+}
+
+bool begins_ignoring_case(const std::string& name, const std::string& name_test) {
+    return boost::algorithm::istarts_with(name, name_test);
+}
+
+/// Whether both operations, and a helper with such a comparator, give the same nodes, or the same exception, as
+/// the slow engine.
 ::testing::AssertionResult agree(const Tree& tree, Node* start, const std::string& path) {
-    const std::string exact = tree.outcome([&] { return start->find_exact_match(path); });
-    const std::string slow_exact =
-        tree.outcome([&] { return quxml_test::slow_find_exact_match(start, path); });
-    if (exact != slow_exact)
-        return ::testing::AssertionFailure() << "exact " << ::testing::PrintToString(path) << ": [" << exact
-                                             << "] instead of [" << slow_exact << "]";
-    const std::string prefix = tree.outcome([&] { return start->find_substring_match(path); });
-    const std::string slow_prefix =
+    const std::string exact = tree.outcome([&] { return quxml_test::slow_find_exact_match(start, path); });
+    const std::string prefix =
         tree.outcome([&] { return quxml_test::slow_find_substring_match(start, path); });
-    if (prefix != slow_prefix)
-        return ::testing::AssertionFailure() << "prefix " << ::testing::PrintToString(path) << ": [" << prefix
-                                             << "] instead of [" << slow_prefix << "]";
-    return ::testing::AssertionSuccess();
+    auto result = equal("exact", path, tree.outcome([&] { return start->find_exact_match(path); }), exact);
+    if (result)
+        result =
+            equal("prefix", path, tree.outcome([&] { return start->find_substring_match(path); }), prefix);
+    if (result)
+        result = equal("exact by a user", path, find_by(equals_ignoring_case, tree, start, path), exact);
+    if (result)
+        result = equal("prefix by a user", path, find_by(begins_ignoring_case, tree, start, path), prefix);
+    return result;
 }
 
 // ---- Every short path ----
@@ -201,6 +225,16 @@ std::string malformed(std::string path, Choices& choices) {
 const unsigned int random_trees = 300;
 const unsigned int paths_of_a_tree = 100;
 
+/// Puts some children first, so that siblings do not lie in memory in their order.
+void shuffle_children(const std::vector<Node*>& nodes, Choices& choices) {
+    for (Node* node : nodes) {
+        const NodeList list = node->get_children();
+        const std::vector<Node*> children(list.begin(), list.end());
+        for (std::size_t i = 0; i < children.size(); ++i)
+            node->set_child_first(children[choices.below(static_cast<unsigned int>(children.size()))]);
+    }
+}
+
 Tree random_tree(Choices& choices) {
     quxml::Document document(false);
     Element* const root = document.create_root_node(choices.one_of({"a", "b", "r"}));
@@ -250,6 +284,63 @@ TEST(RandomPaths, add_up_like_those_of_the_slow_engine) {
                 return slow.find(tree.node("#1"), path);
             })) << "seed "
                 << seed << ", path " << i << " " << ::testing::PrintToString(path) << "\n"
+                << tree.line();
+        }
+    }
+}
+
+TEST(RandomPaths, agree_on_trees_whose_nodes_lie_scattered) {
+    for (unsigned int seed = 0; seed < random_trees; ++seed) {
+        Choices choices(seed);
+        const Tree tree = random_tree(choices);
+        shuffle_children(quxml_test::nodes_in_document_order(tree.node("#1")), choices);
+        for (unsigned int i = 0; i < paths_of_a_tree; ++i)
+            ASSERT_TRUE(agree(tree, tree.node("#1"), malformed(random_path(choices), choices)))
+                << "seed " << seed << ", path " << i << "\n"
+                << tree.line();
+    }
+}
+
+TEST(RandomPaths, agree_on_nodes_with_many_children) {
+    for (unsigned int seed = 0; seed < random_trees / 10; ++seed) {
+        Choices choices(seed);
+        quxml::Document document(false);
+        Element* const root = document.create_root_node("a");
+        for (unsigned int i = 0; i < random_trees / 10; ++i)
+            grow(root, choices, 1);
+        const Tree tree(quxml_test::to_line(root));
+        if (choices.one_in(2))
+            shuffle_children({tree.node("#1")}, choices);
+        for (unsigned int i = 0; i < paths_of_a_tree / 4; ++i)
+            ASSERT_TRUE(agree(tree, tree.node("#1"), "*/" + random_path(choices)))
+                << "seed " << seed << ", path " << i << "\n"
+                << tree.line();
+    }
+}
+
+TEST(RandomPaths, leave_in_a_helper_what_was_found_before_its_comparator_threw) {
+    for (unsigned int seed = 0; seed < random_trees; ++seed) {
+        Choices choices(seed);
+        const Tree tree = random_tree(choices);
+        Node* const root = tree.node("#1");
+        for (unsigned int i = 0; i < 10; ++i) {
+            const std::string feared = choices.one_of(names);
+            const auto afraid = [&feared](const std::string& name, const std::string& name_test) {
+                if (name == feared)
+                    throw std::invalid_argument("afraid");
+                return name == name_test;
+            };
+            const XPathHelper helper(afraid);
+            SlowEngine slow(afraid);
+            const std::string path = random_path(choices);
+            ASSERT_TRUE(equal("find", path, tree.outcome([&] { return helper.find(root, path); }),
+                              tree.outcome([&] { return slow.find(root, path); })))
+                << "seed " << seed << ", afraid of " << feared << "\n"
+                << tree.line();
+            ASSERT_TRUE(equal("what is held after", path,
+                              tree.outcome([&] { return helper.find(root, "/"); }),
+                              tree.outcome([&] { return slow.find(root, "/"); })))
+                << "seed " << seed << ", afraid of " << feared << "\n"
                 << tree.line();
         }
     }
