@@ -30,6 +30,7 @@
 #include "Walk.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "dom/NodeAccess.h"
@@ -92,7 +93,7 @@ void Walk::follow(Node* node, std::size_t step) {
     if (is_last(step)) {
         results.add(node);
     } else if (steps[step].is_empty()) {
-        search(node, step + 1);
+        note(std::array<Node*, 1>{node}, step + 1);
     } else if (names.is_users() || steps[step + 1].has_predicates()) {
         steps[step + 1].select_children(node, names, selected);
         note(selected, step + 1);
@@ -178,7 +179,7 @@ template <typename Nodes>
 void Walk::note(const Nodes& added, std::size_t step) {
     if (added.empty())
         return;
-    if (rows.empty() || rows.back().step != step)
+    if (rows.empty() || !rows.back().is_noted() || rows.back().step != step)
         rows.push_back({step, {}, {}, nullptr, noted.size()});
     noted.resize(noted.size() + added.size());
     std::copy(added.begin(), added.end(), noted.rbegin());

@@ -33,11 +33,11 @@ private:
     /// everything below it. Otherwise the steps after `step` are followed from each that satisfies it, which
     /// noted nodes do.
     struct Row {
-        std::size_t step;
+        std::size_t step = 0;
         NodeList::const_iterator next;  // equal to `end` for noted nodes
         NodeList::const_iterator end;
-        const Node* last;  // the child before `next`, or the parent
-        std::size_t begin;
+        const Node* last = nullptr;  // the child before `next`, or the parent
+        std::size_t begin = 0;
 
         bool is_noted() const { return next == end; }
     };

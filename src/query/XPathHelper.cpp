@@ -37,7 +37,8 @@ XPathHelper::~XPathHelper() = default;
 NodeSet XPathHelper::find(Node* node, std::string path) const {
     NameComparator names(comparator);
     Results found(results, Results::at_once);
-    return select_nodes(node, path, names, found) ? results : NodeSet();
+    const std::string text = std::move(path);
+    return select_nodes(node, text, names, found) ? results : NodeSet();
 }
 
 void XPathHelper::get_nodes_from_path(Node* node, std::deque<std::string> steps) const {
@@ -51,6 +52,7 @@ void XPathHelper::get_nodes_from_path(Node* node, std::deque<std::string> steps)
 void XPathHelper::skip_all_until_first_match(Node* node, const std::deque<std::string>& steps) const {
     if (steps.empty())
         return;
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): a comparator may change the caller's.
     const std::deque<std::string> texts = steps;
     NameComparator names(comparator);
     Results found(results, Results::at_once);
@@ -58,6 +60,7 @@ void XPathHelper::skip_all_until_first_match(Node* node, const std::deque<std::s
 }
 
 NodeList XPathHelper::get_child_nodes(Node* node, const std::string& step) const {
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): a comparator may change the caller's.
     const std::string text = step;
     NameComparator names(comparator);
     Candidates selected;
@@ -66,6 +69,7 @@ NodeList XPathHelper::get_child_nodes(Node* node, const std::string& step) const
 }
 
 bool XPathHelper::is_correct_node(Node* node, const std::string& step) const {
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): a comparator may change the caller's.
     const std::string text = step;
     NameComparator names(comparator);
     return Step(text).accepts(node, names);
@@ -79,7 +83,8 @@ NodeList XPathHelper::get_nodes_matching_attributes(NodeList& nodes, const std::
 }
 
 NodeList XPathHelper::get_nodes_matching_attribute(NodeList& nodes, std::string predicate) const {
-    ListPredicate filter(predicate);
+    const std::string text = std::move(predicate);
+    ListPredicate filter(text);
     return filter_list(nodes, [&filter](Candidates& candidates) { filter.filter(candidates); });
 }
 

@@ -19,17 +19,17 @@ namespace quxml {
 constexpr std::size_t line = 64;
 
 /// Asks for some lines from `address` on. Written out, as a loop would take longer than what it does.
-template <std::size_t lines>
+template <std::size_t Lines>
 inline void prefetch(const char* address) {
     __builtin_prefetch(address);
-    if constexpr (lines > 1)
-        prefetch<lines - 1>(address + line);
+    if constexpr (Lines > 1)
+        prefetch<Lines - 1>(address + line);
 }
 
 /// The same from `offset` bytes after the beginning of a node on.
-template <std::size_t lines>
+template <std::size_t Lines>
 inline void prefetch(const Node* node, std::size_t offset) {
-    prefetch<lines>(reinterpret_cast<const char*>(node) + offset);
+    prefetch<Lines>(reinterpret_cast<const char*>(node) + offset);
 }
 
 /// For a node that a walk passes by: asks for what lies a few elements after it.
@@ -50,8 +50,9 @@ inline void prefetch_sibling(const Node* before, const Node* child) {
 /// For a node whose name has been looked at, and whose attributes or children will be: asks for what lies
 /// after the name.
 inline void prefetch_attributes(const Node* node) {
+    constexpr std::size_t two_attributes = 5;
     if (node != nullptr)
-        prefetch<5>(node, line);
+        prefetch<two_attributes>(node, line);
 }
 
 }  // namespace quxml
