@@ -24,6 +24,15 @@ licences() {
     sed -n '/^ Permission/,$s/^ \.\{0,1\}//p' debian/copyright | diff <(sed -n '/^Permission/,$p' LICENSE) -
 }
 
+# The symbols that are used of libxml2 are older than what the library needs, so the packages have to say it.
+libxml2() {
+    local needed
+    needed=$(sed -n 's/^find_package(LibXml2 \([0-9.]*\) REQUIRED)$/\1/p' src/CMakeLists.txt)
+    # Lines that begin with one blank are descriptions.
+    grep -vE '^ [^ ]' debian/control | grep -oE 'libxml2(-dev)?[^,]*' | sed 's/-dev//' | sort | uniq -c |
+        diff <(echo "      4 libxml2 (>= $needed)") - || fail "not all four ask for libxml2 $needed"
+}
+
 checksum() {
     "$1" <LICENSE | cut -d ' ' -f 1
 }

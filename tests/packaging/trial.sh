@@ -64,6 +64,7 @@ quxml() {
 program() {
     install ./packages/libquxml1_*.deb ./packages/quxml_*.deb
     [[ " $(quxml --version) " == *" $(dpkg-query --show --showformat '${Version}' quxml) "* ]]
+    [[ $(dpkg-query --show --showformat '${Depends}' libquxml1) == *"libxml2 (>= 2.9.10)"* ]]
     say "$(quxml --version), of $(dpkg-query --show --showformat '${Architecture}' quxml)"
     quxml format data/catalog.xml | diff data/catalog.formatted -
     [ "$(quxml query "/catalog/book[2]/title" data/catalog.xml)" = '<title lang="de">Grüße aus Köln</title>' ]
