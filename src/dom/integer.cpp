@@ -45,6 +45,13 @@ std::optional<int> read_integer(const std::string& text) {
     return static_cast<int>(value);
 }
 
+int require_integer(const std::string& text) {
+    const std::optional<int> number = read_integer(text);
+    if (!number)
+        throw std::invalid_argument("stoi");
+    return *number;
+}
+
 std::string write_integer(int number) {
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): what is read of the buffer has been written before
     std::array<char, std::numeric_limits<int>::digits10 + 2> buffer;

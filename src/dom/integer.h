@@ -12,6 +12,11 @@ namespace quxml {
 /// \throws std::out_of_range ("stoi") if the number is beyond the range of `int`.
 std::optional<int> read_integer(const std::string& text);
 
+/// The same where there has to be a number.
+/// \throws std::invalid_argument ("stoi") if there is none.
+/// \throws std::out_of_range ("stoi") if it is beyond the range of `int`.
+int require_integer(const std::string& text);
+
 /// A number in decimal, as `std::to_string` writes it.
 std::string write_integer(int number);
 

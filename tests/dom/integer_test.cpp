@@ -12,6 +12,7 @@
 namespace {
 
 using quxml::read_integer;
+using quxml::require_integer;
 
 struct Row {
     const char* text = nullptr;
@@ -48,6 +49,20 @@ TEST(ReadInteger, refuses_numbers_beyond_int) {
         SCOPED_TRACE(text);
         EXPECT_THROW_MESSAGE(read_integer(text), std::out_of_range, "stoi");
     }
+}
+
+TEST(RequireInteger, reads_what_read_integer_reads) {
+    EXPECT_EQ(require_integer("7"), 7);
+    EXPECT_EQ(require_integer("\t-12 apples"), -12);
+    EXPECT_EQ(require_integer("2147483647"), 2147483647);
+}
+
+TEST(RequireInteger, refuses_other_texts_in_the_words_of_one_standard_library_under_all) {
+    for (const char* const text : {"", " ", "-", "+", "- 1", "--1", "a1"}) {
+        SCOPED_TRACE(text);
+        EXPECT_THROW_MESSAGE(require_integer(text), std::invalid_argument, "stoi");
+    }
+    EXPECT_THROW_MESSAGE(require_integer("2147483648"), std::out_of_range, "stoi");
 }
 
 }  // namespace
