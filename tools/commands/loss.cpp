@@ -7,6 +7,7 @@
 #include "commands/hints.h"
 #include "reading/input.h"
 #include "reading/losses.h"
+#include "terminal/messages.h"
 #include "terminal/output.h"
 
 namespace tool {
