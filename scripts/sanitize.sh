@@ -1,17 +1,9 @@
 # Runs the tests under each sanitizer, with the standard library's own checks, and under valgrind; with names, only these.
+. scripts/support/googletest.sh
 need_to_build_with libboost-dev libgtest-dev googletest libcli11-dev clang libclang-rt-dev valgrind libc6-dbg
 
 is_asked_for() {
     [ -z "$asked" ] || [[ " $asked " == *" $1 "* ]]
-}
-
-# GoogleTest's interface has containers of the standard library in it, so it needs the same checks as the tests.
-build_googletest() {
-    local prefix=$PWD/build/googletest-debug-library
-    [ ! -e "$prefix/include" ] || return 0
-    quietly cmake -S /usr/src/googletest -B build/googletest -G Ninja -DBUILD_GMOCK=OFF \
-        -DCMAKE_CXX_FLAGS="-D_GLIBCXX_DEBUG -D_GLIBCXX_DEBUG_PEDANTIC" -DCMAKE_INSTALL_PREFIX="$prefix"
-    quietly cmake --build build/googletest --target install
 }
 
 # The allocators of a thread's stack are "possibly lost" to valgrind, so only definite losses count. The second option
@@ -27,7 +19,7 @@ for name in $asked; do
 done
 for preset in asan asan-clang integer debug-library; do
     is_asked_for "$preset" || continue
-    [ "$preset" != debug-library ] || build_googletest
+    [ "$preset" != debug-library ] || build_googletest debug-library -D_GLIBCXX_DEBUG -D_GLIBCXX_DEBUG_PEDANTIC
     build "$preset"
     run_tests "$preset"
 done

@@ -39,9 +39,20 @@ bool contains(const std::string& text, const char* part) {
     return text.find(part) != std::string::npos;
 }
 
+/// Reads a number by the standard library, whose libraries word their errors differently.
+int read_number(const std::string& text) {
+    try {
+        return std::stoi(text);
+    } catch (const std::invalid_argument&) {
+        throw std::invalid_argument("stoi");
+    } catch (const std::out_of_range&) {
+        throw std::out_of_range("stoi");
+    }
+}
+
 /// The number written `distance` characters after the start of the first `part`.
 int number_after(const std::string& text, const char* part, std::size_t distance) {
-    return std::stoi(text.substr(text.find(part) + distance));
+    return read_number(text.substr(text.find(part) + distance));
 }
 
 unsigned int as_unsigned(int number) {
@@ -171,7 +182,7 @@ NodeList SlowEngine::get_nodes_matching_attribute(NodeList nodes, std::string pr
     if (contains(predicate, "="))
         return get_node_containing_child_value(predicate, nodes);
     try {
-        static_cast<void>(std::stoi(predicate));
+        static_cast<void>(read_number(predicate));
     } catch (const std::invalid_argument&) {
         return get_nodes_by_bare_literal(nodes, predicate);
     }
@@ -194,7 +205,7 @@ NodeList SlowEngine::get_node_by_number(std::string number, NodeList nodes) cons
         auto* const element = dynamic_cast<Element*>(node);
         if (element == nullptr)
             continue;
-        if (element->get_attribute("item") == nullptr && std::stoi(number) == 1 &&
+        if (element->get_attribute("item") == nullptr && read_number(number) == 1 &&
             element->get_name() != remembered) {
             found.push_back(element);
             remembered = element->get_name();
@@ -219,7 +230,7 @@ NodeList SlowEngine::get_last_node(std::string predicate, NodeList nodes) const 
 
 int SlowEngine::index_from_last(std::string predicate) const {
     const std::string offset = predicate.substr(predicate.find("last()") + std::string("last()").size());
-    return offset.empty() ? 0 : std::stoi(offset);
+    return offset.empty() ? 0 : read_number(offset);
 }
 
 NodeList SlowEngine::get_positioned_nodes(std::string predicate, NodeList nodes) const {
