@@ -10,8 +10,10 @@ install(FILES ${PROJECT_BINARY_DIR}/quxmlConfig.cmake ${PROJECT_BINARY_DIR}/quxm
 install(EXPORT quxmlTargets NAMESPACE quxml:: DESTINATION ${config_folder})
 
 file(RELATIVE_PATH include_from_pc ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_FULL_INCLUDEDIR})
-configure_file(cmake/quxml.pc.in quxml.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/quxml.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+foreach(package quxml quxml-extras)
+  configure_file(cmake/${package}.pc.in ${package}.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/${package}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endforeach()
 
 # What shows trees in gdb: for everybody to `source`, and where gdb, if it is installed in the same folder, looks for what
 # belongs to the shared library. The name of that folder is known when the files are installed.

@@ -13,6 +13,10 @@ namespace quxml {
 class Attribute;
 class TextNode;
 
+namespace extras {
+struct Fields;
+}
+
 /// Attributes in the order in which their names were first set. The pointers are borrowed.
 using AttributeList = std::list<Attribute*>;
 
@@ -121,6 +125,7 @@ public:
 
 private:
     friend struct NodeAccess;
+    friend struct extras::Fields;
 
     /// From a name that is not a string yet.
     QUXML_HIDDEN Element(const char* name, std::size_t length, Element* parent, bool keep_sorted);

@@ -58,16 +58,19 @@ install() {
 add_subdirectory() {
     build_consumer_of_sources add_subdirectory
     check "$work/add_subdirectory/main"
+    check "$work/add_subdirectory/extras"
 }
 
 fetch_content() {
     build_consumer_of_sources fetch_content
     check "$work/fetch_content/main"
+    check "$work/fetch_content/extras"
 }
 
 find_package() {
     build_consumer_of_installed find_package
     check "$work/find_package/main"
+    check "$work/find_package/extras"
 }
 
 pkg_config() {
@@ -75,11 +78,14 @@ pkg_config() {
     [ "$kind" = shared ] || static=(--static)
     export PKG_CONFIG_PATH=$prefix/$libraries/pkgconfig
     [ -z "$sysroot" ] || export PKG_CONFIG_LIBDIR=$sysroot/usr/lib/$architecture/pkgconfig:$sysroot/usr/lib/pkgconfig
-    eval "local flags=($("$pkg_config" "${static[@]}" --cflags --libs quxml))"
     eval "local own_flags=(${sysroot:+--sysroot='$sysroot'} $compiler_flags)"
-    "$compiler" "${own_flags[@]}" -std=c++11 "$here/consumer/main.cpp" -o "$work/main" "${flags[@]}" \
-        -Wl,-rpath,"$prefix/$libraries"
-    check "$work/main"
+    local program flags
+    for program in main extras; do
+        eval "flags=($("$pkg_config" "${static[@]}" --cflags --libs "$([ "$program" = main ] && echo quxml || echo quxml-extras)"))"
+        "$compiler" "${own_flags[@]}" -std=c++11 "$here/consumer/$program.cpp" -o "$work/$program" "${flags[@]}" \
+            -Wl,-rpath,"$prefix/$libraries"
+        check "$work/$program"
+    done
 }
 
 program() {

@@ -1,0 +1,69 @@
+#ifndef QUXML_EXTRAS_TEXT_VIEW_H
+#define QUXML_EXTRAS_TEXT_VIEW_H
+
+#include <cstddef>
+#include <cstring>
+#include <string>
+#if __cplusplus >= 201703L
+#include <string_view>
+#endif
+
+namespace quxml {
+namespace extras {
+
+/// A name or a value that somebody else holds: a literal, a `std::string` or, from C++17 on, a
+/// `std::string_view` can be passed wherever one is asked for, and nothing is copied.
+/// \par Lifetime
+/// Valid as long as what it was made from; functions that keep it longer than their own call say so.
+class TextView {
+public:
+    /// \param text ends with a zero byte; not null.
+    TextView(const char* text) noexcept : first(text), count(std::strlen(text)) {}
+
+    TextView(const std::string& text) noexcept : first(text.data()), count(text.size()) {}
+
+#if __cplusplus >= 201703L
+    TextView(std::string_view text) noexcept : first(text.data()), count(text.size()) {}
+#endif
+
+    const char* data() const noexcept {
+        return first;
+    }
+
+    /// In bytes.
+    std::size_t size() const noexcept {
+        return count;
+    }
+
+    /// A copy.
+    std::string str() const {
+        return std::string(first, count);
+    }
+
+    /// Whether the bytes are the same.
+    bool equals(const std::string& text) const noexcept {
+        return text.size() == count && std::memcmp(text.data(), first, count) == 0;
+    }
+
+private:
+    const char* first;
+    std::size_t count;
+};
+
+/// A name that is kept for longer than the call that takes it: the same, but a temporary `std::string` is refused
+/// by the compiler.
+class LastingName : public TextView {
+public:
+    LastingName(const char* text) noexcept : TextView(text) {}
+    LastingName(const std::string& text) noexcept : TextView(text) {}
+    LastingName(std::string&& text) = delete;
+
+#if __cplusplus >= 201703L
+    LastingName(std::string_view text) noexcept : TextView(text) {}
+#endif
+};
+
+}  // namespace extras
+}  // namespace quxml
+
+#endif

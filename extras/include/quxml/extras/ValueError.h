@@ -1,0 +1,43 @@
+#ifndef QUXML_EXTRAS_VALUE_ERROR_H
+#define QUXML_EXTRAS_VALUE_ERROR_H
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+namespace quxml {
+namespace extras {
+
+/// A value of a document that is missing or is not what was asked for. `what()` says so in one line, for
+/// example: /settings/server/@port is "8o80", which is not an integer from 0 to 65535
+class ValueError : public std::runtime_error {
+public:
+    /// \param place where the value stands, such as /settings/server/@port.
+    /// \param value as it is stored; empty if it is missing.
+    /// \param message what `what()` returns.
+    ValueError(const std::string& place, const std::string& value, const std::string& message);
+
+    ValueError(const ValueError&) noexcept = default;
+    ValueError& operator=(const ValueError&) noexcept = default;
+    ~ValueError() override;
+
+    /// The path of the element (see `path_of`), and behind it "/@" and the name for an attribute. Valid as
+    /// long as the exception.
+    const std::string& get_place() const noexcept;
+
+    /// The value as it is stored; empty if it is missing. Valid as long as the exception.
+    const std::string& get_value() const noexcept;
+
+private:
+    struct Parts {
+        std::string place;
+        std::string value;
+    };
+
+    std::shared_ptr<const Parts> parts;
+};
+
+}  // namespace extras
+}  // namespace quxml
+
+#endif

@@ -1,0 +1,17 @@
+#ifndef QUXML_EXTRAS_EXTRAS_H
+#define QUXML_EXTRAS_EXTRAS_H
+
+/// \file
+/// All of the extras: everyday work with trees in one line. They are a static library beside the library, use
+/// its interface, and are included by it nowhere.
+
+#include "SortedChildren.h"
+#include "files.h"
+#include "finding.h"
+#include "paths.h"
+#include "ranges.h"
+#include "trees.h"
+#include "values.h"
+#include "writing.h"
+
+#endif

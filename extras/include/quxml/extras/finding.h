@@ -1,0 +1,126 @@
+#ifndef QUXML_EXTRAS_FINDING_H
+#define QUXML_EXTRAS_FINDING_H
+
+/// \file
+/// Queries whose results are elements in document order: parents before their children, first to last. The
+/// paths are those of `Node::find_exact_match`, which see; nodes that are not elements are left out.
+///
+/// A value that comes from outside never goes into a path. It is compared:
+///
+///     find_elements(root, "catalog/book", where("id") == id)
+///
+/// \par Errors
+/// Those of `Node::find_exact_match` for a path that cannot be read; what a condition throws leaves too.
+/// \par Complexity
+/// The query, and a walk from the start node along the branches that lead to its results.
+
+#include <quxml/Element.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "TextView.h"
+#include "Value.h"
+#include "values.h"
+
+namespace quxml {
+namespace extras {
+
+/// What an element has to fulfil.
+using Condition = std::function<bool(const Element&)>;
+
+/// The elements that a path selects, starting at `start`.
+/// \return in document order; borrowed pointers, never null.
+std::vector<Element*> find_elements(Node& start, const std::string& path);
+
+/// Those of them that fulfil `condition`, which is asked in document order.
+std::vector<Element*> find_elements(Node& start, const std::string& path, const Condition& condition);
+
+/// The first of the elements that a path selects, or null. Borrowed.
+Element* find_first(Node& start, const std::string& path);
+
+/// The first of them that fulfils `condition`, or null. Borrowed.
+Element* find_first(Node& start, const std::string& path, const Condition& condition);
+
+/// The nodes of a query's result in document order.
+/// \param top the node at which the query was made, or any node above; nodes of the result that are not below
+///     it are left out.
+std::vector<Node*> in_document_order(Node& top, const NodeSet& nodes);
+
+/// A value of an element that is compared in a condition: see `where` and `where_text`. Comparing makes a copy
+/// of both names and values, so a condition may be kept. An element that does not have the value fulfils no
+/// comparison, `!=` included.
+class Selected {
+public:
+    /// Reads the value of an element; false if it has none.
+    using Read = std::function<bool(const Element&, std::string&)>;
+
+    explicit Selected(Read reader) : read(std::move(reader)) {}
+
+    /// As texts, byte for byte.
+    Condition operator==(const std::string& value) const;
+    Condition operator!=(const std::string& value) const;
+
+    /// As values of type `T`, so "07" equals 7; what cannot be read as one fulfils no comparison.
+    template <class T>
+    Condition operator==(const T& value) const {
+        return compare<T>([value](const T& other) { return other == value; });
+    }
+
+    template <class T>
+    Condition operator!=(const T& value) const {
+        return compare<T>([value](const T& other) { return other != value; });
+    }
+
+    template <class T>
+    Condition operator<(const T& value) const {
+        return compare<T>([value](const T& other) { return other < value; });
+    }
+
+    template <class T>
+    Condition operator<=(const T& value) const {
+        return compare<T>([value](const T& other) { return other <= value; });
+    }
+
+    template <class T>
+    Condition operator>(const T& value) const {
+        return compare<T>([value](const T& other) { return other > value; });
+    }
+
+    template <class T>
+    Condition operator>=(const T& value) const {
+        return compare<T>([value](const T& other) { return other >= value; });
+    }
+
+    /// Literals are texts.
+    Condition operator==(const char* value) const { return *this == std::string(value); }
+    Condition operator!=(const char* value) const { return *this != std::string(value); }
+
+    /// Whether the element has the value at all.
+    Condition exists() const;
+
+private:
+    template <class T, class Compare>
+    Condition compare(Compare fulfils) const {
+        const Read reader = read;
+        return [reader, fulfils](const Element& element) {
+            std::string text;
+            T value = T();
+            return reader(element, text) && Value<T>::read(text, value) && fulfils(value);
+        };
+    }
+
+    Read read;
+};
+
+/// The value of an attribute.
+Selected where(const std::string& attribute_name);
+
+/// The first text of the first child element called `child`; empty if that has no text.
+Selected where_text(const std::string& child);
+
+}  // namespace extras
+}  // namespace quxml
+
+#endif
