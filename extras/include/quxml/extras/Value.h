@@ -149,13 +149,16 @@ struct Value<std::chrono::duration<Rep, Period>,
     using Duration = std::chrono::duration<Rep, Period>;
 
     /// In nanoseconds.
-    static constexpr long long period() {
-        return std::ratio_divide<Period, std::nano>::den == 1 ? std::ratio_divide<Period, std::nano>::num : 0;
-    }
+    static constexpr long long period() { return std::ratio_divide<Period, std::nano>::num; }
 
-    static_assert(period() == 1 || period() == 1000 || period() == 1000000 || period() == 1000000000LL ||
-                      period() == 60 * 1000000000LL || period() == 3600 * 1000000000LL ||
-                      period() == 86400 * 1000000000LL,
+    using Days = std::ratio<86400>;  // NOLINT(readability-magic-numbers): seconds
+
+    static_assert(std::ratio_equal<Period, std::nano>::value || std::ratio_equal<Period, std::micro>::value ||
+                      std::ratio_equal<Period, std::milli>::value ||
+                      std::ratio_equal<Period, std::chrono::seconds::period>::value ||
+                      std::ratio_equal<Period, std::chrono::minutes::period>::value ||
+                      std::ratio_equal<Period, std::chrono::hours::period>::value ||
+                      std::ratio_equal<Period, Days>::value,
                   "a duration has to count ns, us, ms, s, min, h or d");
 
     static bool read(const std::string& text, Duration& value) {
