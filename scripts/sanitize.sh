@@ -36,7 +36,7 @@ if is_asked_for valgrind; then
     memcheck build/dev/tools/quxml format --sorted examples/catalog.xml
     memcheck build/dev/tools/quxml query /catalog//title examples/catalog.xml
     memcheck build/dev/tools/quxml query --path '//*' examples/catalog.xml
-    memcheck build/dev/tools/quxml set --compact /fontconfig x=1 examples/fonts.conf
+    memcheck build/dev/tools/quxml set /fontconfig x=1 examples/fonts.conf
     memcheck build/dev/tools/quxml diff examples/catalog.xml examples/catalog.xml
     memcheck build/dev/tools/quxml explain "//book[@id='1']/title[position()>2]"
 fi

@@ -138,7 +138,7 @@ void set_up(CLI::App& app, Action& action) {
     app.require_subcommand(1);
     app.footer(help_on_exit_codes);
     for (const auto add : {add_format, add_sort, add_check, add_loss, add_query, add_explain, add_diff,
-                           add_set, add_unset, add_text, add_add, add_remove})
+                           add_set, add_unset, add_text, add_add, add_remove, add_edit})
         add(app, action);
 }
 
@@ -173,9 +173,12 @@ std::string get_companion(const CLI::App& app, const std::string& option) {
 
 ExitCode run(int argc, const char* const* argv) {
     CLI::App app(
-        "Looks into XML documents, and changes them so that nothing is lost unseen. Comments, CDATA\n"
-        "sections, text beside other content, prefixes and some more are dropped when a document is read:\n"
-        "\"quxml loss\" lists them, a warning says so, and a file that has any is not changed in place.",
+        "Looks into XML documents, and changes them: set, unset, text, add, remove and edit change only "
+        "what\n"
+        "they are told to, and keep every other byte. format and sort write a document again; comments, "
+        "CDATA\n"
+        "sections, text beside other content, prefixes and some more are dropped then. \"quxml loss\" lists\n"
+        "these, a warning says so, and a file that has any is not changed in place.",
         "quxml");
     Action action;
     set_up(app, action);

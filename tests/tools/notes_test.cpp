@@ -236,7 +236,7 @@ TEST_F(PathNotes, are_written_before_a_document_is_changed) {
     const std::string spared =
         "quxml: note: step 2, b[position()>1]: a predicate with > never keeps the last one\n";
     write("b.xml", "<a><b/><b/><b/></a>");
-    expect(run("quxml remove '/a/b[position()>1]' b.xml"), 0, "<a><b/><b/></a>\n", spared);
+    expect(run("quxml remove '/a/b[position()>1]' b.xml"), 0, "<a><b/><b/></a>", spared);
     for (const char* command : {"set P x=1", "unset P x", "text P x", "add P x", "remove P"}) {
         std::string quxml = std::string("quxml ") + command + " b.xml";
         quxml.replace(quxml.find('P'), 1, "'/a/b[position()>1]'");
@@ -244,12 +244,12 @@ TEST_F(PathNotes, are_written_before_a_document_is_changed) {
         EXPECT_EQ(run(quxml + " --quiet").err, "") << quxml;
     }
     expect(run("quxml remove -i '/a/b[position()>1]' b.xml"), 0, "", spared);
-    EXPECT_EQ(written("b.xml"), "<a><b/><b/></a>\n");
+    EXPECT_EQ(written("b.xml"), "<a><b/><b/></a>");
     expect_done(run("quxml remove -i //b b.xml"), "");
-    EXPECT_EQ(written("b.xml"), "<a/>\n");
+    EXPECT_EQ(written("b.xml"), "<a></a>");
     write("b.xml", "<a><b/><B/><c/></a>");
     const std::string cases = "quxml: note: matches differ in case: B and b\n";
-    expect(run("quxml remove /a/b b.xml"), 0, "<a><c/></a>\n", cases);
+    expect(run("quxml remove /a/b b.xml"), 0, "<a><c/></a>", cases);
     expect(run("quxml query --count //b b.xml"), 0, "2\n", cases);
     expect_done(run("quxml query --count '/a/*' b.xml"), "3\n");
     expect_done(run("quxml query --count --prefix /a/b b.xml"), "2\n");

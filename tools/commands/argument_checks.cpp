@@ -67,13 +67,18 @@ std::vector<std::string> get_setting_names(const std::vector<std::string>& setti
     std::vector<std::string> names;
     names.reserve(settings.size());
     for (const std::string& setting : settings)
-        names.push_back(split_setting(setting).first);
+        names.push_back(setting.substr(0, setting.find('=')));
     return names;
 }
 
-std::pair<std::string, std::string> split_setting(const std::string& setting) {
-    const std::size_t equal_sign = setting.find('=');
-    return {setting.substr(0, equal_sign), setting.substr(equal_sign + 1)};
+std::vector<std::pair<std::string, std::string>> split_settings(const std::vector<std::string>& settings) {
+    std::vector<std::pair<std::string, std::string>> pairs;
+    pairs.reserve(settings.size());
+    for (const std::string& setting : settings) {
+        const std::size_t equal_sign = setting.find('=');
+        pairs.emplace_back(setting.substr(0, equal_sign), setting.substr(equal_sign + 1));
+    }
+    return pairs;
 }
 
 }  // namespace tool

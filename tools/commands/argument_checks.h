@@ -33,8 +33,8 @@ void require_distinct(const std::string& argument, std::vector<std::string> name
 /// The names of several NAME=VALUE.
 std::vector<std::string> get_setting_names(const std::vector<std::string>& settings);
 
-/// NAME and VALUE of NAME=VALUE.
-std::pair<std::string, std::string> split_setting(const std::string& setting);
+/// NAME and VALUE of several NAME=VALUE.
+std::vector<std::pair<std::string, std::string>> split_settings(const std::vector<std::string>& settings);
 
 }  // namespace tool
 

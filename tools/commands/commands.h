@@ -19,6 +19,7 @@ using Action = std::function<ExitCode()>;
 void add_add(CLI::App& app, Action& action);
 void add_check(CLI::App& app, Action& action);
 void add_diff(CLI::App& app, Action& action);
+void add_edit(CLI::App& app, Action& action);
 void add_explain(CLI::App& app, Action& action);
 void add_format(CLI::App& app, Action& action);
 void add_loss(CLI::App& app, Action& action);

@@ -1,35 +1,30 @@
-#include <quxml/Document.h>
-#include <quxml/Element.h>
-
 #include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
 #include <unordered_set>
 #include <vector>
 
-#include "commands/commands.h"
-#include "commands/rewrite_options.h"
-#include "paths/selection.h"
+#include "commands/DocumentEdit.h"
 #include "terminal/Failure.h"
-#include "writing/rewrite.h"
 
 namespace tool {
 
 namespace {
 
 constexpr const char* help_on_remove =
-    "Everything in a removed element goes with it. Refused with 3 for the root element. Exits with 1 and\n"
-    "writes nothing if PATH selects nothing.\n"
+    "Everything in a removed element goes with it, and so do its lines if nothing else is on them. An\n"
+    "element that is left with white space only loses that, unless it begins with a line feed. Everything\n"
+    "else in the document stays as it is, byte for byte. Exits with 1 and writes nothing if PATH selects\n"
+    "nothing.\n"
+    "\n"
+    "Refused with 3 for the root element, and where text stands beside what is to be removed and nothing\n"
+    "else does: it would be read as the value of its element from then on. Remove that element as a whole,\n"
+    "or give it elements or a text of its own first.\n"
     "\n"
     "Examples:\n"
     "  quxml remove -i \"/settings/host[@name='kitchen']\" settings.xml\n"
     "  quxml remove //price <catalog.xml >free.xml\n"
     "  quxml remove /settings/note/ <settings.xml                  what is in it, its text too";
-
-struct RemoveOptions {
-    std::string path;
-    RewriteOptions rewrite;
-};
 
 /// What is in a removed element goes with it. In document order an element comes before what is in it.
 std::vector<quxml::Node*> get_topmost(const std::vector<quxml::Node*>& nodes) {
@@ -47,34 +42,44 @@ std::vector<quxml::Node*> get_topmost(const std::vector<quxml::Node*>& nodes) {
     return topmost;
 }
 
-ExitCode remove(quxml::Document& document, const RemoveOptions& options) {
-    require_no_gap(options.path);
-    const std::vector<quxml::Node*> nodes = select(document, options.path, get_path_notes(options.rewrite));
-    if (nodes.empty())
-        throw Failure(ExitCode::no_match, "nothing matches " + options.path);
-    if (nodes.front() == document.get_root_node())
-        throw Failure(ExitCode::malformed, "the root element cannot be removed");
-    for (quxml::Node* node : get_topmost(nodes))
-        node->get_parent()->remove_child(node);
-    return ExitCode::done;
-}
+class Remove : public DocumentEdit {
+public:
+    const char* get_name() const override { return "remove"; }
+
+    const char* get_description() const override { return "Remove the nodes that a path selects"; }
+
+    const char* get_help() const override { return help_on_remove; }
+
+    void add_arguments(CLI::App& command) override {
+        command.add_option("PATH", path, "What to remove")->required();
+    }
+
+    void take_arguments(std::string* /*file*/) override {}
+
+    std::vector<Argument> get_arguments() const override { return {{"PATH", path}}; }
+
+    void apply(EditedDocument& document, PathNotes notes) const override {
+        require_no_gap(path);
+        const std::vector<quxml::Node*> nodes = select(document.get_tree(), path, notes);
+        if (nodes.empty())
+            throw Failure(ExitCode::no_match, "nothing matches " + path);
+        if (nodes.front() == document.get_tree().get_root_node())
+            throw Failure(ExitCode::malformed, "the root element cannot be removed");
+        document.remove(get_topmost(nodes));
+    }
+
+private:
+    std::string path;
+};
 
 }  // namespace
 
+OwnedEdit create_remove() {
+    return std::make_unique<Remove>();
+}
+
 void add_remove(CLI::App& app, Action& action) {
-    const auto options = std::make_shared<RemoveOptions>();
-    CLI::App* command = app.add_subcommand("remove", "Remove the nodes that a path selects");
-    add_rewrite_options(*command, options->rewrite);
-    command->add_option("PATH", options->path, "What to remove")->required();
-    add_file_argument(*command, options->rewrite.file);
-    command->footer(help_on_remove);
-    command->callback([options, &action] {
-        action = [options] {
-            write_hints(options->rewrite, {{"PATH", options->path}});
-            return rewrite(options->rewrite, Purpose::change,
-                           [&](quxml::Document& document) { return remove(document, *options); });
-        };
-    });
+    add_command(app, action, create_remove());
 }
 
 }  // namespace tool

@@ -23,16 +23,24 @@ std::string check_backup(const std::string& suffix) {
 
 }  // namespace
 
-void add_rewrite_options(CLI::App& command, RewriteOptions& options) {
+void add_destination_options(CLI::App& command, Destination& destination) {
     CLI::Option* in_place =
-        command.add_flag("-i,--in-place", options.in_place, "Change FILE itself, and only as a whole");
+        command.add_flag("-i,--in-place", destination.in_place, "Change FILE itself, and only as a whole");
     command
-        .add_flag("--backup{~}", options.backup,
+        .add_flag("--backup{~}", destination.backup,
                   "With -i: keep the old text as FILE~, or with another SUFFIX given by --backup=SUFFIX")
         ->check(CLI::Validator(check_backup, ""))
         ->needs(in_place);
+    command
+        .add_flag("--diff", destination.diff,
+                  "Only show what would change, as \"patch\" reads it; exit with 1 if anything would")
+        ->excludes(in_place);
+}
+
+void add_rewrite_options(CLI::App& command, RewriteOptions& options) {
+    add_destination_options(command, options);
     command.add_flag("--lossy", options.lossy, "With -i: change FILE even if something of it is lost")
-        ->needs(in_place);
+        ->needs("--in-place");
     command.add_flag("--quiet", options.quiet, "No warnings, notes or hints");
     CLI::Option* compact =
         command.add_flag("--compact", options.compact, "Everything on one line, with a line feed at its end");

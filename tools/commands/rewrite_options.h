@@ -16,6 +16,9 @@ namespace tool {
 
 // What the commands that write a document again have in common on their command lines.
 
+/// Adds to a command the options about what becomes of the result.
+void add_destination_options(CLI::App& command, Destination& destination);
+
 /// Adds to a command the options that all of these commands have.
 void add_rewrite_options(CLI::App& command, RewriteOptions& options);
 

@@ -1,76 +1,75 @@
-#include <quxml/Document.h>
-#include <quxml/Element.h>
-
 #include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "commands/DocumentEdit.h"
 #include "commands/argument_checks.h"
-#include "commands/commands.h"
-#include "commands/rewrite_options.h"
-#include "paths/selection.h"
-#include "writing/rewrite.h"
 
 namespace tool {
 
 namespace {
 
 constexpr const char* help_on_set =
-    "Every element that PATH selects gets these attributes; what is there already keeps its place. FILE\n"
-    "may follow the last NAME=VALUE. Each NAME may be given once. Exits with 1 and writes nothing if PATH\n"
-    "selects no element.\n"
+    "Every element that PATH selects gets these attributes; what is there already keeps its place, its\n"
+    "prefix and its quotes. FILE may follow the last NAME=VALUE. A NAME may stand there once. Everything\n"
+    "else in the document stays as it is, byte for byte. Exits with 1 and writes nothing if PATH selects no\n"
+    "element.\n"
+    "\n"
+    "A character that the document's encoding lacks is written as a reference; refused with 3 is one in a\n"
+    "name, where no reference can stand. Refused is also what would not be read back as it is: control\n"
+    "characters, or a value that the DOCTYPE declares to be a list of words and that has more than one\n"
+    "blank between them. Such a value has to be written in another way.\n"
     "\n"
     "Examples:\n"
     "  quxml set -i /settings/network dhcp=no address=10.0.0.7 settings.xml\n"
     "  quxml set \"/catalog/book[@id='emma']\" lang=en <catalog.xml >new.xml\n"
     "  quxml set -i --backup /settings volume= settings.xml        an empty value, and settings.xml~";
 
-struct SetOptions {
+class Set : public DocumentEdit {
+public:
+    const char* get_name() const override { return "set"; }
+
+    const char* get_description() const override {
+        return "Set attributes of the elements that a path selects";
+    }
+
+    const char* get_help() const override { return help_on_set; }
+
+    void add_arguments(CLI::App& command) override {
+        command.add_option("PATH", path, "Which elements")->required();
+        command.add_option("SETTING", settings, "NAME=VALUE, one or more")->required();
+    }
+
+    void take_arguments(std::string* file) override {
+        if (file != nullptr && settings.size() > 1 && !is_setting(settings.back())) {
+            *file = settings.back();
+            settings.pop_back();
+        }
+        for (const std::string& setting : settings)
+            require_setting("SETTING", setting);
+        require_distinct("SETTING", get_setting_names(settings));
+    }
+
+    std::vector<Argument> get_arguments() const override { return {{"PATH", path}}; }
+
+    void apply(EditedDocument& document, PathNotes notes) const override {
+        document.set(select_elements(document.get_tree(), path, notes), split_settings(settings));
+    }
+
+private:
     std::string path;
     std::vector<std::string> settings;
-    RewriteOptions rewrite;
 };
-
-ExitCode set(quxml::Document& document, const SetOptions& options) {
-    for (quxml::Element* element : select_elements(document, options.path, get_path_notes(options.rewrite))) {
-        for (const std::string& setting : options.settings) {
-            const auto [name, value] = split_setting(setting);
-            element->set_attribute(name, value);
-        }
-    }
-    return ExitCode::done;
-}
-
-/// An argument after the settings is the file.
-void take_file(SetOptions& options) {
-    if (options.settings.size() > 1 && !is_setting(options.settings.back())) {
-        options.rewrite.file = options.settings.back();
-        options.settings.pop_back();
-    }
-    for (const std::string& setting : options.settings)
-        require_setting("SETTING", setting);
-    require_distinct("SETTING", get_setting_names(options.settings));
-}
 
 }  // namespace
 
+OwnedEdit create_set() {
+    return std::make_unique<Set>();
+}
+
 void add_set(CLI::App& app, Action& action) {
-    const auto options = std::make_shared<SetOptions>();
-    CLI::App* command = app.add_subcommand("set", "Set attributes of the elements that a path selects");
-    add_rewrite_options(*command, options->rewrite);
-    command->add_option("PATH", options->path, "Which elements")->required();
-    command->add_option("SETTING", options->settings, "NAME=VALUE, one or more")->required();
-    add_file_argument(*command, options->rewrite.file);
-    command->footer(help_on_set);
-    command->callback([options, &action] {
-        take_file(*options);
-        action = [options] {
-            write_hints(options->rewrite, {{"PATH", options->path}});
-            return rewrite(options->rewrite, Purpose::change,
-                           [&](quxml::Document& document) { return set(document, *options); });
-        };
-    });
+    add_command(app, action, create_set());
 }
 
 }  // namespace tool

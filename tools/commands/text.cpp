@@ -1,72 +1,67 @@
-#include <quxml/Document.h>
-#include <quxml/Element.h>
-
 #include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
+#include <vector>
 
-#include "commands/commands.h"
-#include "commands/rewrite_options.h"
-#include "paths/selection.h"
-#include "terminal/Failure.h"
-#include "trees/node_paths.h"
-#include "writing/rewrite.h"
+#include "commands/DocumentEdit.h"
 
 namespace tool {
 
 namespace {
 
 constexpr const char* help_on_text =
-    "Every element that PATH selects gets VALUE as its text; an empty one removes the text. Refused\n"
-    "with 3 for elements that have elements in them, since text beside these would be lost. Exits with\n"
-    "1 and writes nothing if PATH selects no element. A VALUE that begins with - has to\n"
-    "come after --, and all options before that, unless it is - alone or a negative number.\n"
+    "Every element that PATH selects gets VALUE as its text; an empty one removes the text. CDATA that is\n"
+    "alone in an element stays CDATA. Everything else in the document stays as it is, byte for byte. Exits\n"
+    "with 1 and writes nothing if PATH selects no element. A VALUE that begins with -, and neither is - nor\n"
+    "goes on with a digit, stands after --, and all options stand before that.\n"
+    "\n"
+    "Refused with 3 for elements that have elements in them, since text beside these would be lost when\n"
+    "the document is read, and for those that hold a comment, a processing instruction or a reference to an\n"
+    "entity, which VALUE would take the place of: take it out by hand first. In CDATA a carriage return and\n"
+    "what the document's encoding lacks cannot be written: make it plain text by hand first. White space\n"
+    "that begins with a line feed is not read as a text.\n"
     "\n"
     "Examples:\n"
     "  quxml text -i /settings/host/name kitchen settings.xml\n"
     "  quxml text -i -- /settings/options -v settings.xml\n"
     "  quxml text \"/catalog/book[@id='emma']/title\" 'Emma & Co' <catalog.xml";
 
-struct TextOptions {
+class Text : public DocumentEdit {
+public:
+    const char* get_name() const override { return "text"; }
+
+    const char* get_description() const override {
+        return "Set the text of the elements that a path selects";
+    }
+
+    const char* get_help() const override { return help_on_text; }
+
+    void add_arguments(CLI::App& command) override {
+        command.add_option("PATH", path, "Which elements")->required();
+        command.add_option("VALUE", value, "The text")->required();
+    }
+
+    void take_arguments(std::string* /*file*/) override {}
+
+    std::vector<Argument> get_arguments() const override { return {{"PATH", path}}; }
+
+    void apply(EditedDocument& document, PathNotes notes) const override {
+        document.set_text(select_elements(document.get_tree(), path, notes), value);
+    }
+
+private:
     std::string path;
     std::string value;
-    RewriteOptions rewrite;
 };
-
-void set_text(quxml::Element& element, const std::string& value) {
-    for (quxml::Node* child : element.get_children()) {
-        if (dynamic_cast<const quxml::Element*>(child) != nullptr)
-            throw Failure(ExitCode::malformed,
-                          NodePaths().get(element) + " has elements in it; text beside them would be lost");
-        element.remove_child(child);
-    }
-    if (!value.empty())
-        element.add_child_text(value);
-}
-
-ExitCode text(quxml::Document& document, const TextOptions& options) {
-    for (quxml::Element* element : select_elements(document, options.path, get_path_notes(options.rewrite)))
-        set_text(*element, options.value);
-    return ExitCode::done;
-}
 
 }  // namespace
 
+OwnedEdit create_text() {
+    return std::make_unique<Text>();
+}
+
 void add_text(CLI::App& app, Action& action) {
-    const auto options = std::make_shared<TextOptions>();
-    CLI::App* command = app.add_subcommand("text", "Set the text of the elements that a path selects");
-    add_rewrite_options(*command, options->rewrite);
-    command->add_option("PATH", options->path, "Which elements")->required();
-    command->add_option("VALUE", options->value, "The text")->required();
-    add_file_argument(*command, options->rewrite.file);
-    command->footer(help_on_text);
-    command->callback([options, &action] {
-        action = [options] {
-            write_hints(options->rewrite, {{"PATH", options->path}});
-            return rewrite(options->rewrite, Purpose::change,
-                           [&](quxml::Document& document) { return text(document, *options); });
-        };
-    });
+    add_command(app, action, create_text());
 }
 
 }  // namespace tool

@@ -1,16 +1,10 @@
-#include <quxml/Document.h>
-#include <quxml/Element.h>
-
 #include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "commands/DocumentEdit.h"
 #include "commands/argument_checks.h"
-#include "commands/commands.h"
-#include "commands/rewrite_options.h"
-#include "paths/selection.h"
-#include "writing/rewrite.h"
 
 namespace tool {
 
@@ -18,54 +12,60 @@ namespace {
 
 constexpr const char* help_on_unset =
     "An attribute that is not there is not a failure. If more than one argument follows PATH, the last\n"
-    "is the FILE; a single one is a NAME. Exits with 1 and writes nothing if PATH selects no element.\n"
+    "is the FILE; a single one is a NAME. Everything else in the document stays as it is, byte for byte.\n"
+    "Exits with 1 and writes nothing if PATH selects no element.\n"
+    "\n"
+    "Refused with 3 for an attribute that the DOCTYPE gives a default, since it would be there for other\n"
+    "readers all the same: set it to another value instead.\n"
     "\n"
     "Examples:\n"
     "  quxml unset -i /settings/network address gateway settings.xml\n"
     "  quxml unset //book lang <catalog.xml\n"
     "  quxml unset //book lang id - <catalog.xml";
 
-struct UnsetOptions {
+class Unset : public DocumentEdit {
+public:
+    const char* get_name() const override { return "unset"; }
+
+    const char* get_description() const override {
+        return "Remove attributes of the elements that a path selects";
+    }
+
+    const char* get_help() const override { return help_on_unset; }
+
+    void add_arguments(CLI::App& command) override {
+        command.add_option("PATH", path, "Which elements")->required();
+        command.add_option("NAME", names, "Names of attributes, one or more")->required();
+    }
+
+    void take_arguments(std::string* file) override {
+        if (file != nullptr && names.size() > 1) {
+            *file = names.back();
+            names.pop_back();
+        }
+        for (const std::string& name : names)
+            require_name("NAME", name);
+    }
+
+    std::vector<Argument> get_arguments() const override { return {{"PATH", path}, {"NAME", names.front()}}; }
+
+    void apply(EditedDocument& document, PathNotes notes) const override {
+        document.unset(select_elements(document.get_tree(), path, notes), names);
+    }
+
+private:
     std::string path;
     std::vector<std::string> names;
-    RewriteOptions rewrite;
 };
-
-ExitCode unset(quxml::Document& document, const UnsetOptions& options) {
-    for (quxml::Element* element : select_elements(document, options.path, get_path_notes(options.rewrite))) {
-        for (const std::string& name : options.names)
-            element->remove_attribute(name);
-    }
-    return ExitCode::done;
-}
-
-void take_file(UnsetOptions& options) {
-    if (options.names.size() > 1) {
-        options.rewrite.file = options.names.back();
-        options.names.pop_back();
-    }
-    for (const std::string& name : options.names)
-        require_name("NAME", name);
-}
 
 }  // namespace
 
+OwnedEdit create_unset() {
+    return std::make_unique<Unset>();
+}
+
 void add_unset(CLI::App& app, Action& action) {
-    const auto options = std::make_shared<UnsetOptions>();
-    CLI::App* command = app.add_subcommand("unset", "Remove attributes of the elements that a path selects");
-    add_rewrite_options(*command, options->rewrite);
-    command->add_option("PATH", options->path, "Which elements")->required();
-    command->add_option("NAME", options->names, "Names of attributes, one or more")->required();
-    add_file_argument(*command, options->rewrite.file);
-    command->footer(help_on_unset);
-    command->callback([options, &action] {
-        take_file(*options);
-        action = [options] {
-            write_hints(options->rewrite, {{"PATH", options->path}, {"NAME", options->names.front()}});
-            return rewrite(options->rewrite, Purpose::change,
-                           [&](quxml::Document& document) { return unset(document, *options); });
-        };
-    });
+    add_command(app, action, create_unset());
 }
 
 }  // namespace tool

@@ -116,6 +116,10 @@ bool has_colours() {
     return has_terminal() && !is_set("NO_COLOR") && !is_dumb();
 }
 
+bool has_coloured_output() {
+    return isatty(STDOUT_FILENO) != 0 && !is_set("NO_COLOR") && !is_dumb();
+}
+
 std::string to_printable(std::string_view text) {
     return replace_each(text, blank_out);
 }

@@ -55,17 +55,10 @@ std::shared_ptr<quxml::Document> parse(const RewriteOptions& options, const std:
     return document;
 }
 
-/// What to compare a changed tree with; nothing if only the layout changes. A copy takes less time and memory than
-/// another parse, but one that was sorted while it was read says nothing about the order before.
+/// What to compare a sorted tree with; nothing if only the layout changes.
 std::shared_ptr<quxml::Document> get_tree_before(const RewriteOptions& options, Purpose purpose,
-                                                 const std::string& text, const quxml::Document& document) {
-    if (purpose == Purpose::layout)
-        return nullptr;
-    if (options.sorted)
-        return parse_document(options.file, text, false);
-    auto copy = std::make_shared<quxml::Document>(false);
-    copy->create_root_node_by_import(document.get_root_node(), true);
-    return copy;
+                                                 const std::string& text) {
+    return purpose == Purpose::layout ? nullptr : parse_document(options.file, text, false);
 }
 
 bool is_unchanged(const quxml::Document& document, const quxml::Document* before) {
@@ -136,45 +129,19 @@ std::string write(const RewriteOptions& options, Purpose purpose, const std::str
     return written;
 }
 
-ExitCode rewrite_in_place(const RewriteOptions& options, Purpose purpose, const Change& change) {
-    const Original original = read_original(options.file);
-    const std::shared_ptr<quxml::Document> document = parse(options, original.text);
-    std::shared_ptr<quxml::Document> before = get_tree_before(options, purpose, original.text, *document);
-    const ExitCode code = change(*document);
-    if (code != ExitCode::done || is_unchanged(*document, before.get()))
-        return code;
-    before.reset();  // what follows needs the memory
-    refuse_or_warn(options, purpose, original.text);
-    const std::string written = write(options, purpose, original.text, *document);
-    if (written != original.text)
-        replace_file(original, written, options.backup);
-    return ExitCode::done;
-}
-
-ExitCode rewrite_to_output(const RewriteOptions& options, Purpose purpose, const Change& change) {
-    const std::string text = read_text(options.file);
+std::string rewrite_text(const RewriteOptions& options, Purpose purpose, const std::string& text) {
     const std::shared_ptr<quxml::Document> document = parse(options, text);
-    const ExitCode code = change(*document);
-    if (code != ExitCode::done)
-        return code;
+    if (is_unchanged(*document, get_tree_before(options, purpose, text).get()) && options.in_place)
+        return text;
     refuse_or_warn(options, purpose, text);
-    std::string written = write(options, purpose, text, *document);
-    write_output(written);
-    return ExitCode::done;
+    return write(options, purpose, text, *document);
 }
 
 }  // namespace
 
-ExitCode rewrite(const RewriteOptions& options, Purpose purpose, const Change& change) {
-    if (!options.in_place)
-        return rewrite_to_output(options, purpose, change);
-    if (options.file == standard_input)
-        throw Failure(ExitCode::usage, "--in-place needs a FILE");
-    return rewrite_in_place(options, purpose, change);
-}
-
 ExitCode rewrite(const RewriteOptions& options, Purpose purpose) {
-    return rewrite(options, purpose, [](quxml::Document& /*document*/) { return ExitCode::done; });
+    return change_document(options,
+                           [&](const std::string& text) { return rewrite_text(options, purpose, text); });
 }
 
 }  // namespace tool

@@ -3,19 +3,20 @@ _quxml() {
     local current=${COMP_WORDS[COMP_CWORD]} words=
     COMPREPLY=()
     case $COMP_CWORD:${COMP_WORDS[1]} in
-        1:*) words="format sort check loss query explain diff set unset text add remove --version -h --help" ;;
-        *:format) words="-h --help -i --in-place --backup --lossy --quiet --compact --indent --no-declaration --sorted" ;;
-        *:sort) words="-h --help -i --in-place --backup --lossy --quiet --compact --indent --no-declaration" ;;
+        1:*) words="format sort check loss query explain diff set unset text add remove edit --version -h --help" ;;
+        *:format) words="-h --help -i --in-place --backup --diff --lossy --quiet --compact --indent --no-declaration --sorted" ;;
+        *:sort) words="-h --help -i --in-place --backup --diff --lossy --quiet --compact --indent --no-declaration" ;;
         *:check) words="-h --help --quiet" ;;
         *:loss) words="-h --help" ;;
         *:query) words="-h --help --prefix -0 --null --value --attribute --path --count --lossy --quiet" ;;
         *:explain) words="-h --help --prefix" ;;
         *:diff) words="-h --help --quiet --lossy" ;;
-        *:set) words="-h --help -i --in-place --backup --lossy --quiet --compact --indent --no-declaration" ;;
-        *:unset) words="-h --help -i --in-place --backup --lossy --quiet --compact --indent --no-declaration" ;;
-        *:text) words="-h --help -i --in-place --backup --lossy --quiet --compact --indent --no-declaration" ;;
-        *:add) words="-h --help -i --in-place --backup --lossy --quiet --compact --indent --no-declaration --item --text --attribute" ;;
-        *:remove) words="-h --help -i --in-place --backup --lossy --quiet --compact --indent --no-declaration" ;;
+        *:set) words="-h --help -i --in-place --backup --diff --quiet" ;;
+        *:unset) words="-h --help -i --in-place --backup --diff --quiet" ;;
+        *:text) words="-h --help -i --in-place --backup --diff --quiet" ;;
+        *:add) words="-h --help -i --in-place --backup --diff --quiet --item --text --attribute" ;;
+        *:remove) words="-h --help -i --in-place --backup --diff --quiet" ;;
+        *:edit) words="-h --help -i --in-place --backup --diff --quiet -e --edit" ;;
     esac
     if [ "$COMP_CWORD" -gt 1 ] && [ "${current:0:1}" != - ]; then
         mapfile -t COMPREPLY < <(compgen -f -- "$current")

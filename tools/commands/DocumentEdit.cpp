@@ -1,0 +1,44 @@
+#include "commands/DocumentEdit.h"
+
+#include <CLI/CLI.hpp>
+
+#include "commands/rewrite_options.h"
+
+namespace tool {
+
+namespace {
+
+ExitCode run(const DocumentEdit& edit, const EditOptions& options) {
+    const std::string& file = options.destination.file;
+    if (!options.quiet && !options.destination.in_place)
+        write_hints(file, edit.get_arguments());
+    return change_document(options.destination, [&](const std::string& text) {
+        EditedDocument document(file, text);
+        edit.apply(document, options.quiet ? PathNotes::silent : PathNotes::written);
+        document.require_to_read_back();
+        return document.take_bytes();
+    });
+}
+
+}  // namespace
+
+void add_edit_options(CLI::App& command, EditOptions& options) {
+    add_destination_options(command, options.destination);
+    command.add_flag("--quiet", options.quiet, "No notes or hints");
+}
+
+void add_command(CLI::App& app, Action& action, OwnedEdit owned) {
+    const std::shared_ptr<DocumentEdit> edit = std::move(owned);
+    const auto options = std::make_shared<EditOptions>();
+    CLI::App* command = app.add_subcommand(edit->get_name(), edit->get_description());
+    add_edit_options(*command, *options);
+    edit->add_arguments(*command);
+    add_file_argument(*command, options->destination.file);
+    command->footer(edit->get_help());
+    command->callback([edit, options, &action] {
+        edit->take_arguments(&options->destination.file);
+        action = [edit, options] { return run(*edit, *options); };
+    });
+}
+
+}  // namespace tool

@@ -1,0 +1,66 @@
+#ifndef QUXML_TOOLS_COMMANDS_DOCUMENT_EDIT_H
+#define QUXML_TOOLS_COMMANDS_DOCUMENT_EDIT_H
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "commands/commands.h"
+#include "commands/hints.h"
+#include "paths/selection.h"
+#include "writing/EditedDocument.h"
+#include "writing/destination.h"
+
+namespace tool {
+
+/// One of the edits of a document, as its words on a command line say it.
+class DocumentEdit {
+public:
+    DocumentEdit() = default;
+    virtual ~DocumentEdit() = default;
+    DocumentEdit(const DocumentEdit&) = delete;
+    DocumentEdit& operator=(const DocumentEdit&) = delete;
+
+    virtual const char* get_name() const = 0;
+    virtual const char* get_description() const = 0;
+    virtual const char* get_help() const = 0;
+
+    /// Adds to a command what the edit takes.
+    virtual void add_arguments(CLI::App& command) = 0;
+
+    /// Looks at what the arguments are by now.
+    /// \param file  gets the last of them if that is the FILE of the command line; null if there is none.
+    /// \throws Failure  (usage)
+    virtual void take_arguments(std::string* file) = 0;
+
+    /// What of the arguments could be taken for something else.
+    virtual std::vector<Argument> get_arguments() const = 0;
+
+    /// Makes the edit. \throws Failure
+    virtual void apply(EditedDocument& document, PathNotes notes) const = 0;
+};
+
+using OwnedEdit = std::unique_ptr<DocumentEdit>;
+
+// Each of these makes one edit, in a file of its own.
+OwnedEdit create_add();
+OwnedEdit create_remove();
+OwnedEdit create_set();
+OwnedEdit create_text();
+OwnedEdit create_unset();
+
+/// How a document is edited, but for the edits themselves.
+struct EditOptions {
+    Destination destination;
+    bool quiet = false;
+};
+
+/// Adds to a command the options about that.
+void add_edit_options(CLI::App& command, EditOptions& options);
+
+/// Adds the command that makes just this edit.
+void add_command(CLI::App& app, Action& action, OwnedEdit edit);
+
+}  // namespace tool
+
+#endif

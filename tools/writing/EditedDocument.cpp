@@ -1,0 +1,212 @@
+// The tree tells which elements an edit is meant for, and is changed by the library's own means; the text is patched.
+// In the end the two are compared.
+
+#include "writing/EditedDocument.h"
+
+#include <quxml/TextNode.h>
+
+#include <unordered_map>
+#include <utility>
+
+#include "reading/default_attributes.h"
+#include "reading/input.h"
+#include "reading/xml_events.h"
+#include "terminal/Failure.h"
+#include "terminal/messages.h"
+#include "terminal/words.h"
+#include "trees/differences.h"
+#include "trees/element_numbers.h"
+#include "trees/node_paths.h"
+#include "trees/tree.h"
+
+namespace tool {
+
+namespace {
+
+void set_text_of(quxml::Element& element, const std::string& value) {
+    for (quxml::Node* child : element.get_children())
+        element.remove_child(child);
+    if (!value.empty())
+        element.add_child_text(value);
+}
+
+void add_to(quxml::Element& parent, const NewElement& added) {
+    if (quxml::Node* const blanks = parent.get_child_text())
+        parent.remove_child(blanks);
+    quxml::Element* const element =
+        added.has_item ? parent.add_child(added.name, added.item) : parent.add_child(added.name);
+    for (const auto& [name, value] : added.attributes)
+        element->set_attribute(name, value);
+    if (!added.text.empty())
+        element->add_child_text(added.text);
+}
+
+/// Removing a child takes as long as finding it, but for the last one; nor is there a quicker way to move one to the
+/// front. So from the last to the first each child becomes the first one, or is removed.
+void remove_children(quxml::Element& parent, const std::unordered_set<const quxml::Node*>& removed) {
+    const quxml::NodeList children = parent.get_children();
+    for (auto child = children.rbegin(); child != children.rend(); ++child) {
+        if (removed.count(*child) != 0) {
+            parent.remove_child(*child);
+        } else {
+            parent.set_child_first(*child);
+        }
+    }
+}
+
+std::string get_first_difference(const quxml::Node& wanted, const quxml::Node& read) {
+    std::string difference = "its elements would have another order";
+    find_differences(wanted, read, [&](const std::string& line) {
+        difference = line;
+        return false;
+    });
+    return difference;
+}
+
+std::string get_first_error(std::string_view document) {
+    for (const Problem& problem : read_events(document, [](const Event& /*event*/) {}))
+        if (problem.is_fatal)
+            return problem.message;
+    return "it would not be well-formed";
+}
+
+}  // namespace
+
+EditedDocument::EditedDocument(std::string name_of_file, std::string document)
+    : file(std::move(name_of_file)),
+      text(std::move(document)),
+      tree(parse_document(file, text.get_bytes(), false)) {}
+
+EditedDocument::Selected EditedDocument::locate(const std::unordered_set<quxml::Element*>& elements) const {
+    NumberedElements numbered = number_elements(tree->get_root_node(), elements);
+    Selected selected{std::move(numbered.elements), find_extents(text.get_text(), numbered.numbers)};
+    if (selected.elements.size() != selected.markup.extents.size())
+        throw Failure(ExitCode::malformed,
+                      get_label(file) + ": not all of its elements are found in its text");
+    return selected;
+}
+
+EditedDocument::Selected EditedDocument::locate(const std::vector<quxml::Element*>& elements) const {
+    return locate(std::unordered_set<quxml::Element*>(elements.begin(), elements.end()));
+}
+
+/// No reference can stand in a name.
+void EditedDocument::require_characters_of_name(const std::string& name) const {
+    if (!text.has_characters(name))
+        throw Failure(ExitCode::malformed, get_label(file) + ": not written: " + text.get_encoding() +
+                                               " lacks a character of the name " + quote(name));
+}
+
+void EditedDocument::require_characters_of_names(const std::vector<Setting>& attributes) const {
+    for (const auto& [name, value] : attributes)
+        require_characters_of_name(name);
+}
+
+void EditedDocument::require_characters_of_section(const quxml::Element& element,
+                                                   const std::string& value) const {
+    if (!text.has_characters(value))
+        throw Failure(ExitCode::malformed, NodePaths().get(element) +
+                                               " holds CDATA, in which a character stands for itself; " +
+                                               text.get_encoding() + " lacks one of " + quote(value));
+}
+
+void EditedDocument::set(const std::vector<quxml::Element*>& elements, const std::vector<Setting>& settings) {
+    require_characters_of_names(settings);
+    const Selected selected = locate(elements);
+    Editor editor(text.get_text(), selected.markup);
+    for (std::size_t i = 0; i != selected.elements.size(); ++i) {
+        editor.set({*selected.elements[i], selected.markup.extents[i]}, settings);
+        for (const auto& [name, value] : settings)
+            selected.elements[i]->set_attribute(name, value);
+    }
+    text.apply(std::move(editor.get_patches()));
+}
+
+void EditedDocument::unset(const std::vector<quxml::Element*>& elements,
+                           const std::vector<std::string>& names) {
+    const Selected selected = locate(elements);
+    const std::set<AttributeName> defaults = find_default_attributes(text.get_text());
+    Editor editor(text.get_text(), selected.markup);
+    for (std::size_t i = 0; i != selected.elements.size(); ++i) {
+        editor.unset({*selected.elements[i], selected.markup.extents[i]}, names, defaults);
+        for (const std::string& name : names)
+            selected.elements[i]->remove_attribute(name);
+    }
+    text.apply(std::move(editor.get_patches()));
+}
+
+/// What is in CDATA is not in the tree.
+void EditedDocument::set_text(const std::vector<quxml::Element*>& elements, const std::string& value) {
+    const Selected selected = locate(elements);
+    Editor editor(text.get_text(), selected.markup);
+    for (std::size_t i = 0; i != selected.elements.size(); ++i) {
+        const Extent& extent = selected.markup.extents[i];
+        editor.set_text({*selected.elements[i], extent}, value);
+        if (extent.sections == 0 || extent.has_text)
+            set_text_of(*selected.elements[i], value);
+        else
+            require_characters_of_section(*selected.elements[i], value);
+    }
+    text.apply(std::move(editor.get_patches()));
+}
+
+void EditedDocument::add(const std::vector<quxml::Element*>& parents, const NewElement& added) {
+    require_characters_of_name(added.name);
+    require_characters_of_names(added.attributes);
+    const Selected selected = locate(parents);
+    Editor editor(text.get_text(), selected.markup);
+    for (std::size_t i = 0; i != selected.elements.size(); ++i) {
+        editor.append({*selected.elements[i], selected.markup.extents[i]}, added);
+        add_to(*selected.elements[i], added);
+    }
+    text.apply(std::move(editor.get_patches()));
+}
+
+void EditedDocument::remove(const std::vector<quxml::Node*>& nodes) {
+    std::unordered_set<quxml::Element*> wanted;
+    for (quxml::Node* node : nodes) {
+        wanted.insert(node->get_parent());
+        if (auto* element = dynamic_cast<quxml::Element*>(node))
+            wanted.insert(element);
+    }
+    const Selected selected = locate(wanted);
+    const std::unordered_set<const quxml::Node*> removed(nodes.begin(), nodes.end());
+    std::unordered_map<const quxml::Node*, std::vector<const Extent*>> children;
+    for (std::size_t i = 0; i != selected.elements.size(); ++i)
+        if (removed.count(selected.elements[i]) != 0)
+            children[selected.elements[i]->get_parent()].push_back(&selected.markup.extents[i]);
+
+    Editor editor(text.get_text(), selected.markup);
+    for (std::size_t i = 0; i != selected.elements.size(); ++i) {
+        quxml::Element& parent = *selected.elements[i];
+        const auto found = children.find(&parent);
+        if (found != children.end()) {
+            editor.remove({parent, selected.markup.extents[i]}, found->second);
+        } else if (removed.count(&parent) == 0) {
+            editor.clear(selected.markup.extents[i]);
+        }
+    }
+    for (quxml::Element* parent : selected.elements)
+        if (removed.count(parent) == 0)
+            remove_children(*parent, removed);
+    text.apply(std::move(editor.get_patches()));
+}
+
+void EditedDocument::require_to_read_back() const {
+    try {
+        const std::shared_ptr<quxml::Document> read =
+            parse_document(file, text.get_bytes(), false, Errors::silent);
+        const quxml::Node& wanted = *tree->get_root_node();
+        if (!is_same_tree(wanted, *read->get_root_node()))
+            throw Failure(ExitCode::malformed, get_label(file) +
+                                                   ": not written: it would be read back otherwise: " +
+                                                   get_first_difference(wanted, *read->get_root_node()));
+    } catch (const Failure& failure) {
+        if (failure.get_code() != ExitCode::malformed || std::string(failure.what()) != "")
+            throw;
+        throw Failure(ExitCode::malformed,
+                      get_label(file) + ": not written: " + get_first_error(text.get_text()));
+    }
+}
+
+}  // namespace tool

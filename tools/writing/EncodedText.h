@@ -1,0 +1,47 @@
+#ifndef QUXML_TOOLS_WRITING_ENCODED_TEXT_H
+#define QUXML_TOOLS_WRITING_ENCODED_TEXT_H
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "writing/patches.h"
+
+namespace tool {
+
+/// A document in its own encoding and, for those who read and change it, in UTF-8. Bytes outside of what is patched
+/// stay as they are, also where an encoding has several ways to write a character.
+class EncodedText {
+public:
+    /// \param document  well-formed
+    explicit EncodedText(std::string document);
+
+    /// The document as UTF-8 without a byte-order mark.
+    std::string_view get_text() const;
+
+    /// The document in its own encoding.
+    const std::string& get_bytes() const { return bytes; }
+
+    /// The same; the document is not to be used any more.
+    std::string take_bytes() { return std::move(bytes); }
+
+    /// The encoding's name; empty for UTF-8.
+    const std::string& get_encoding() const { return encoding; }
+
+    /// Whether the encoding has all characters of a UTF-8 text.
+    bool has_characters(const std::string& text) const;
+
+    /// Applies patches of `get_text()`. Characters that the encoding lacks become references such as &#8364;.
+    /// \throws Failure  (malformed) if the patched text cannot be written in the encoding; it stays as it was.
+    void apply(std::vector<Patch> patches);
+
+private:
+    std::string bytes;
+    std::string encoding;
+    std::string decoded;  // empty if the document is in UTF-8
+};
+
+}  // namespace tool
+
+#endif

@@ -1,0 +1,31 @@
+#ifndef QUXML_TOOLS_WRITING_DESTINATION_H
+#define QUXML_TOOLS_WRITING_DESTINATION_H
+
+#include <functional>
+#include <string>
+
+#include "terminal/exit_codes.h"
+#include "terminal/messages.h"
+
+namespace tool {
+
+/// Which document is changed, and what becomes of the result.
+struct Destination {
+    std::string file = standard_input;
+    bool in_place = false;
+    bool diff = false;   // only show what would change
+    std::string backup;  // what a file's name gets for a copy of the old text; empty for none
+};
+
+/// Makes the new text of a document from the old one.
+using Change = std::function<std::string(const std::string& text)>;
+
+/// Reads a document, changes it, and writes it to standard output or in place; there nothing is written if the
+/// text is as it was. If only the difference is wanted, that is written.
+/// \return `no_match` if there is a difference and only that is wanted.
+/// \throws Failure  nothing has been written; and what `change` throws
+ExitCode change_document(const Destination& destination, const Change& change);
+
+}  // namespace tool
+
+#endif
