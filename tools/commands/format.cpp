@@ -10,20 +10,30 @@ namespace tool {
 namespace {
 
 constexpr const char* help_on_format =
-    "Comments, CDATA sections, prefixes, the DOCTYPE and text between elements are left out, and so are\n"
-    "\"standalone\" and XML versions other than 1.0; a warning says so.\n"
+    "Changes only white space between elements. Tags, references, CDATA sections and texts stay as they\n"
+    "are written, and so do the XML declaration, the encoding and the kind of line ends. Comments,\n"
+    "processing instructions and the DOCTYPE get lines of their own. An element with text beside other\n"
+    "content is left as it is, with all that is in it, and so is one with xml:space=\"preserve\". Lines\n"
+    "inside of tags and comments stay where they are. Formatting again changes nothing.\n"
+    "With --canonical the document is written as the library writes it: comments, CDATA sections,\n"
+    "prefixes, the DOCTYPE and whatever else \"quxml loss\" lists are left out; a warning says so, and\n"
+    "-i wants --lossy. If \"quxml loss\" lists nothing, both forms are the same. The result is read\n"
+    "back before it is written, and refused with 3 if the library reads something else.\n"
     "\n"
     "Examples:\n"
     "  quxml format catalog.xml\n"
     "  quxml format --sorted --compact <catalog.xml >sorted.xml\n"
-    "  quxml format -i --indent tab catalog.xml";
+    "  quxml format -i --indent tab catalog.xml\n"
+    "  quxml format --diff settings.xml        only show what would change";
 
 }  // namespace
 
 void add_format(CLI::App& app, Action& action) {
     const auto options = std::make_shared<RewriteOptions>();
-    CLI::App* command = app.add_subcommand("format", "Write a document again, one element per line");
+    options->formatted = true;
+    CLI::App* command = app.add_subcommand("format", "Lay out a document, one element per line");
     add_rewrite_options(*command, *options);
+    add_layout_options(*command, *options);
     command->add_flag("--sorted", options->sorted,
                       "Children by name, namesakes by their attribute \"item\", else as they stand");
     add_file_argument(*command, options->file);
@@ -31,7 +41,7 @@ void add_format(CLI::App& app, Action& action) {
     command->callback([options, &action] {
         action = [options] {
             write_hints(*options);
-            return rewrite(*options, Purpose::layout);
+            return rewrite(*options);
         };
     });
 }

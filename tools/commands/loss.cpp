@@ -7,6 +7,7 @@
 #include "commands/hints.h"
 #include "reading/input.h"
 #include "reading/losses.h"
+#include "reading/spelling.h"
 #include "terminal/messages.h"
 #include "terminal/output.h"
 
@@ -15,17 +16,20 @@ namespace tool {
 namespace {
 
 constexpr const char* help_on_loss =
+    "Lists what \"format --canonical\" leaves out, and what a program drops that reads and writes a\n"
+    "document with the library. All other commands keep it.\n"
     "One line for each: FILE:LINE:COLUMN: what it is: what stands there. Exits with 1 if anything would\n"
     "be lost. Lines that say \"note\" do not count: attribute values that need escapes are written so\n"
-    "that they read back, but only by this program and not by the library alone. Indentation is not\n"
-    "listed. Line ends other than line feeds are listed once, where the first stands. An XML version\n"
-    "other than 1.0 and \"standalone\" are lost by \"format\" and where the encoding is not UTF-8; the\n"
-    "other commands keep the XML declaration. Names whose prefix is not declared keep it. What a\n"
-    "DOCTYPE declares goes with it: attributes that it gives a default, for example.\n"
+    "that they read back, but only by this program and not by the library alone. Where nothing else is\n"
+    "listed, a note \"spelling\" shows the first place that \"format --canonical\" writes in another way\n"
+    "and \"format\" as it stands: quotes, references, spaces in tags, <a></a>, the XML declaration. If\n"
+    "nothing at all is listed, both write the same bytes. Indentation is not listed. Line ends other\n"
+    "than line feeds are listed once, where the first stands. Names whose prefix is not declared keep\n"
+    "it. What a DOCTYPE declares goes with it: attributes that it gives a default, for example.\n"
     "\n"
     "Examples:\n"
     "  quxml loss settings.xml\n"
-    "  quxml loss settings.xml || echo 'edit this one by hand'";
+    "  quxml loss settings.xml || echo 'keep this one from programs that drop things'";
 
 std::string get_line(const std::string& file, const Loss& loss) {
     return get_label(file) + ':' + std::to_string(loss.place.line) + ':' + std::to_string(loss.place.column) +
@@ -36,7 +40,9 @@ ExitCode loss(const std::string& file) {
     write_hints(file);
     const std::string document = read_text(file);
     parse_document(file, document, false);
-    const std::vector<Loss> losses = find_losses(document);
+    std::vector<Loss> losses = find_losses(document);
+    if (losses.empty())
+        losses = find_spelling(document);
     std::string text;
     for (const Loss& one : losses)
         text += get_line(file, one);

@@ -39,16 +39,22 @@ void add_destination_options(CLI::App& command, Destination& destination) {
 
 void add_rewrite_options(CLI::App& command, RewriteOptions& options) {
     add_destination_options(command, options);
+    CLI::Option* canonical = command.add_flag("--canonical", options.canonical,
+                                              "As the library writes it, without what it does not keep");
     command.add_flag("--lossy", options.lossy, "With -i: change FILE even if something of it is lost")
-        ->needs("--in-place");
-    command.add_flag("--quiet", options.quiet, "No warnings, notes or hints");
+        ->needs("--in-place")
+        ->needs(canonical);
+    command.add_flag("--quiet", options.quiet, "Neither warnings nor notes");
+}
+
+void add_layout_options(CLI::App& command, RewriteOptions& options) {
     CLI::Option* compact =
         command.add_flag("--compact", options.compact, "Everything on one line, with a line feed at its end");
     command.add_option("--indent", options.indent, "Blanks for each level, up to 16, or \"tab\"")
         ->type_name("N|tab")
         ->check(CLI::Validator(check_indent, ""))
         ->excludes(compact);
-    command.add_flag("--no-declaration", options.no_declaration, "Leave out <?xml version=\"1.0\"?>");
+    command.add_flag("--no-declaration", options.no_declaration, "Leave out the XML declaration");
 }
 
 void add_file_argument(CLI::App& command, std::string& file) {

@@ -19,8 +19,11 @@ namespace tool {
 /// Adds to a command the options about what becomes of the result.
 void add_destination_options(CLI::App& command, Destination& destination);
 
-/// Adds to a command the options that all of these commands have.
+/// Adds to a command the options that those have which write a whole document.
 void add_rewrite_options(CLI::App& command, RewriteOptions& options);
+
+/// Adds to a command the options about the layout.
+void add_layout_options(CLI::App& command, RewriteOptions& options);
 
 /// Adds to a command the last argument, FILE.
 void add_file_argument(CLI::App& command, std::string& file);

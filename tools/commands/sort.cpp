@@ -11,11 +11,17 @@ namespace tool {
 namespace {
 
 constexpr const char* help_on_sort =
-    "Children are sorted by name, and namesakes by their attribute \"item\": those with a number first,\n"
-    "then those without one, in the order they have. Nothing else changes.\n"
+    "Children get the order of their names, and namesakes that of their attribute \"item\": numbers\n"
+    "first, and after them those without one, in the order they have. Elements move with all their\n"
+    "bytes, and nothing else changes. With an element go the comments and processing instructions\n"
+    "directly above it, with no blank line between, and those after it on its last line; all others\n"
+    "stay in their places, and so does white space. The content of an element that has text beside its\n"
+    "elements keeps its order.\n"
+    "With --canonical the sorted document is written as \"format --canonical\" writes it.\n"
     "\n"
     "Examples:\n"
     "  quxml sort -i settings.xml\n"
+    "  quxml sort --diff settings.xml        only show what would change\n"
     "  quxml sort <settings.xml | diff - sorted.xml";
 
 }  // namespace
@@ -30,7 +36,7 @@ void add_sort(CLI::App& app, Action& action) {
     command->callback([options, &action] {
         action = [options] {
             write_hints(*options);
-            return rewrite(*options, Purpose::change);
+            return rewrite(*options);
         };
     });
 }

@@ -316,8 +316,8 @@ struct Name {
     const char* many;
 };
 
-/// In the order of LossKind.
-constexpr std::array<Name, 17> kind_names{{
+// In the order of LossKind.
+constexpr std::array<Name, 18> kind_names{{
     {"encoding", "encodings"},
     {"byte-order mark", "byte-order marks"},
     {"XML version", "XML versions"},
@@ -335,6 +335,7 @@ constexpr std::array<Name, 17> kind_names{{
     {"replaced attribute", "replaced attributes"},
     {"carriage return", "carriage returns"},
     {"attribute value that needs escapes", "attribute values that need escapes"},
+    {"spelling", "spellings"},
 }};
 
 /// Line ends are listed once, however many there are.
@@ -368,10 +369,6 @@ std::vector<Loss> find_losses(const std::string& document) {
     return losses;
 }
 
-bool is_in_declaration(const Loss& loss) {
-    return loss.kind == LossKind::version || loss.kind == LossKind::standalone;
-}
-
 bool is_content(const Loss& loss) {
     return loss.kind == LossKind::text || loss.kind == LossKind::cdata || loss.kind == LossKind::entity ||
            loss.kind == LossKind::replaced_attribute;
@@ -384,7 +381,8 @@ std::vector<Loss> get_content(const std::vector<Loss>& losses) {
 }
 
 bool is_note(const Loss& loss) {
-    return loss.kind == LossKind::escape || loss.kind == LossKind::carriage_return;
+    return loss.kind == LossKind::escape || loss.kind == LossKind::carriage_return ||
+           loss.kind == LossKind::spelling;
 }
 
 bool has_losses(const std::vector<Loss>& losses) {

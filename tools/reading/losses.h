@@ -29,6 +29,7 @@ enum class LossKind {
     /// Only notes, since this program escapes what the library alone writes as it stands:
     carriage_return,
     escape,
+    spelling,  // what only the canonical form writes in another way
 };
 
 /// Something in a document that reading drops or writing does not bring back.
@@ -44,9 +45,6 @@ struct Loss {
 std::vector<Loss> find_losses(const std::string& document);
 
 bool is_note(const Loss& loss);
-
-/// Whether only the XML declaration holds it: who keeps that loses nothing.
-bool is_in_declaration(const Loss& loss);
 
 /// Whether it is content, so that queries give another answer than the document does.
 bool is_content(const Loss& loss);

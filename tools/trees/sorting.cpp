@@ -1,6 +1,5 @@
-// The library's sort reverses namesakes without an item, since it counts each of them as going before the
-// others. Where any item is found, the namesakes without one are lent the largest number there is while the
-// sort lasts.
+// The library's sort reverses namesakes without an item, since it counts each of them as going before the others. So
+// those without one are lent the largest number there is while the sort lasts.
 
 #include "trees/sorting.h"
 
@@ -8,7 +7,7 @@
 #include <quxml/Element.h>
 
 #include <algorithm>
-#include <vector>
+#include <unordered_map>
 
 namespace tool {
 
@@ -49,21 +48,54 @@ void take_back(const std::vector<Lent>& lent) {
     }
 }
 
+/// Most children are, and then nothing has to be lent.
+bool is_sorted(const quxml::NodeList& nodes) {
+    const auto is_before = [](const quxml::Node* one, const quxml::Node* other) {
+        return one->get_name() < other->get_name();
+    };
+    return std::is_sorted(nodes.begin(), nodes.end(), is_before) &&
+           std::none_of(nodes.begin(), nodes.end(), has_item);
+}
+
+void sort_children(quxml::Node& node, const quxml::NodeList& children) {
+    const std::vector<Lent> lent = lend_items(children);
+    node.sort_children();
+    take_back(lent);
+}
+
+/// Where each of the children, as they are now, was before.
+std::vector<std::size_t> get_places(const quxml::NodeList& now, const quxml::NodeList& before) {
+    std::unordered_map<const quxml::Node*, std::size_t> places;
+    for (const quxml::Node* child : before)
+        places.emplace(child, places.size());
+    std::vector<std::size_t> found;
+    for (const quxml::Node* child : now)
+        found.push_back(places.at(child));
+    return found;
+}
+
 }  // namespace
 
-void sort_by_item(quxml::Node* root) {
+std::vector<Order> sort_by_item(quxml::Node* root, const std::vector<bool>& fixed) {
+    std::vector<Order> orders;
     std::vector<quxml::Node*> pending{root};
-    while (!pending.empty()) {
+    for (std::size_t element = 0; !pending.empty();) {
         quxml::Node* const node = pending.back();
         pending.pop_back();
+        if (dynamic_cast<const quxml::Element*>(node) == nullptr)
+            continue;
         const quxml::NodeList children = node->get_children();
-        if (std::any_of(children.begin(), children.end(), has_item)) {
-            const std::vector<Lent> lent = lend_items(children);
-            node->sort_children();
-            take_back(lent);
-        }
-        pending.insert(pending.end(), children.begin(), children.end());
+        pending.insert(pending.end(), children.rbegin(), children.rend());
+        const std::size_t number = element++;
+        const bool is_fixed = number < fixed.size() && fixed[number];
+        if (is_fixed || children.size() < 2 || is_sorted(children))
+            continue;
+        sort_children(*node, children);
+        const quxml::NodeList now = node->get_children();
+        if (now != children)
+            orders.push_back({number, get_places(now, children)});
     }
+    return orders;
 }
 
 }  // namespace tool

@@ -6,37 +6,14 @@
 #include <cstddef>
 #include <vector>
 
-#include "reading/encoding.h"
-#include "terminal/words.h"
-
 namespace tool {
 
 namespace {
 
+constexpr const char* standard_declaration = "<?xml version=\"1.0\"?>";
 constexpr const char* library_indent = "  ";
 
-/// The root element's tag begins at the first "<" that a name follows.
-std::size_t find_root(std::string_view document) {
-    std::size_t tag = document.find('<');
-    while (tag != std::string_view::npos && document.find_first_of("?!", tag) == tag + 1)
-        tag = document.find('<', tag + 1);
-    return tag;
-}
-
-std::string get_declaration(std::string_view document) {
-    const bool has_one =
-        begins_with(document, "<?xml") && white_space.find(document.substr(5, 1)) != std::string_view::npos;
-    if (!has_one)
-        return "";
-    const std::size_t end = document.find("?>") + 2;
-    return std::string(document.substr(0, end)) + (document.substr(end, 1) == "<" ? "" : "\n");
-}
-
-bool is_indent(std::string_view text) {
-    return text.find_first_not_of(" \t") == std::string_view::npos;
-}
-
-/// Writes as the library does, with another indentation.
+// Writes as the library does, with another indentation.
 class IndentingWriter {
 public:
     explicit IndentingWriter(std::string indent_of_a_level) : indent(std::move(indent_of_a_level)) {}
@@ -116,26 +93,10 @@ std::string write_tree(const quxml::Node& root, const Layout& layout) {
 
 }  // namespace
 
-Layout guess_layout(const std::string& document) {
-    Layout layout;
-    layout.declaration = std::string(standard_declaration) + '\n';
-    if (!get_encoding(document).empty())
-        return layout;
-    const std::string_view text = without_mark(document);
-    layout.declaration = get_declaration(text);
-    const std::size_t child = text.find('<', text.find('>', find_root(text)));
-    if (child == std::string_view::npos || text.substr(child, 2) == "</")
-        return layout;
-    const std::size_t newline = text.rfind('\n', child);
-    const std::size_t line = newline == std::string_view::npos ? 0 : newline + 1;
-    layout.compact = line <= find_root(text);
-    if (!layout.compact && is_indent(text.substr(line, child - line)))
-        layout.indent = text.substr(line, child - line);
-    return layout;
-}
-
 std::string write_document(const quxml::Document& document, const Layout& layout) {
-    return layout.declaration + write_tree(*document.get_root_node(), layout);
+    const std::string declaration = layout.has_declaration ? standard_declaration : "";
+    const char* const line_end = layout.has_declaration && !layout.compact ? "\n" : "";
+    return declaration + line_end + write_tree(*document.get_root_node(), layout);
 }
 
 }  // namespace tool

@@ -163,18 +163,18 @@ private:
     std::size_t mate_end = none;
 };
 
+std::size_t skip_blanks(std::string_view document, std::size_t position) {
+    return document.find_first_not_of(white_space, position);
+}
+
+}  // namespace
+
 std::string find_line_end(std::string_view document) {
     const std::size_t end = document.find_first_of(line_end_characters);
     if (end == none || document[end] == '\n')
         return "\n";
     return document.substr(end, 2) == "\r\n" ? "\r\n" : "\r";
 }
-
-std::size_t skip_blanks(std::string_view document, std::size_t position) {
-    return document.find_first_not_of(white_space, position);
-}
-
-}  // namespace
 
 Markup find_extents(std::string_view document, const std::vector<std::size_t>& numbers) {
     ExtentFinder finder(document, numbers);

@@ -36,6 +36,9 @@ struct Markup {
     std::string line_end;  // "\n", "\r\n" or "\r"
 };
 
+/// The first line end of a document: "\n", "\r\n" or "\r"; "\n" if it has none.
+std::string find_line_end(std::string_view document);
+
 /// Finds elements in a document: those with the given numbers, which are sorted; the root element is 0, and the
 /// others follow in document order. Elements from the text of an entity do not count.
 /// \param document  well-formed, in UTF-8 without a byte-order mark, whatever encoding it declares

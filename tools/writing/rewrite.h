@@ -8,25 +8,23 @@
 
 namespace tool {
 
-/// What the commands that read a document and write it again have in common.
+/// What is done with a whole document.
 struct RewriteOptions : Destination {
+    bool formatted = false;
+    bool sorted = false;
+    bool canonical = false;  // as the library writes it
     bool lossy = false;
     bool quiet = false;
     bool compact = false;
     bool no_declaration = false;
-    std::string indent;  // a number or "tab"; empty for what the purpose brings
-    bool sorted = false;
+    std::string indent;  // a number or "tab"; empty for what the library has
 };
 
-enum class Purpose {
-    layout,  // only the layout changes
-    change,  // the tree is sorted, and the layout stays as far as it can be guessed
-};
-
-/// Does the work of such a command: reads, sorts if that is wanted, and writes. Warns of a document of which something
-/// would be lost and, in place, refuses it. Refuses one that would not be read back as it is.
+/// Sorts and formats a document. All that is not white space between elements stays as it was written, unless the
+/// canonical form is wanted; then what would be lost is warned of and, in place, refused. What would not be read back
+/// as it is is not written.
 /// \throws Failure
-ExitCode rewrite(const RewriteOptions& options, Purpose purpose);
+ExitCode rewrite(const RewriteOptions& options);
 
 }  // namespace tool
 

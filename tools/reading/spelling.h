@@ -1,0 +1,18 @@
+#ifndef QUXML_TOOLS_READING_SPELLING_H
+#define QUXML_TOOLS_READING_SPELLING_H
+
+#include <string>
+#include <vector>
+
+#include "reading/losses.h"
+
+namespace tool {
+
+/// Where something other than white space between elements first is written in another way than the library writes it:
+/// quotes, references, spaces in tags, <a></a>, or the XML declaration. Empty if there is no such place.
+/// \param document  well-formed, and nothing of it would be lost
+std::vector<Loss> find_spelling(const std::string& document);
+
+}  // namespace tool
+
+#endif

@@ -1,0 +1,78 @@
+#include "writing/canonical.h"
+
+#include <quxml/Element.h>
+
+#include <memory>
+#include <vector>
+
+#include "reading/input.h"
+#include "reading/losses.h"
+#include "terminal/Failure.h"
+#include "terminal/Progress.h"
+#include "terminal/messages.h"
+#include "trees/tree.h"
+#include "writing/arrangement.h"
+#include "writing/escaping.h"
+#include "writing/layout.h"
+
+namespace tool {
+
+namespace {
+
+/// Once the file has been changed, nothing lists what is gone.
+std::string get_warning(const RewriteOptions& options, const std::vector<Loss>& losses) {
+    return options.in_place
+               ? "this is lost: " + get_summary(losses)
+               : "left out of the output: " + get_summary(losses) + "; " + get_advice(options.file);
+}
+
+void refuse_or_warn(const RewriteOptions& options, const std::string& text) {
+    if (options.in_place ? options.lossy && options.quiet : options.quiet)
+        return;
+    const std::vector<Loss> losses = find_losses(text);
+    if (!has_losses(losses))
+        return;
+    if (options.in_place && !options.lossy)
+        throw Failure(ExitCode::malformed,
+                      get_label(options.file) + ": not touched, this would be lost: " + get_summary(losses) +
+                          "; " + get_advice(options.file) + ", --lossy changes the file all the same");
+    if (!options.quiet)
+        write_warning(options.file, get_warning(options, losses));
+}
+
+/// The attribute values of `root` have been escaped for writing, so those that were read are escaped as well.
+bool reads_back(const RewriteOptions& options, const quxml::Node& root, const std::string& text) {
+    try {
+        const std::shared_ptr<quxml::Document> read =
+            parse_document(options.file, text, false, Errors::silent);
+        escape_attributes(read->get_root_node());
+        return is_same_tree(root, *read->get_root_node());
+    } catch (const Failure& failure) {
+        if (failure.get_code() != ExitCode::malformed)
+            throw;
+        return false;
+    }
+}
+
+}  // namespace
+
+std::string write_canonical(const RewriteOptions& options, const std::string& text) {
+    const std::shared_ptr<quxml::Document> document = parse_document(options.file, text, false);
+    quxml::Node* const root = document->get_root_node();
+    if (options.sorted)
+        sort_tree(options.file, root);
+    refuse_or_warn(options, text);
+    std::string written;
+    {
+        const Progress progress("writing", 0);
+        escape_attributes(root);
+        written = write_document(*document, get_layout(options));
+        escape_carriage_returns(written);
+    }
+    if (options.in_place && !reads_back(options, *root, written))
+        throw Failure(ExitCode::malformed,
+                      get_label(options.file) + ": not written: the result would not be read back as it is");
+    return written;
+}
+
+}  // namespace tool

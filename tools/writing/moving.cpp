@@ -1,0 +1,180 @@
+// An element and the remarks that belong to it are one unit. The units of a parent change places with each other; what
+// stands between two places, white space and remarks that belong to no element, stays there.
+//
+// A unit that moves may have units in it that move as well. So the text is put together from a list of what is still to
+// be written; a part of the document in which units change places is replaced in that list by its pieces.
+
+#include "writing/moving.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <string>
+#include <utility>
+
+#include "terminal/words.h"
+
+namespace tool {
+
+namespace {
+
+struct Range {
+    std::size_t begin;
+    std::size_t end;
+};
+
+/// The units of a parent, from the first to the last, and the order that they get.
+struct Region {
+    std::vector<Range> units;
+    const std::vector<std::size_t>& order;
+
+    std::size_t get_begin() const { return units.front().begin; }
+    std::size_t get_end() const { return units.back().end; }
+};
+
+class UnitFinder {
+public:
+    UnitFinder(std::string_view text, const std::vector<Item>& outline) : document(text), items(outline) {}
+
+    std::vector<Range> find(std::size_t parent) {
+        edge = items[parent].content;
+        for (std::size_t i = parent + 1; i != items[parent].after; i = get_next_child(items, i)) {
+            if (items[i].kind == ItemKind::element) {
+                add_unit(items[i]);
+            } else {
+                remarks.push_back({items[i].begin, items[i].end});
+            }
+        }
+        give_to_last_unit(count_remarks_on_line());
+        return std::move(units);
+    }
+
+private:
+    void add_unit(const Item& element) {
+        const std::size_t on_line = count_remarks_on_line();
+        const bool share_line = on_line == remarks.size() && !has_line_end_before(element.begin);
+        const std::size_t given = share_line ? 0 : on_line;
+        give_to_last_unit(given);
+        std::size_t begin = element.begin;
+        while (remarks.size() > given && count_line_ends(remarks.back().end, begin) < 2) {
+            begin = remarks.back().begin;
+            remarks.pop_back();
+        }
+        units.push_back({begin, element.end});
+        remarks.clear();
+        edge = element.end;
+    }
+
+    /// How many of the remarks stand on the line of what is before them.
+    std::size_t count_remarks_on_line() const {
+        std::size_t end = edge;
+        std::size_t count = 0;
+        while (count != remarks.size() && count_line_ends(end, remarks[count].begin) == 0)
+            end = remarks[count++].end;
+        return count;
+    }
+
+    bool has_line_end_before(std::size_t next) const {
+        return count_line_ends(remarks.empty() ? edge : remarks.back().end, next) != 0;
+    }
+
+    /// The first remarks; before the first unit they belong to the parent.
+    void give_to_last_unit(std::size_t count) {
+        if (count != 0 && !units.empty())
+            units.back().end = remarks[count - 1].end;
+    }
+
+    std::size_t count_line_ends(std::size_t begin, std::size_t end) const {
+        const std::string_view space = document.substr(begin, end - begin);
+        std::size_t count = 0;
+        for (std::size_t i = 0; i != space.size(); ++i)
+            if (space[i] == '\n' || (space[i] == '\r' && space.substr(i + 1, 1) != "\n"))
+                ++count;
+        return count;
+    }
+
+    std::string_view document;
+    const std::vector<Item>& items;
+    std::size_t edge = 0;        // where the parent's start tag or the last unit's element ends
+    std::vector<Range> remarks;  // since then
+    std::vector<Range> units;
+};
+
+class Mover {
+public:
+    Mover(std::string_view text, std::vector<Region> found) : document(text), regions(std::move(found)) {}
+
+    std::vector<Patch> run() {
+        std::vector<Patch> patches;
+        std::size_t done = 0;
+        for (const Region& region : regions) {
+            if (region.get_begin() < done)
+                continue;
+            done = region.get_end();
+            patches.push_back({region.get_begin(), done, write(region)});
+        }
+        return patches;
+    }
+
+private:
+    std::string write(const Region& region) {
+        std::string text;
+        text.reserve(region.get_end() - region.get_begin());
+        add_pieces(region);
+        while (!pending.empty()) {
+            const Range range = pending.back();
+            pending.pop_back();
+            const Region* const inner = find_region_in(range);
+            text += document.substr(range.begin,
+                                    (inner == nullptr ? range.end : inner->get_begin()) - range.begin);
+            if (inner == nullptr)
+                continue;
+            pending.push_back({inner->get_end(), range.end});
+            add_pieces(*inner);
+        }
+        return text;
+    }
+
+    /// The last to be written comes first.
+    void add_pieces(const Region& region) {
+        const std::vector<Range>& units = region.units;
+        for (std::size_t place = units.size(); place-- != 0;) {
+            pending.push_back(units[region.order[place]]);
+            if (place != 0)
+                pending.push_back({units[place - 1].end, units[place].begin});
+        }
+    }
+
+    /// The first one; it begins within an element, and so after the beginning of the range.
+    const Region* find_region_in(const Range& range) const {
+        const auto found = std::upper_bound(
+            regions.begin(), regions.end(), range.begin,
+            [](std::size_t place, const Region& region) { return place < region.get_begin(); });
+        return found != regions.end() && found->get_begin() < range.end ? &*found : nullptr;
+    }
+
+    std::string_view document;
+    std::vector<Region> regions;  // in document order
+    std::vector<Range> pending;
+};
+
+std::vector<Region> find_regions(std::string_view document, const std::vector<Item>& items,
+                                 const std::vector<Order>& orders) {
+    std::vector<Region> regions;
+    regions.reserve(orders.size());
+    std::size_t number = 0;
+    for (std::size_t i = 0; i != items.size() && regions.size() != orders.size(); ++i) {
+        const Order& next = orders[regions.size()];
+        if (items[i].kind == ItemKind::element && number++ == next.element)
+            regions.push_back({UnitFinder(document, items).find(i), next.children});
+    }
+    return regions;
+}
+
+}  // namespace
+
+std::vector<Patch> move_elements(std::string_view document, const std::vector<Item>& items,
+                                 const std::vector<Order>& orders) {
+    return Mover(document, find_regions(document, items, orders)).run();
+}
+
+}  // namespace tool

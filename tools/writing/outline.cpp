@@ -1,0 +1,129 @@
+// Between items there is nothing but text. So it is enough to know where the items are: an element is mixed if anything
+// but white space stands between two of them, be it text, a section of CDATA or a reference.
+
+#include "writing/outline.h"
+
+#include <algorithm>
+
+#include "reading/xml_events.h"
+#include "terminal/words.h"
+
+namespace tool {
+
+namespace {
+
+constexpr std::size_t none = std::string_view::npos;
+
+bool is_blank(std::string_view text) {
+    return text.find_first_not_of(white_space) == none;
+}
+
+/// Whether an element's attribute xml:space is "preserve". One that the DOCTYPE gives is taken to be.
+bool preserves_space(std::string_view tag, const Event& event) {
+    const std::vector<std::string>& names = event.prefixed_attributes;
+    constexpr std::string_view name = "xml:space";
+    if (std::find(names.begin(), names.end(), name) == names.end())
+        return false;
+    for (std::size_t place = tag.find(name); place != none; place = tag.find(name, place + 1)) {
+        const std::size_t equals = tag.find_first_not_of(white_space, place + name.size());
+        const bool is_name = white_space.find(tag[place - 1]) != none && equals != none && tag[equals] == '=';
+        if (is_name)
+            return tag.substr(tag.find_first_of("\"'", equals) + 1, 8) == "preserve";
+    }
+    return true;
+}
+
+class OutlineReader {
+public:
+    explicit OutlineReader(std::string_view text) : document(text) {
+        add(ItemKind::document, 0, 0);
+        opened.push_back(0);
+        const bool has_declaration = begins_with(document, "<?xml") && is_blank(document.substr(5, 1));
+        if (has_declaration)
+            add(ItemKind::declaration, 0, document.find("?>") + 2);
+    }
+
+    void take(const Event& event) {
+        switch (event.kind) {
+            case EventKind::start_tag:
+                open(event);
+                break;
+            case EventKind::end_tag:
+                note_text_before(event.begin);
+                close(event.begin, event.end);
+                break;
+            case EventKind::doctype:
+                note_text_before(event.begin);
+                add(ItemKind::remark, event.begin, event.begin);
+                is_in_doctype = true;
+                break;
+            case EventKind::comment:
+            case EventKind::instruction:
+                note_text_before(event.begin);
+                add(ItemKind::remark, event.begin, event.end);
+                break;
+            default:
+                break;
+        }
+    }
+
+    std::vector<Item> finish() {
+        if (opened.size() == 1)
+            close(document.size(), document.size());
+        return std::move(items);
+    }
+
+private:
+    void add(ItemKind kind, std::size_t begin, std::size_t end) {
+        items.push_back({kind, begin, end, end, end, items.size() + 1});
+        edge = end;
+    }
+
+    void open(const Event& event) {
+        note_text_before(event.begin);
+        const std::size_t tag_end = event.end + (document[event.end] == '/' ? 2 : 1);
+        opened.push_back(items.size());
+        add(ItemKind::element, event.begin, tag_end);
+        items.back().preserves_space =
+            tool::preserves_space(document.substr(event.begin, tag_end - event.begin), event);
+    }
+
+    void close(std::size_t content_end, std::size_t end) {
+        Item& item = items[opened.back()];
+        opened.pop_back();
+        item.content_end = content_end;
+        item.end = end;
+        item.after = items.size();
+        edge = end;
+    }
+
+    void note_text_before(std::size_t begin) {
+        if (is_in_doctype)
+            end_doctype(begin);
+        if (!is_blank(document.substr(edge, begin - edge)))
+            items[opened.back()].is_mixed = true;
+    }
+
+    /// Where it ends is known once something else begins.
+    void end_doctype(std::size_t next) {
+        edge = document.substr(0, next).find_last_not_of(white_space) + 1;
+        items.back().content = items.back().content_end = items.back().end = edge;
+        is_in_doctype = false;
+    }
+
+    std::string_view document;
+    std::vector<Item> items;
+    std::vector<std::size_t> opened;  // the items that are still open
+    std::size_t edge = 0;             // where the last tag or remark ends
+    bool is_in_doctype = false;
+};
+
+}  // namespace
+
+std::vector<Item> get_outline(std::string_view document) {
+    OutlineReader reader(document);
+    read_events(document, [&](const Event& event) { reader.take(event); });
+    return reader.finish();
+}
+
+}  // namespace tool
