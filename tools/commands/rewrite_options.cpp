@@ -44,7 +44,7 @@ void add_rewrite_options(CLI::App& command, RewriteOptions& options) {
     command.add_flag("--lossy", options.lossy, "With -i: change FILE even if something of it is lost")
         ->needs("--in-place")
         ->needs(canonical);
-    command.add_flag("--quiet", options.quiet, "Neither warnings nor notes");
+    command.add_flag("--quiet", options.quiet, "No warnings, notes or hints");
 }
 
 void add_layout_options(CLI::App& command, RewriteOptions& options) {

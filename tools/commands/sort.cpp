@@ -11,9 +11,9 @@ namespace tool {
 namespace {
 
 constexpr const char* help_on_sort =
-    "Children get the order of their names, and namesakes that of their attribute \"item\": numbers\n"
-    "first, and after them those without one, in the order they have. Elements move with all their\n"
-    "bytes, and nothing else changes. With an element go the comments and processing instructions\n"
+    "Children are sorted by name, and namesakes by their attribute \"item\": those with a number first,\n"
+    "then those without one, in the order they have. Elements move with all their bytes, and nothing\n"
+    "else changes. With an element go the comments and processing instructions\n"
     "directly above it, with no blank line between, and those after it on its last line; all others\n"
     "stay in their places, and so does white space. The content of an element that has text beside its\n"
     "elements keeps its order.\n"

@@ -316,7 +316,7 @@ struct Name {
     const char* many;
 };
 
-// In the order of LossKind.
+/// In the order of LossKind.
 constexpr std::array<Name, 18> kind_names{{
     {"encoding", "encodings"},
     {"byte-order mark", "byte-order marks"},

@@ -35,7 +35,7 @@ void refuse_or_warn(const RewriteOptions& options, const std::string& text) {
     if (options.in_place && !options.lossy)
         throw Failure(ExitCode::malformed,
                       get_label(options.file) + ": not touched, this would be lost: " + get_summary(losses) +
-                          "; " + get_advice(options.file) + ", --lossy changes the file all the same");
+                          "; " + get_advice(options.file) + ", --lossy changes the file anyway");
     if (!options.quiet)
         write_warning(options.file, get_warning(options, losses));
 }

@@ -13,7 +13,7 @@ namespace {
 constexpr const char* standard_declaration = "<?xml version=\"1.0\"?>";
 constexpr const char* library_indent = "  ";
 
-// Writes as the library does, with another indentation.
+/// Writes as the library does, with another indentation.
 class IndentingWriter {
 public:
     explicit IndentingWriter(std::string indent_of_a_level) : indent(std::move(indent_of_a_level)) {}
