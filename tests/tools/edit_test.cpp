@@ -1,4 +1,4 @@
-// set, unset, text, add, remove and sort, written to standard output. What they do to files is tested with
+// set, unset, text, add and remove, written to standard output. What they do to files is tested with
 // --in-place.
 
 #include "program.h"
@@ -89,43 +89,6 @@ TEST_F(Edit, removes_what_is_inside_of_what_is_removed_only_once) {
     write("b.xml", "<a><b><b><c/></b></b><c/></a>");
     expect_done(run("quxml remove '/a//*' b.xml"), "<a></a>");
     expect_done(run("quxml remove '//c' b.xml"), "<a><b><b></b></b></a>");
-}
-
-TEST_F(Edit, sorts) {
-    write("b.xml", "<a>\n  <c/>\n  <b item=\"2\"/>\n  <b item=\"1\"/>\n</a>\n");
-    expect_done(run("quxml sort b.xml"), "<a>\n  <b item=\"1\"/>\n  <b item=\"2\"/>\n  <c/>\n</a>\n");
-    expect_done(run("quxml sort --compact b.xml | quxml sort"),
-                "<a><b item=\"1\"/><b item=\"2\"/><c/></a>\n");
-    write("b.xml", "<a><b item=\"99999999999\"/><b item=\"1\"/></a>");
-    expect(run("quxml sort b.xml"), 3, "",
-           "quxml: b.xml: cannot be sorted: an item is a number out of range\n");
-}
-
-struct Layout {
-    const char* text;
-    const char* options;
-    const char* expected;
-};
-
-TEST_F(Edit, keeps_the_layout_of_a_document_that_is_sorted) {
-    const std::vector<Layout> all = {
-        {"<a><c/><b/></a>", "", "<a><b/><c/></a>\n"},
-        {"<?xml version=\"1.0\"?><a><c/><b/></a>", "", "<?xml version=\"1.0\"?><a><b/><c/></a>\n"},
-        {"<?xml version='1.0' encoding='utf-8'?>\n<a><c/><b/></a>", "",
-         "<?xml version='1.0' encoding='utf-8'?>\n<a><b/><c/></a>\n"},
-        {"<a>\n\t<c/>\n\t<b/>\n</a>\n", "", "<a>\n\t<b/>\n\t<c/>\n</a>\n"},
-        {"<a>\r\n   <c/>\r\n   <b/></a>\r\n", "", "<a>\n   <b/>\n   <c/>\n</a>\n"},
-        {"<a>\n<c/><b/></a>\n", "", "<a>\n<b/>\n<c/>\n</a>\n"},
-        {"<a/>", "", "<a/>\n"},
-        {"<a><c/><b/></a>", "--indent 3", "<a>\n   <b/>\n   <c/>\n</a>\n"},
-        {"<a><c/><b/></a>", "--indent tab", "<a>\n\t<b/>\n\t<c/>\n</a>\n"},
-        {"<?xml version=\"1.0\"?>\n<a>\n<c/><b/></a>", "--compact --no-declaration", "<a><b/><c/></a>\n"},
-    };
-    for (const Layout& one : all) {
-        SCOPED_TRACE(one.text);
-        write("b.xml", one.text);
-        expect_done(run(std::string("quxml sort --quiet ") + one.options + " b.xml"), one.expected);
-    }
 }
 
 // ---- What is refused ----
@@ -221,12 +184,14 @@ TEST_F(Edit, exits_with_2_for_a_command_line_it_cannot_understand) {
         {"add //host a --attribute b a.xml",
          "--attribute: \"b\" is not NAME=VALUE, with a name without a prefix"},
         {"remove", "PATH is required"},
-        {"sort --indent 17 a.xml", "--indent: expected a number up to 16 or \"tab\", not 17"},
-        {"sort --indent -1 a.xml", "--indent: expected a number up to 16 or \"tab\", not -1"},
-        {"sort --indent two a.xml", "--indent: expected a number up to 16 or \"tab\", not two"},
-        {"sort --indent 2 --compact a.xml", "--compact excludes --indent"},
+        {"format --indent 17 a.xml", "--indent: expected a number up to 16 or \"tab\", not 17"},
+        {"format --indent -1 a.xml", "--indent: expected a number up to 16 or \"tab\", not -1"},
+        {"format --indent two a.xml", "--indent: expected a number up to 16 or \"tab\", not two"},
+        {"format --indent 2 --compact a.xml", "--compact excludes --indent"},
         {"sort --backup a.xml", "--backup requires --in-place"},
-        {"sort --lossy a.xml", "--lossy requires --in-place"},
+        {"sort --lossy --canonical a.xml", "--lossy requires --in-place"},
+        {"sort -i --lossy a.xml", "--lossy requires --canonical"},
+        {"sort --compact a.xml", "The following argument was not expected: --compact"},
         {"sort -i --backup=a/b a.xml", "--backup: expected a suffix for a file name, not \"a/b\""},
         {"sort -i", "--in-place needs a FILE"},
         {"sort -i -", "--in-place needs a FILE"},

@@ -65,7 +65,8 @@ TEST_F(InPlace, works_with_every_command_that_writes_documents) {
         {"add -i /settings a", "<settings>\n  <host name=\"kitchen\"/>\n  <a/>\n</settings>\n"},
         {"remove -i //host", "<settings>\n</settings>\n"},
         {"edit -i -e 'set /settings a=1'", "<settings a=\"1\">\n  <host name=\"kitchen\"/>\n</settings>\n"},
-        {"format -i", "<?xml version=\"1.0\"?>\n<settings>\n  <host name=\"kitchen\"/>\n</settings>\n"},
+        {"format -i --canonical",
+         "<?xml version=\"1.0\"?>\n<settings>\n  <host name=\"kitchen\"/>\n</settings>\n"},
         {"format -i --indent tab --no-declaration", "<settings>\n\t<host name=\"kitchen\"/>\n</settings>\n"},
         {"format -i --compact --no-declaration", "<settings><host name=\"kitchen\"/></settings>\n"},
     };
@@ -161,7 +162,7 @@ TEST_F(InPlace, wants_a_suffix_for_backups) {
 
 TEST_F(InPlace, refuses_with_3_what_would_lose_something) {
     const std::string text = "<settings><!-- mine --><host/><b/></settings>";
-    for (const char* command : {"sort -i", "format -i"}) {
+    for (const char* command : {"sort -i --canonical", "format -i --canonical"}) {
         SCOPED_TRACE(command);
         write("a.xml", text);
         expect(run(std::string("quxml ") + command + " a.xml"), 3, "",
@@ -175,10 +176,11 @@ TEST_F(InPlace, refuses_with_3_what_would_lose_something) {
 
 TEST_F(InPlace, lossy_changes_the_file_all_the_same) {
     write("a.xml", "<settings><!-- mine --><host/><b/></settings>");
-    expect(run("quxml sort -i --lossy a.xml"), 0, "", "a.xml: warning: this is lost: 1 comment\n");
-    EXPECT_EQ(written("a.xml"), "<settings><b/><host/></settings>\n");
+    expect(run("quxml sort -i --canonical --lossy a.xml"), 0, "",
+           "a.xml: warning: this is lost: 1 comment\n");
+    EXPECT_EQ(written("a.xml"), std::string(declaration) + "\n<settings>\n  <b/>\n  <host/>\n</settings>\n");
     write("a.xml", "<settings><!-- mine --><host/><b/></settings>");
-    expect_done(run("quxml sort -i --lossy --quiet a.xml"), "");
+    expect_done(run("quxml sort -i --canonical --lossy --quiet a.xml"), "");
 }
 
 TEST_F(InPlace, attribute_values_and_texts_that_need_escapes_are_not_a_loss) {

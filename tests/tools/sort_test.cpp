@@ -66,6 +66,12 @@ TEST_F(Sort, changes_files_and_shows_differences) {
     EXPECT_EQ(written("a.xml"), "<!-- x -->\n<r>\n  <a/>\n  <b/>\n</r>\n");
 }
 
+TEST_F(Sort, exits_with_3_for_items_beyond_the_range_of_numbers) {
+    write("a.xml", "<r><b item='99999999999'/><b item='1'/></r>");
+    expect(run("quxml sort a.xml"), 3, "",
+           "quxml: a.xml: cannot be sorted: an item is a number out of range\n");
+}
+
 TEST_F(Sort, keeps_other_encodings) {
     write("a.xml", "<?xml version='1.0' encoding='ISO-8859-1'?><r><!-- \xe4 --><b x='\xe4'/><a>\xf6</a></r>");
     expect_done(run("quxml sort a.xml"),

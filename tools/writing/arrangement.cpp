@@ -1,4 +1,5 @@
-// What the library reads is compared as the text that it would write of it: so no two trees are held at once.
+// What the library reads of a sorted document is compared as the text that it would write of it: so no two trees are held
+// at once. A document that is only laid out needs no tree: where the same items have the same bytes, the same is read.
 
 #include "writing/arrangement.h"
 
@@ -57,32 +58,61 @@ std::vector<bool> find_fixed_elements(const std::vector<Item>& items) {
     return fixed;
 }
 
-/// Sorts the tree and the text. \return the tree as the library would write it
-std::string sort(const std::string& file, EncodedText& text) {
-    const std::vector<Item> items = find_items(file, text);
-    std::string written;
-    std::vector<Order> orders;
-    {
-        const std::shared_ptr<quxml::Document> document = parse_document(file, text.get_bytes(), false);
-        orders = sort_tree(file, document->get_root_node(), find_fixed_elements(items));
-        written = write_tree(*document->get_root_node());
-    }
-    text.apply(move_elements(text.get_text(), items, orders));
-    return written;
-}
-
-std::string read(const std::string& file, const std::string& bytes, Errors errors) {
-    return write_tree(*parse_document(file, bytes, false, errors)->get_root_node());
+Failure refusal(const std::string& file) {
+    return {ExitCode::malformed,
+            get_label(file) + ": not written: the result would not be read back as it is"};
 }
 
 bool reads_back(const std::string& file, const std::string& bytes, const std::string& wanted) {
     try {
-        return read(file, bytes, Errors::silent) == wanted;
+        return write_tree(*parse_document(file, bytes, false, Errors::silent)->get_root_node()) == wanted;
     } catch (const Failure& failure) {
         if (failure.get_code() != ExitCode::malformed)
             throw;
         return false;
     }
+}
+
+/// Sorts the tree and the text, and compares them.
+void sort(const std::string& file, EncodedText& text) {
+    std::shared_ptr<quxml::Document> document = parse_document(file, text.get_bytes(), false);
+    quxml::Element* const root = document->get_root_node();
+    const std::vector<Item> items = find_items(file, text);
+    const std::vector<Order> orders = sort_tree(file, root, find_fixed_elements(items));
+    if (orders.empty())
+        return;
+    const std::string wanted = write_tree(*root);
+    document.reset();  // what follows needs the memory
+    text.apply(move_elements(text.get_text(), items, orders));
+    if (!reads_back(file, text.get_bytes(), wanted))
+        throw refusal(file);
+}
+
+/// The encoding must not follow from the declaration alone.
+void remove_declaration(const std::string& file, EncodedText& text) {
+    const std::vector<Item> items = find_items(file, text);
+    if (items[1].kind != ItemKind::declaration)
+        return;
+    const std::string rest(text.get_text().substr(items[2].begin));
+    text.apply({{0, items[2].begin, ""}});
+    text = EncodedText(text.take_bytes());
+    if (text.get_text() != rest)
+        throw refusal(file);
+}
+
+/// Lays out the text, and compares it with the old one, as it is taken for by then.
+void format(const std::string& file, EncodedText& text, const Layout& layout) {
+    if (!layout.has_declaration)
+        remove_declaration(file, text);
+    const std::vector<Item> items = find_items(file, text);
+    std::vector<Patch> patches = tool::format(text.get_text(), items, layout);
+    if (patches.empty())
+        return;
+    const std::string before(text.get_text());
+    text.apply(std::move(patches));
+    text = EncodedText(text.take_bytes());
+    if (!differ_only_in_layout(before, items, text.get_text(), find_items(file, text)))
+        throw refusal(file);
 }
 
 }  // namespace
@@ -108,15 +138,14 @@ std::vector<Order> sort_tree(const std::string& file, quxml::Node* root, const s
 
 std::string arrange(const RewriteOptions& options, const std::string& bytes) {
     const std::string& file = options.file;
-    std::string wanted = options.sorted ? "" : read(file, bytes, Errors::written);
     EncodedText text(bytes);
-    if (options.sorted)
-        wanted = sort(file, text);
+    if (options.sorted) {
+        sort(file, text);
+    } else {
+        parse_document(file, bytes, false);
+    }
     if (options.formatted)
-        text.apply(format(text.get_text(), find_items(file, text), get_layout(options)));
-    if (text.get_bytes() != bytes && !reads_back(file, text.get_bytes(), wanted))
-        throw Failure(ExitCode::malformed,
-                      get_label(file) + ": not written: the result would not be read back as it is");
+        format(file, text, get_layout(options));
     return text.take_bytes();
 }
 

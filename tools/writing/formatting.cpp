@@ -12,6 +12,26 @@ namespace tool {
 
 namespace {
 
+bool has_lines_inside(const std::vector<Item>& items, std::size_t i) {
+    return items[i].after > i + 1 && !items[i].is_mixed && !items[i].preserves_space;
+}
+
+/// What is written in an item itself: all of it, or its tags if only white space stands between the items in it.
+struct Written {
+    std::string_view start;
+    std::string_view end;
+};
+
+Written get_written(std::string_view document, const std::vector<Item>& items, std::size_t i) {
+    const Item& item = items[i];
+    if (item.kind == ItemKind::document)
+        return {};
+    if (!has_lines_inside(items, i))
+        return {document.substr(item.begin, item.end - item.begin), {}};
+    return {document.substr(item.begin, item.content - item.begin),
+            document.substr(item.content_end, item.end - item.content_end)};
+}
+
 class Formatter {
 public:
     Formatter(std::string_view text, const std::vector<Item>& outline, const Layout& chosen)
@@ -19,11 +39,11 @@ public:
 
     std::vector<Patch> run() {
         opened.push_back(0);
-        for (std::size_t i = get_first(); i != items.size();) {
+        for (std::size_t i = 1; i != items.size();) {
             while (items[opened.back()].after <= i)
                 close();
             replace_space(items[i].begin, edge == 0 ? "" : get_separator(opened.size() - 1));
-            if (has_lines_inside(i)) {
+            if (has_lines_inside(items, i)) {
                 opened.push_back(i);
                 edge = items[i++].content;
             } else {
@@ -38,14 +58,6 @@ public:
     }
 
 private:
-    std::size_t get_first() const {
-        return layout.has_declaration || items[1].kind != ItemKind::declaration ? 1 : 2;
-    }
-
-    bool has_lines_inside(std::size_t i) const {
-        return items[i].after > i + 1 && !items[i].is_mixed && !items[i].preserves_space;
-    }
-
     void close() {
         const Item& item = items[opened.back()];
         opened.pop_back();
@@ -83,6 +95,21 @@ private:
 
 std::vector<Patch> format(std::string_view document, const std::vector<Item>& items, const Layout& layout) {
     return Formatter(document, items, layout).run();
+}
+
+bool differ_only_in_layout(std::string_view one, const std::vector<Item>& items, std::string_view other,
+                           const std::vector<Item>& other_items) {
+    if (items.size() != other_items.size())
+        return false;
+    for (std::size_t i = 0; i != items.size(); i = has_lines_inside(items, i) ? i + 1 : items[i].after) {
+        const Written written = get_written(one, items, i);
+        const Written other_written = get_written(other, other_items, i);
+        const bool is_same = items[i].kind == other_items[i].kind && items[i].after == other_items[i].after &&
+                             written.start == other_written.start && written.end == other_written.end;
+        if (!is_same)
+            return false;
+    }
+    return true;
 }
 
 }  // namespace tool

@@ -14,6 +14,11 @@ namespace tool {
 /// space between them changes. The content of elements that are mixed, or that preserve space, stays as it is.
 std::vector<Patch> format(std::string_view document, const std::vector<Item>& items, const Layout& layout);
 
+/// Whether two documents differ in nothing but the white space that `format` changes, so that the library reads the same
+/// from both: it drops texts that stand beside other items.
+bool differ_only_in_layout(std::string_view one, const std::vector<Item>& items, std::string_view other,
+                           const std::vector<Item>& other_items);
+
 }  // namespace tool
 
 #endif

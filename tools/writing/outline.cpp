@@ -67,9 +67,11 @@ public:
         }
     }
 
-    std::vector<Item> finish() {
-        if (opened.size() == 1)
+    std::vector<Item> finish(bool is_well_formed) {
+        if (is_well_formed && opened.size() == 1) {
+            note_text_before(document.size());
             close(document.size(), document.size());
+        }
         return std::move(items);
     }
 
@@ -122,8 +124,11 @@ private:
 
 std::vector<Item> get_outline(std::string_view document) {
     OutlineReader reader(document);
-    read_events(document, [&](const Event& event) { reader.take(event); });
-    return reader.finish();
+    const std::vector<Problem> problems =
+        read_events(document, [&](const Event& event) { reader.take(event); });
+    const bool is_well_formed = std::none_of(problems.begin(), problems.end(),
+                                             [](const Problem& problem) { return problem.is_fatal; });
+    return reader.finish(is_well_formed);
 }
 
 }  // namespace tool
