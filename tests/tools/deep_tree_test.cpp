@@ -55,6 +55,7 @@ TEST_F(DeepTree, is_sorted_escaped_and_written) {
         tool::sort_by_item(one.get_root_node());
         tool::escape_attributes(one.get_root_node());
         tool::Layout layout;
+        layout.has_declaration = false;
         layout.indent = "";
         const std::string text = tool::write_document(one, layout);
         EXPECT_EQ(text.size(),

@@ -246,7 +246,7 @@ TEST_F(InPlace, exits_with_5_and_leaves_the_file_whole_when_the_new_one_has_no_r
     EXPECT_TRUE(written("a.xml") == text);
     EXPECT_EQ(get_files(), Files{"a.xml"});
     EXPECT_EQ(run("ulimit -f 4; quxml set /catalog n=1 a.xml").code, 5);
-    EXPECT_EQ(run("ulimit -f 4; quxml format -i a.xml").code, 5);
+    EXPECT_EQ(run("ulimit -f 4; quxml format -i --indent 4 a.xml").code, 5);
     EXPECT_TRUE(written("a.xml") == text);
 }
 
