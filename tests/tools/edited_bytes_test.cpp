@@ -321,7 +321,7 @@ TEST_F(Difference, is_what_patch_reads) {
         "remove //b",
         "add /a b",
         "unset //b n -",
-        "sort --quiet",
+        "sort --quiet --canonical",
         "format --quiet",
         "format --quiet --compact",
         "edit -e 'remove /a/b[@n=7]' -e 'set /a/b[@n=14] k=1' -",

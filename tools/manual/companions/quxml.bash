@@ -4,8 +4,8 @@ _quxml() {
     COMPREPLY=()
     case $COMP_CWORD:${COMP_WORDS[1]} in
         1:*) words="format sort check loss query explain diff set unset text add remove edit --version -h --help" ;;
-        *:format) words="-h --help -i --in-place --backup --diff --lossy --quiet --compact --indent --no-declaration --sorted" ;;
-        *:sort) words="-h --help -i --in-place --backup --diff --lossy --quiet --compact --indent --no-declaration" ;;
+        *:format) words="-h --help -i --in-place --backup --diff --canonical --lossy --quiet --compact --indent --no-declaration --sorted" ;;
+        *:sort) words="-h --help -i --in-place --backup --diff --canonical --lossy --quiet" ;;
         *:check) words="-h --help --quiet" ;;
         *:loss) words="-h --help" ;;
         *:query) words="-h --help --prefix -0 --null --value --attribute --path --count --lossy --quiet" ;;
