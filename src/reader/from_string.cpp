@@ -4,8 +4,8 @@
 // space that begins with a line feed. Text with siblings is dropped, which is what removes the indentation
 // between elements.
 //
-// The conversion follows the links of libxml2's tree, to first children, next siblings and parents, instead of
-// recursing; the element being filled goes up and down with it.
+// The conversion follows the links of libxml2's tree to first children and next siblings instead of recursing; a
+// list of the elements whose content is being converted runs along.
 //
 // libxml2's tree stays as it is until all of it has been converted. Freeing it on the way would take less
 // memory, but it would scatter the new tree over what has been freed, and everything that is done with the
@@ -20,6 +20,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "dom/Filling.h"
 #include "dom/NodeAccess.h"
@@ -166,11 +167,8 @@ bool has_only_text(const xmlNode& node) {
 /// Copies what is below one element of libxml2's tree.
 class Conversion {
 public:
-    explicit Conversion(const xmlNode& xml_root) : top(xml_root) {}
-
-    void fill(Element& root) {
-        parent = &root;
-        const xmlNode* node = convert_content(root, top);
+    void fill(Element& root, const xmlNode& xml_root) {
+        const xmlNode* node = convert_content(root, xml_root);
         while (node != nullptr) {
             const xmlNode* below = node->type == XML_ELEMENT_NODE ? convert_element(*node) : nullptr;
             node = below != nullptr ? below : go_on(node);
@@ -194,8 +192,10 @@ private:
             convert_text(element, *node.children);
             return nullptr;
         }
-        if (node.children != nullptr)
+        if (node.children != nullptr) {
+            open.push_back(&node);
             parent = &element;
+        }
         return node.children;
     }
 
@@ -203,16 +203,17 @@ private:
     const xmlNode* go_on(const xmlNode* node) {
         while (node->next == nullptr) {
             Filling::settle(*parent);
-            node = node->parent;
-            if (node == &top)
+            node = open.back();
+            open.pop_back();
+            if (open.empty())
                 return nullptr;
             parent = parent->get_parent();
         }
         return node->next;
     }
 
-    const xmlNode& top;
-    Element* parent = nullptr;  // which is being filled
+    std::vector<const xmlNode*> open;  // elements whose content is being converted, the outermost first
+    Element* parent = nullptr;         // the new element for the last of them
 };
 
 }  // namespace
@@ -223,7 +224,7 @@ std::shared_ptr<Document> from_string(const std::string& text, bool keep_sorted)
     const xmlNode* xml_root = xmlDocGetRootElement(xml_document.get());
     Element* root = document->create_root_node(std::string(view_from_xml(xml_root->name)));
     convert_attributes(*root, *xml_root);
-    Conversion(*xml_root).fill(*root);
+    Conversion().fill(*root, *xml_root);
     return document;
 }
 

@@ -113,7 +113,7 @@ std::vector<Loss> find_spelling(const std::string& document) {
         return {};
     const std::string excerpt =
         finder.get_text().empty() ? "no XML declaration" : get_excerpt(finder.get_text());
-    return {{LossKind::spelling, PlaceFinder(document).find(finder.get_begin()), excerpt}};
+    return {{LossKind::spelling, PlaceFinder(document).find(finder.get_begin()), excerpt, std::nullopt}};
 }
 
 }  // namespace tool
