@@ -4,8 +4,8 @@
 // space that begins with a line feed. Text with siblings is dropped, which is what removes the indentation
 // between elements.
 //
-// The conversion follows the links of libxml2's tree to first children and next siblings instead of recursing; a
-// list of the elements whose content is being converted runs along.
+// The conversion follows the links of libxml2's tree to first children and next siblings instead of recursing;
+// a list of the elements whose content is being converted runs along.
 //
 // libxml2's tree stays as it is until all of it has been converted. Freeing it on the way would take less
 // memory, but it would scatter the new tree over what has been freed, and everything that is done with the

@@ -89,7 +89,7 @@ pkg_config() {
 }
 
 program() {
-    run "$prefix/bin/quxml" format "$sources/tests/data/catalog.xml" | diff "$sources/tests/data/catalog.formatted" -
+    run "$prefix/bin/quxml" format --canonical "$sources/tests/data/catalog.xml" | diff "$sources/tests/data/catalog.formatted" -
 }
 
 installed_files() {
