@@ -1,3 +1,4 @@
+# shellcheck shell=sh
 # sh failing_memory.sh VARIABLE FIRST STEP LAST CODE ARGUMENT...
 # Runs the program PROGRAM with the library LIBRARY, which refuses it memory, once for each number from FIRST to LAST that
 # STEP leads to. Prints what is wrong: the program either ends with 5 and leaves a.xml as before.xml has it, or with
