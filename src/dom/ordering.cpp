@@ -173,6 +173,7 @@ private:
         }
     }
 
+    // NOLINTNEXTLINE(misc-no-recursion): as deep as the logarithm of the count.
     void sort(SortKey* begin, std::size_t count) {
         if (count < 2)
             return;
@@ -202,14 +203,15 @@ private:
 
 /// Sorts `count` entries of a list, from `begin` on, without any memory.
 /// \return where they begin now.
+// NOLINTNEXTLINE(misc-no-recursion): as deep as the logarithm of the count.
 NodeList::iterator sort_entries(NodeList& nodes, NodeList::iterator begin, std::size_t count,
                                 bool (*is_before)(Node* a, Node* b)) {
     if (count < 2)
         return begin;
     const std::size_t part = get_first_part(count);
-    NodeList::iterator middle = std::next(begin, static_cast<std::ptrdiff_t>(part));
-    const NodeList::iterator end = std::next(middle, static_cast<std::ptrdiff_t>(count - part));
-    NodeList::iterator first = sort_entries(nodes, begin, part, is_before);
+    auto middle = std::next(begin, static_cast<std::ptrdiff_t>(part));
+    const auto end = std::next(middle, static_cast<std::ptrdiff_t>(count - part));
+    auto first = sort_entries(nodes, begin, part, is_before);
     middle = sort_entries(nodes, middle, count - part, is_before);
     begin = first;
     while (first != middle && middle != end) {

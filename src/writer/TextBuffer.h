@@ -76,16 +76,16 @@ private:
         }
     }
 
-    /// Copies the first and the last `length` bytes of a piece that has at most twice as many.
-    template <std::size_t length>
+    /// Copies the first and the last `Length` bytes of a piece that has at most twice as many.
+    template <std::size_t Length>
     static void copy_ends(char* to, std::string_view piece) {
-        const std::size_t rest = piece.size() - length;
-        std::array<char, length> first;  // NOLINT(cppcoreguidelines-pro-type-member-init)
-        std::array<char, length> last;   // NOLINT(cppcoreguidelines-pro-type-member-init)
-        std::memcpy(first.data(), piece.data(), length);
-        std::memcpy(last.data(), piece.data() + rest, length);
-        std::memcpy(to, first.data(), length);
-        std::memcpy(to + rest, last.data(), length);
+        const std::size_t rest = piece.size() - Length;
+        std::array<char, Length> first;  // NOLINT(cppcoreguidelines-pro-type-member-init)
+        std::array<char, Length> last;   // NOLINT(cppcoreguidelines-pro-type-member-init)
+        std::memcpy(first.data(), piece.data(), Length);
+        std::memcpy(last.data(), piece.data() + rest, Length);
+        std::memcpy(to, first.data(), Length);
+        std::memcpy(to + rest, last.data(), Length);
     }
 
     std::string& out;
