@@ -13,7 +13,7 @@
 //
 // So the question is not where a new item belongs in an order, but which is the first of a row of items that
 // stops it. That can be asked of any row, in order or not: of a stretch of items it is enough to know the
-// greatest number, the greatest text of a number, the greatest text that is no number, and whether a number
+// greatest number, the greatest text of a number, the greatest text that is not a number, and whether a number
 // beyond the range is among them; if none of these stops the new item, nothing in the stretch does. The items
 // of namesakes are kept in the order of the children in a search tree that is balanced by random priorities (a
 // treap), each node of which knows these four things about everything below it.

@@ -81,7 +81,7 @@ const MergeRow merges[] = {
     {"what is new is copied", "r{x}", "r{y{z(a=1){\"t\"}}}", "r{x y{z(a=1){\"t\"}}}"},
     {"texts are replaced", "r{x{\"old\"} y{\"stays\"}}", "r{x{\"new\"} y}", "r{x{\"new\"} y{\"stays\"}}"},
     {"an empty text replaces too", "r{x{\"old\"}}", "r{x{\"\"}}", "r{x{\"\"}}"},
-    {"namesakes are told apart by their item", "r{u(item=1,n=a) u(item=2,n=b)}", "r{u(item=2,n=c) u(item=3)}",
+    {"namesakes differ by their item", "r{u(item=1,n=a) u(item=2,n=b)}", "r{u(item=2,n=c) u(item=3)}",
      "r{u(item=1,n=a) u(item=2,n=c) u(item=3)}"},
     {"namesakes without an item go in order", "r{u{a} u{b}}", "r{u{c} u{d} u{e}}", "r{u{a c} u{b d} u{e}}"},
     {"no item is not an empty item", "r{u(item='')}", "r{u}", "r{u(item='') u}"},

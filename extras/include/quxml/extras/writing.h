@@ -11,7 +11,7 @@
 ///
 /// Names are not checked, nor are bytes that XML does not allow at all: control characters, and what is not
 /// UTF-8. Nodes of derived classes are asked to write themselves and escape what they escape; in formatted text
-/// they are told their depth, and may know no other indentation than two spaces.
+/// they get their depth, and may indent by two spaces only.
 ///
 /// \par Memory
 /// The text does not pass through memory as a whole, unless it is written to a string: at most 64 KiB and the
