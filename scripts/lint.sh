@@ -3,12 +3,13 @@
 # Names the folders whose headers the files of a folder may include, besides their own.
 known_to() {
     case $1 in
-        src/dom | tools/manual | tools/terminal) ;;
+        src/dom | extras/* | tools/manual | tools/terminal) ;;
         src/*) echo dom ;;
         tools) echo commands manual terminal ;;
         tools/commands) echo paths reading terminal trees writing ;;
         tools/paths) echo terminal trees ;;
-        tools/reading | tools/trees) echo terminal ;;
+        tools/reading) echo reader terminal ;;
+        tools/trees) echo terminal ;;
         tools/writing) echo reading terminal trees ;;
     esac
 }
@@ -25,7 +26,7 @@ check_directions() {
     local folder status=0
     while read -r folder; do
         ! wrong_includes "$folder" || status=1
-    done < <(find src tools -name '*.cpp' -printf '%h\n' | sort --unique)
+    done < <(find src extras tools -name '*.h' -printf '%h\n' -o -name '*.cpp' -printf '%h\n' | sort --unique)
     return "$status"
 }
 

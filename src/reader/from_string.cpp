@@ -28,6 +28,7 @@
 #include "quxml/Document.h"
 #include "quxml/DomParserError.h"
 #include "quxml/Element.h"
+#include "reader/entity_loop.h"
 
 namespace quxml {
 
@@ -52,10 +53,8 @@ void silence_libxml2() {
 #endif
 }
 
-#if LIBXML_VERSION < 21100
-/// While it lives, a parse on this thread is stopped once libxml2 has found a loop of entities in a DTD.
-/// Versions before 2.11 report the loop and go on, and a few hundred bytes of parameter entities keep them
-/// going for ever. In the content of a document they stop by themselves.
+#ifdef QUXML_ENTITY_LOOPS_GO_ON
+/// While it lives, a parse on this thread is stopped once libxml2 has found an endless loop of entities.
 class EntityLoopGuard {
 public:
     EntityLoopGuard() : former_handler(xmlStructuredError), former_context(xmlStructuredErrorContext) {
@@ -73,7 +72,7 @@ private:
         if (guard->former_handler != nullptr)
             guard->former_handler(guard->former_context, error);
         auto* parser = static_cast<xmlParserCtxtPtr>(error->ctxt);
-        if (error->code == XML_ERR_ENTITY_LOOP && parser->instate == XML_PARSER_DTD)
+        if (goes_on_for_ever(*error, *parser))
             xmlStopParser(parser);
     }
 

@@ -16,6 +16,7 @@
 #include <new>
 #include <utility>
 
+#include "reader/entity_loop.h"
 #include "reading/libxml2_owners.h"
 
 namespace tool {
@@ -165,17 +166,8 @@ Problem to_problem(const xmlError& error) {
     return {error.level == XML_ERR_FATAL, error.line, error.int2, message};
 }
 
-/// Versions of libxml2 before 2.11 run forever in some loops of entities of a DOCTYPE.
-bool is_endless([[maybe_unused]] const xmlError& error, [[maybe_unused]] const xmlParserCtxt& parser) {
-#if LIBXML_VERSION < 21100
-    return error.code == XML_ERR_ENTITY_LOOP && parser.instate == XML_PARSER_DTD;
-#else
-    return false;
-#endif
-}
-
 void on_problem(void* context, const xmlError& error) {
-    auto* parser = static_cast<xmlParserCtxtPtr>(context);
+    [[maybe_unused]] auto* parser = static_cast<xmlParserCtxtPtr>(context);
     Reading& reading = get_reading(context);
     reading.out_of_memory = reading.out_of_memory || error.code == XML_ERR_NO_MEMORY;
     try {
@@ -183,8 +175,10 @@ void on_problem(void* context, const xmlError& error) {
     } catch (const std::bad_alloc&) {
         reading.out_of_memory = true;
     }
-    if (is_endless(error, *parser))
+#ifdef QUXML_ENTITY_LOOPS_GO_ON
+    if (quxml::goes_on_for_ever(error, *parser))
         xmlStopParser(parser);
+#endif
 }
 
 void set_handlers(xmlSAXHandler& handlers) {
