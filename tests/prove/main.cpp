@@ -9,7 +9,6 @@
 //   positions  the predicates about position() and last(), with all pairs of numbers at borders, on lists of 0 to 5.
 //   case       all pairs of bytes, in four locales.
 
-#include <array>
 #include <climits>
 #include <cstdint>
 #include <cstdio>
@@ -19,6 +18,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "dom/CaseFold.h"
@@ -43,7 +43,7 @@ public:
     std::optional<std::string> counterexample;
 };
 
-// -- escaping
+// ---- Escaping ----
 
 using Writer = std::function<void(const std::string& text, std::string& out)>;
 
@@ -188,7 +188,7 @@ void write_with_fault(const std::string& text, std::string& out) {
         out.replace(out.size() - 6, 6, "'");
 }
 
-// -- integers
+// ---- Integers ----
 
 /// What becomes of a text: a number, nothing, or "too large".
 struct Reading {
@@ -285,7 +285,7 @@ void prove_integers(const Reader& read, Proof& proof) {
     holds_for_short_texts(read, proof);
 }
 
-// -- positions
+// ---- Positions ----
 
 /// A predicate for a list of so many nodes, and which of them it selects, counted from 1.
 using Selector = std::function<std::vector<unsigned int>(const std::string& predicate, unsigned int count)>;
@@ -390,7 +390,7 @@ void prove_positions(const Selector& select, Proof& proof) {
     }
 }
 
-// -- case
+// ---- Case ----
 
 using Comparator = std::function<bool(const quxml::CaseFold& fold, char a, char b)>;
 
@@ -423,16 +423,18 @@ void prove_case(const Comparator& compare, Proof& proof) {
     }
 }
 
-// -- all of them
+// ---- All of them ----
 
 /// Makes the text visible: bytes other than printable ones in hexadecimal.
 std::string to_visible(const std::string& text) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
     std::string visible;
     for (const char c : text) {
-        std::array<char, 8> code = {};
-        std::snprintf(code.data(), code.size(), c >= ' ' && c <= '~' ? "%c" : "\\x%02X",
-                      static_cast<unsigned int>(static_cast<unsigned char>(c)));
-        visible += code.data();
+        const unsigned int byte = static_cast<unsigned char>(c);
+        if (c >= ' ' && c <= '~')
+            visible += c;
+        else
+            visible.append("\\x").append(1, digits[byte / 16]).append(1, digits[byte % 16]);
     }
     return visible;
 }
@@ -462,7 +464,8 @@ bool prove(const char* name, void (*make)(const Version&, Proof&), const Version
 }  // namespace
 
 int main() {
-    std::setvbuf(stdout, nullptr, _IOLBF, 0);
+    // Lines appear as they are printed; if that cannot be had, they appear later.
+    static_cast<void>(std::setvbuf(stdout, nullptr, _IOLBF, 0));
     bool holds = prove<Comparator>("case", prove_case, compare_with_fault, compare_by_library);
     holds = prove<Selector>("positions", prove_positions, select_with_fault, select_by_library) && holds;
     holds = prove<Reader>("integers", prove_integers, read_with_fault, read_by_library) && holds;
