@@ -1,4 +1,4 @@
-# Checks the formatting and which folder includes which, then runs clang-tidy and shellcheck; fails on any finding.
+# Checks formatting, includes and comments, then runs clang-tidy and shellcheck; fails on any finding.
 
 # Names the folders whose headers the files of a folder may include, besides their own.
 known_to() {
@@ -30,12 +30,22 @@ check_directions() {
     return "$status"
 }
 
+# Fails if a comment says that something is deliberate and names no test that pins it.
+check_deliberate() {
+    find include src extras tools -name '*.h' -o -name '*.cpp' | sort | xargs awk '
+        /Deliberate:/ { place = FILENAME ":" FNR }
+        /Tests?:/ { place = "" }
+        place != "" && !/\/\// { print place ": names no test"; place = ""; status = 1 }
+        END { exit status }'
+}
+
 refuse_arguments "$@"
 need_to_build_with libcli11-dev libboost-dev libgtest-dev libpugixml-dev libtinyxml2-dev clang clang-format-14 \
     clang-tidy-14 shellcheck
 configure clang
 quietly shellcheck tests/*/*.sh tests/*/*/*.sh
 quietly check_directions
+quietly check_deliberate
 cpp_files | quietly xargs clang-format-14 --dry-run --Werror
 cpp_files | grep '\.cpp$' | quietly xargs --max-procs="$(nproc)" --max-args=1 clang-tidy-14 --quiet -p build/clang
 quietly shellcheck --shell=bash dev .ci/run scripts/*.sh scripts/support/*.sh

@@ -45,7 +45,9 @@ using StringComparator = std::function<bool(const std::string&, const std::strin
 /// predicate:
 ///
 ///     [@key] [@key =value]          Deliberate: the character before "=" does not belong to the name,
-///                                   and the value is compared as it stands, quotes included
+///                                   and the value is compared as it stands, quotes included. Tests:
+///                                   Rows/AttributeMatches.is_decided/it_is_deliberate_that_the_character_before_the_equals_sign_is_dropped,
+///                                   Attributes/SingleNode.selects/it_is_deliberate_that_quotes_are_compared
 ///     [child='text']                as above
 ///     [2]                           an element whose item is "2"; one without an item counts as item "1"
 ///     anything else, last() too     compared with the item, so `//x[last()]` finds nothing
@@ -74,6 +76,8 @@ public:
     ///
     /// Deliberate: the results are never cleared. A second `find` on the same helper returns the nodes of
     /// both, except that an empty path, or one of white space only, returns an empty set.
+    /// Tests: Handlers.it_is_deliberate_that_results_of_several_queries_add_up,
+    /// Handlers.an_empty_path_gives_an_empty_set_though_results_are_held.
     /// \param node the start node, borrowed; nothing is selected if it is null.
     /// \param path white space around it is removed.
     /// \return a copy of the results; the pointers are borrowed.
@@ -125,6 +129,8 @@ public:
     ///
     /// Deliberate: `>` and `>=` set the second bound to `count`, so the last node is left out; `<=` and `>=`
     /// always throw, because their number is read from the "=" on.
+    /// Tests: Position/Positional.selects/it_is_deliberate_that_greater_leaves_out_the_last,
+    /// Position/Positional.selects/it_is_deliberate_that_less_or_equal_throws.
     std::pair<unsigned int, unsigned int> get_position_range(const std::string& predicate,
                                                              unsigned int count) const;
 

@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 #include <new>
+#include <stdexcept>
 #include <string>
 
 #include "quxml/extras/extras.h"
@@ -138,7 +139,7 @@ bool run_with_failure(const Operation& operation, std::size_t number, bool keeps
     return is_reached;
 }
 
-TEST(ExtrasMemoryFailure, IsBadAllocAndLeavesAWholeTree) {
+TEST(ExtrasMemoryFailure, is_bad_alloc_and_leaves_a_whole_tree) {
     for (const Operation& operation : operations()) {
         for (const bool keeps_failing : {false, true}) {
             std::size_t number = 1;
@@ -149,7 +150,7 @@ TEST(ExtrasMemoryFailure, IsBadAllocAndLeavesAWholeTree) {
     }
 }
 
-TEST(ExtrasMemoryFailure, LeavesTheFileAndNothingElse) {
+TEST(ExtrasMemoryFailure, leaves_the_file_and_nothing_else) {
     std::string folder = ::testing::TempDir() + "quxml-extras-XXXXXX";
     ASSERT_NE(::mkdtemp(folder.data()), nullptr);
     const std::string name = folder + "/a.xml";
@@ -178,7 +179,16 @@ TEST(ExtrasMemoryFailure, LeavesTheFileAndNothingElse) {
     EXPECT_EQ(::rmdir(folder.c_str()), 0) << "nothing else is in it";
 }
 
-TEST(ExtrasMemory, RangesAndLookUpsTakeNone) {
+TEST(SortedChildrenMemory, of_a_child_whose_item_is_refused_is_freed_which_is_wanted) {
+    Document document(true);
+    SortedChildren adder(*document.create_root_node("r"));
+    adder.add("a", 1);
+    const std::size_t blocks = cpp_heap().blocks;
+    EXPECT_THROW(adder.add("a", "99999999999"), std::out_of_range);
+    EXPECT_EQ(cpp_heap().blocks, blocks);
+}
+
+TEST(ExtrasMemory, ranges_and_look_ups_take_none) {
     Document document(false);
     Element& root = *build(document, tree);
     const std::string name = "b" + lengthy;
@@ -201,7 +211,7 @@ TEST(ExtrasMemory, RangesAndLookUpsTakeNone) {
 }
 
 // A text of any length is written to a file with the memory that one piece takes.
-TEST(ExtrasMemory, WritingToAFileTakesNoMoreForALargerDocument) {
+TEST(ExtrasMemory, writing_to_a_file_takes_no_more_for_a_larger_document) {
     Document document(false);
     Element* root = document.create_root_node("r");
     const int file = ::open("/dev/null", O_WRONLY);
@@ -215,7 +225,7 @@ TEST(ExtrasMemory, WritingToAFileTakesNoMoreForALargerDocument) {
     EXPECT_GT(document.write_to_string().size(), 2000000U);
 }
 
-TEST(ExtrasOnDeepTrees, TakeNoMoreStack) {
+TEST(ExtrasOnDeepTrees, take_no_more_stack) {
     constexpr std::size_t levels = 1000000;
     Document document(false);
     Document other(false);

@@ -50,7 +50,8 @@ public:
 
     /// As `Node::add_child(name, item)`.
     /// \throws std::out_of_range ("stoi") exactly when `Node::add_child` would throw it; nothing has been
-    ///     added. Deliberate: the child is freed, while `Node::add_child` frees it no more.
+    ///     added. Deliberate: the child is freed, while `Node::add_child` does not free it.
+    ///     Test: SortedChildrenMemory.of_a_child_whose_item_is_refused_is_freed_which_is_wanted.
     Element* add(const std::string& name, const std::string& item);
 
     /// As above with the item in decimal.
