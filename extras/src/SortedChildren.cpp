@@ -227,7 +227,7 @@ struct Group {
     explicit Group(NodeList::iterator first_child) : first(first_child) {}
 
     NodeList::iterator first;
-    NodeList::iterator wall;  // the first that is not an element, if there is one; nothing is added behind it
+    NodeList::iterator wall;  // the first that is not an element, if there is one; nothing is added after it
     bool has_wall = false;
     Items items;
 };
@@ -242,7 +242,7 @@ public:
         if (!Fields::is_kept_sorted(parent))
             return;
         for (auto child = children.begin(); child != children.end(); ++child)
-            note(child);
+            take_up_former(child);
         size = children.size();
     }
 
@@ -263,8 +263,8 @@ private:
         return entries.emplace_back(item, static_cast<unsigned>(random()));
     }
 
-    /// Takes up a child that was there before, behind all that have been taken up.
-    void note(NodeList::iterator child) {
+    /// Takes up a child that was there before, after all that have been taken up.
+    void take_up_former(NodeList::iterator child) {
         const std::string& name = Fields::name_of(**child);
         if (!groups.empty() && name < groups.rbegin()->first)
             return;
@@ -292,7 +292,7 @@ private:
         auto group = groups.lower_bound(name);
         const bool is_new = group == groups.end() || group->first != name;
         try {
-            const NodeList::iterator place = is_new ? get_first(group) : find_place(group, entry);
+            const auto place = is_new ? get_first(group) : find_place(group, entry);
             if (is_new)
                 group = groups.emplace_hint(group, name, place);
             parent.insert_node(child, place);
@@ -306,7 +306,7 @@ private:
         }
     }
 
-    /// The first child of a group; the end of the children behind the last group.
+    /// The first child of a group; the end of the children after the last group.
     NodeList::iterator get_first(Groups::iterator group) {
         return group == groups.end() ? children.end() : group->second.first;
     }
@@ -323,9 +323,9 @@ private:
         return stopping->place;
     }
 
-    /// \param next the child behind the new one.
+    /// \param next the child after the new one.
     static void take_up(Group& group, NodeList::iterator next, Entry* entry) noexcept {
-        const NodeList::iterator place = std::prev(next);
+        const auto place = std::prev(next);
         if (group.first == next)
             group.first = place;
         if (entry != nullptr) {
@@ -339,7 +339,8 @@ private:
     std::size_t size = 0;
     Groups groups;
     std::deque<Entry> entries;
-    std::minstd_rand random;  // the same each time: the tree's shape follows from the additions
+    // Seeded the same each time, so the shape of the tree follows from the additions.
+    std::minstd_rand random;  // NOLINT(cert-msc32-c,cert-msc51-cpp): no secret
 };
 
 SortedChildren::SortedChildren(Element& parent) : index(std::make_unique<Index>(parent)) {}

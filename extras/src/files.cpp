@@ -1,13 +1,13 @@
 #include "quxml/extras/files.h"
 
 #include <fcntl.h>
-#include <limits.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
 #include <chrono>
+#include <climits>
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
@@ -21,7 +21,7 @@ namespace extras {
 
 namespace {
 
-std::string describe(const std::string& file, int line, int column, const std::string& reason) {
+std::string make_message(const std::string& file, int line, int column, const std::string& reason) {
     const std::string place = line == 0 ? "" : ':' + std::to_string(line) + ':' + std::to_string(column);
     return file + place + ": " + reason;
 }
@@ -30,7 +30,7 @@ std::string describe(const std::string& file, int line, int column, const std::s
 
 FileError::FileError(const std::string& file_name, int error_line, int error_column,
                      const std::string& reason)
-    : std::runtime_error(describe(file_name, error_line, error_column, reason)),
+    : std::runtime_error(make_message(file_name, error_line, error_column, reason)),
       file(std::make_shared<const std::string>(file_name)),
       line(error_line),
       column(error_column) {}
@@ -120,7 +120,7 @@ std::string read_text(const std::string& name) {
     }
 }
 
-/// The number behind `label` at the end of a message of the reader; the label and the number are cut off. 0 if
+/// The number after `label` at the end of a message of the reader; the label and the number are cut off. 0 if
 /// there is none.
 int take_number(std::string& message, const std::string& label) {
     const std::size_t at = message.rfind(label);
@@ -162,7 +162,10 @@ std::string follow_links(std::string name) {
             return name;
         }
         const std::string next(target.data(), static_cast<std::size_t>(size));
-        name = next[0] == '/' ? next : name.substr(0, name.rfind('/') + 1) + next;
+        if (next[0] == '/')
+            name.clear();
+        name.resize(name.rfind('/') + 1);
+        name += next;
     }
     errno = ELOOP;
     require(false);

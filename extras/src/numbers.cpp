@@ -106,28 +106,28 @@ std::size_t skip_digits(std::string_view text, std::size_t at) {
     return at;
 }
 
-/// Whether the text is [-]digits[.digits][e[+-]digits], with a digit before or behind the point.
+/// Skips digits[.digits], with a digit before or after the point. Returns `at` if there is no digit.
+std::size_t skip_mantissa(std::string_view text, std::size_t at) {
+    const std::size_t point = skip_digits(text, at);
+    if (point == text.size() || text[point] != '.')
+        return point;
+    const std::size_t end = skip_digits(text, point + 1);
+    return end - at > 1 ? end : at;
+}
+
+/// Whether the text is e[+-]digits.
+bool is_exponent(std::string_view text) {
+    if (text.empty() || (text[0] != 'e' && text[0] != 'E'))
+        return false;
+    const std::size_t first = text.size() > 1 && (text[1] == '-' || text[1] == '+') ? 2 : 1;
+    return first < text.size() && skip_digits(text, first) == text.size();
+}
+
+/// Whether the text is [-]digits[.digits][e[+-]digits], with a digit before or after the point.
 bool is_decimal_number(std::string_view text) {
     const std::size_t first = !text.empty() && text[0] == '-' ? 1 : 0;
-    std::size_t at = skip_digits(text, first);
-    std::size_t digits = at - first;
-    if (at < text.size() && text[at] == '.') {
-        const std::size_t end = skip_digits(text, at + 1);
-        digits += end - at - 1;
-        at = end;
-    }
-    if (digits == 0)
-        return false;
-    if (at < text.size() && (text[at] == 'e' || text[at] == 'E')) {
-        ++at;
-        if (at < text.size() && (text[at] == '-' || text[at] == '+'))
-            ++at;
-        const std::size_t end = skip_digits(text, at);
-        if (end == at)
-            return false;
-        at = end;
-    }
-    return at == text.size();
+    const std::size_t end = skip_mantissa(text, first);
+    return end != first && (end == text.size() || is_exponent(text.substr(end)));
 }
 
 /// Whether a number that was read as zero is one, and not just too small to be told from it.

@@ -18,7 +18,7 @@
 namespace quxml {
 namespace extras {
 
-// ---- Comparing
+// ---- Comparing ----
 
 namespace {
 
@@ -42,7 +42,7 @@ bool is_same_node(const Node& one, const Node& other) {
     return typeid(one) == typeid(other) && name_of(one) == name_of(other);
 }
 
-/// Two nodes at the same place of two trees; both null behind the last one.
+/// Two nodes at the same place of two trees; both null after the last one.
 struct Place {
     const Node* one;
     const Node* other;
@@ -85,7 +85,7 @@ bool is_same_tree(const Node& one, const Node& other) {
     return place.is_neither();
 }
 
-// ---- Merging
+// ---- Merging ----
 
 namespace {
 
@@ -164,7 +164,7 @@ void merge(Element& onto, const Element& from, const std::string& key) {
     }
 }
 
-// ---- Moving
+// ---- Moving ----
 
 namespace {
 
@@ -215,7 +215,7 @@ private:
     Element* parent;
     Node* previous;
     Node* next;
-    NodeList::iterator place;  // of the node behind this one
+    NodeList::iterator place;  // of the node after this one
     NodeList entry;            // of this one, for its return
 };
 
@@ -239,7 +239,7 @@ void move_to(Node& node, Element& parent) {
     taken.keep_out();
 }
 
-// ---- Removing
+// ---- Removing ----
 //
 // `Node::remove_child` searches the children for the one that goes. Here all that go from one element are taken
 // out in one walk over its children.

@@ -214,7 +214,7 @@ private:
 void write(Output out, const Document& document, const Layout& layout) {
     TextSink sink(out);
     if (layout.has_declaration)
-        sink.text() += layout.is_formatted ? "<?xml version=\"1.0\"?>\n" : "<?xml version=\"1.0\"?>";
+        sink.text() += layout.is_formatted ? "<?xml version=\"1.0\"?>\n" : R"(<?xml version="1.0"?>)";
     if (const Element* root = document.get_root_node())
         TreeWriter(sink, layout).write(*root);
     sink.flush();

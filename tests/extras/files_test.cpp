@@ -90,7 +90,7 @@ protected:
     const std::string written = "<?xml version=\"1.0\"?>\n<r a=\"1 &amp; 2\">\n  <b>text</b>\n</r>\n";
 };
 
-TEST_F(Files, AreReadIntoDocuments) {
+TEST_F(Files, are_read_into_documents) {
     const std::string name = put("a.xml", "<r><b/><a/></r>");
     EXPECT_EQ(to_line(read_file(name)->get_root_node()), "r{b a}");
     EXPECT_EQ(to_line(read_file(name, true)->get_root_node()), "r{a b}");
@@ -98,14 +98,14 @@ TEST_F(Files, AreReadIntoDocuments) {
     EXPECT_EQ(read_file(large)->get_root_node()->get_child_text()->get_content().size(), 300000U);
 }
 
-TEST_F(Files, ThatCannotBeReadAreNamed) {
+TEST_F(Files, that_cannot_be_read_are_named) {
     EXPECT_THROW_MESSAGE(read_file(folder + "none.xml"), FileError,
                          folder + "none.xml: No such file or directory");
     EXPECT_THROW_MESSAGE(read_file(folder), FileError, folder + ": Is a directory");
     EXPECT_THROW_MESSAGE(read_file(""), FileError, ": No such file or directory");
 }
 
-TEST_F(Files, ThatAreNotXmlAreNamedWithLineAndColumn) {
+TEST_F(Files, that_are_not_xml_are_named_with_line_and_column) {
     const std::string name = put("a.xml", "<r>\n  <b>\n</r>");
     try {
         read_file(name);
@@ -120,7 +120,7 @@ TEST_F(Files, ThatAreNotXmlAreNamedWithLineAndColumn) {
     EXPECT_THROW_MESSAGE(read_file(put("empty.xml", "")), FileError, folder + "empty.xml: Empty document.");
 }
 
-TEST_F(Files, AreCreatedWithTheModeOfNewFiles) {
+TEST_F(Files, are_created_with_the_mode_of_new_files) {
     const std::string name = folder + "a.xml";
     const mode_t former = ::umask(027);
     write_file(name, document);
@@ -130,7 +130,7 @@ TEST_F(Files, AreCreatedWithTheModeOfNewFiles) {
     EXPECT_EQ(list().size(), 1U);
 }
 
-TEST_F(Files, AreReplacedAndKeepTheirMode) {
+TEST_F(Files, are_replaced_and_keep_their_mode) {
     const std::string name = put("a.xml", "old");
     for (const mode_t mode : {0600U, 0644U, 0664U, 0755U}) {
         ASSERT_EQ(::chmod(name.c_str(), mode), 0);
@@ -143,7 +143,7 @@ TEST_F(Files, AreReplacedAndKeepTheirMode) {
     EXPECT_EQ(get(name), to_text(document));
 }
 
-TEST_F(Files, AreReplacedInTheCurrentFolder) {
+TEST_F(Files, are_replaced_in_the_current_folder) {
     const std::string former = [] {
         std::string name(4096, '\0');
         return std::string(::getcwd(name.data(), name.size()));
@@ -155,7 +155,7 @@ TEST_F(Files, AreReplacedInTheCurrentFolder) {
     ASSERT_EQ(::chdir(former.c_str()), 0);
 }
 
-TEST_F(Files, AreReplacedBehindSymbolicLinks) {
+TEST_F(Files, are_replaced_where_symbolic_links_lead) {
     put("a.xml", "old");
     ASSERT_EQ(::symlink("a.xml", (folder + "one").c_str()), 0);
     ASSERT_EQ(::symlink((folder + "one").c_str(), (folder + "two").c_str()), 0);
@@ -170,7 +170,7 @@ TEST_F(Files, AreReplacedBehindSymbolicLinks) {
                          folder + "loop: Too many levels of symbolic links");
 }
 
-TEST_F(Files, StayAsTheyAreIfTheyCannotBeReplaced) {
+TEST_F(Files, stay_as_they_are_if_they_cannot_be_replaced) {
     EXPECT_THROW_MESSAGE(write_file(folder + "none/a.xml", document), FileError,
                          folder + "none/a.xml: No such file or directory");
     EXPECT_THROW_MESSAGE(write_file(folder, document), FileError, folder + ": Is a directory");
@@ -178,7 +178,7 @@ TEST_F(Files, StayAsTheyAreIfTheyCannotBeReplaced) {
     EXPECT_TRUE(list().empty());
 }
 
-TEST_F(Files, StayAsTheyAreIfWhatWritesThemFails) {
+TEST_F(Files, stay_as_they_are_if_what_writes_them_fails) {
     const std::string name = put("a.xml", "old");
     EXPECT_THROW(replace_file(name, [](FileDescriptor /*file*/) { throw std::bad_alloc(); }), std::bad_alloc);
     EXPECT_THROW(replace_file(name, [](FileDescriptor /*file*/) { throw std::logic_error("mine"); }),
@@ -191,7 +191,7 @@ TEST_F(Files, StayAsTheyAreIfWhatWritesThemFails) {
     EXPECT_EQ(list().size(), 1U);
 }
 
-TEST_F(Files, AreWholeForWhoeverReadsThemMeanwhile) {
+TEST_F(Files, are_whole_for_whoever_reads_them_meanwhile) {
     Document large(false);
     Element* root = large.create_root_node("r");
     for (int i = 0; i < 2000; ++i)
@@ -215,7 +215,7 @@ TEST_F(Files, AreWholeForWhoeverReadsThemMeanwhile) {
     EXPECT_GT(reads, 0U);
 }
 
-TEST_F(Files, ThatMustNotBeWrittenAreNotReplaced) {
+TEST_F(Files, that_must_not_be_written_are_not_replaced) {
     if (::geteuid() == 0)
         GTEST_SKIP() << "root may write everything";
     const std::string name = put("a.xml", "old");

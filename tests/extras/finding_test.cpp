@@ -44,7 +44,7 @@ protected:
               " book(id=2){title{\"Faust\"} part(id=4){book(id=5)}} book(id=03,year=2001)}");
 };
 
-TEST_F(Finding, GivesElementsInDocumentOrder) {
+TEST_F(Finding, gives_elements_in_document_order) {
     EXPECT_EQ(ids("catalog/book"), "3 1 2 03");
     EXPECT_EQ(ids("//*"), "3  1  n 2  4 5 03") << "the root and the titles have no id";
     EXPECT_EQ(ids("catalog/"), "3 1 n 2 03") << "without the text";
@@ -52,15 +52,15 @@ TEST_F(Finding, GivesElementsInDocumentOrder) {
     EXPECT_EQ(ids(""), "");
 }
 
-TEST_F(Finding, GivesTheFirstInDocumentOrder) {
+TEST_F(Finding, gives_the_first_in_document_order) {
     EXPECT_EQ(find_first(*root, "//book")->get_attribute_value("id"), "3");
-    EXPECT_EQ(find_first(*root, "catalog/"), find_first(*root, "//book")) << "the text is no element";
+    EXPECT_EQ(find_first(*root, "catalog/"), find_first(*root, "//book")) << "the text is not an element";
     EXPECT_EQ(find_first(*root, "//none"), nullptr);
     EXPECT_EQ(find_first(*root, "catalog/book", where("id") == "2")->get_attribute_value("id"), "2");
     EXPECT_EQ(find_first(*root, "catalog/book", where("id") == "9"), nullptr);
 }
 
-TEST_F(Finding, IsTheWholeWalkForAnyTreeAndAnyResult) {
+TEST_F(Finding, is_the_whole_walk_for_any_tree_and_any_result) {
     NodeSet all = root->find_exact_match("//*");
     std::vector<Node*> expected{root};
     for (Node& node : all_descendants(*root))
@@ -75,7 +75,7 @@ TEST_F(Finding, IsTheWholeWalkForAnyTreeAndAnyResult) {
     EXPECT_TRUE(in_document_order(*other.create_root_node("r"), all).empty());
 }
 
-TEST_F(Finding, ComparesValuesFromOutsideWhateverTheyHold) {
+TEST_F(Finding, compares_values_from_outside_whatever_they_hold) {
     for (const std::string value : {"3' or '1'='1", "']", "3]/../*[1", "", "*", "3\"", "@id"}) {
         EXPECT_EQ(ids(where("id") == value), "") << value;
         root->get_children().back()->set_name("book");
@@ -84,7 +84,7 @@ TEST_F(Finding, ComparesValuesFromOutsideWhateverTheyHold) {
     }
 }
 
-TEST_F(Finding, ComparesTextsAndTypedValues) {
+TEST_F(Finding, compares_texts_and_typed_values) {
     EXPECT_EQ(ids(where("id") == "3"), "3");
     EXPECT_EQ(ids(where("id") == 3), "3 03") << "as numbers";
     EXPECT_EQ(ids(where("id") != "3"), "1 2 03");
@@ -97,21 +97,21 @@ TEST_F(Finding, ComparesTextsAndTypedValues) {
     EXPECT_EQ(ids(where("year").exists()), "3 1 03");
 }
 
-TEST_F(Finding, ComparesTheTextsOfChildren) {
+TEST_F(Finding, compares_the_texts_of_children) {
     EXPECT_EQ(ids(where_text("title") == "Faust"), "2");
     EXPECT_EQ(ids(where_text("title") == ""), "1");
     EXPECT_EQ(ids(where_text("title") != "Faust"), "3 1");
     EXPECT_EQ(ids(where_text("title").exists()), "3 1 2");
 }
 
-TEST_F(Finding, TakesAnyCondition) {
+TEST_F(Finding, takes_any_condition) {
     EXPECT_EQ(ids([](const Element& book) { return !elements(book, "part").empty(); }), "2");
     const std::string name = "id";
     const Condition kept = where(std::string("id")) == std::string("2");
     EXPECT_EQ(ids(kept), "2") << "a condition owns what it compares with";
 }
 
-TEST_F(Finding, LetsErrorsThrough) {
+TEST_F(Finding, lets_errors_through) {
     EXPECT_THROW(find_elements(*root, "catalog/book[@a=b=c]"), std::invalid_argument);
     EXPECT_THROW(find_first(*root, "catalog/book",
                             [](const Element& /*element*/) -> bool { throw std::logic_error("mine"); }),

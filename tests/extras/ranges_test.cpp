@@ -58,7 +58,7 @@ protected:
     Element* root = build(document, library);
 };
 
-TEST_F(Ranges, VisitTheChildrenThatAreAskedFor) {
+TEST_F(Ranges, visit_the_children_that_are_asked_for) {
     EXPECT_EQ(visited(children(*root)), "\"t1\" shelf \"t2\" note shelf");
     EXPECT_EQ(visited(elements(*root)), "shelf note shelf");
     EXPECT_EQ(visited(elements(*root, "shelf")), "shelf shelf");
@@ -67,11 +67,11 @@ TEST_F(Ranges, VisitTheChildrenThatAreAskedFor) {
     EXPECT_EQ(visited(elements(*root, std::string_view("shelf"))), "shelf shelf");
     static_assert(!std::is_constructible<LastingName, std::string&&>::value, "a temporary is refused");
     EXPECT_EQ(visited(elements(*root, "Shelf")), "");
-    EXPECT_EQ(visited(elements(*root, "")), "") << "text has the empty name, and is no element";
+    EXPECT_EQ(visited(elements(*root, "")), "") << "text has the empty name, and is not an element";
     EXPECT_EQ(visited(texts(*root)), "\"t1\" \"t2\"");
 }
 
-TEST_F(Ranges, VisitWhatIsBelowInDocumentOrder) {
+TEST_F(Ranges, visit_what_is_below_in_document_order) {
     EXPECT_EQ(visited(descendants(*root)), "shelf book title book note shelf");
     EXPECT_EQ(visited(descendants(*root, "book")), "book book");
     EXPECT_EQ(visited(all_descendants(*root)), "\"t1\" shelf book title \"Emma\" book \"t2\" note shelf");
@@ -79,13 +79,13 @@ TEST_F(Ranges, VisitWhatIsBelowInDocumentOrder) {
     EXPECT_EQ(visited(descendants(*root->get_child("note"))), "");
 }
 
-TEST_F(Ranges, ClimbToTheRoot) {
+TEST_F(Ranges, climb_to_the_root) {
     const Element& title = *std::next(descendants(*root).begin(), 2);
     EXPECT_EQ(visited(ancestors(title)), "book shelf library");
     EXPECT_TRUE(ancestors(*root).empty());
 }
 
-TEST_F(Ranges, VisitAttributesInOrder) {
+TEST_F(Ranges, visit_attributes_in_order) {
     root->set_attribute("b", "1");
     root->set_attribute("a", "2");
     std::string seen;
@@ -95,25 +95,25 @@ TEST_F(Ranges, VisitAttributesInOrder) {
     EXPECT_TRUE(attributes(*static_cast<Element*>(root->get_child("note"))).empty());
 }
 
-TEST_F(Ranges, KnowWhetherTheyAreEmpty) {
+TEST_F(Ranges, know_whether_they_are_empty) {
     Element& note = *static_cast<Element*>(root->get_child("note"));
     EXPECT_TRUE(children(note).empty() && elements(note).empty() && texts(note).empty() &&
                 descendants(note).empty() && ancestors(*root).empty());
     EXPECT_FALSE(children(*root).empty() || elements(*root, "note").empty() || ancestors(note).empty());
 }
 
-TEST_F(Ranges, GiveConstantNodesFromConstantNodes) {
+TEST_F(Ranges, give_constant_nodes_from_constant_nodes) {
     const Element& constant = *root;
-    static_assert(std::is_same<decltype(*elements(constant).begin()), const Element&>::value, "");
-    static_assert(std::is_same<decltype(*elements(*root).begin()), Element&>::value, "");
-    static_assert(std::is_same<decltype(*texts(constant).begin()), const TextNode&>::value, "");
-    static_assert(std::is_same<decltype(*descendants(constant).begin()), const Element&>::value, "");
-    static_assert(std::is_same<decltype(*ancestors(constant).begin()), const Element&>::value, "");
-    static_assert(std::is_same<decltype(*attributes(constant).begin()), const Attribute&>::value, "");
+    static_assert(std::is_same<decltype(*elements(constant).begin()), const Element&>::value);
+    static_assert(std::is_same<decltype(*elements(*root).begin()), Element&>::value);
+    static_assert(std::is_same<decltype(*texts(constant).begin()), const TextNode&>::value);
+    static_assert(std::is_same<decltype(*descendants(constant).begin()), const Element&>::value);
+    static_assert(std::is_same<decltype(*ancestors(constant).begin()), const Element&>::value);
+    static_assert(std::is_same<decltype(*attributes(constant).begin()), const Attribute&>::value);
     EXPECT_EQ(visited(children(constant)), visited(children(*root)));
 }
 
-TEST_F(Ranges, WorkWithTheStandardAlgorithms) {
+TEST_F(Ranges, work_with_the_standard_algorithms) {
     const auto shelves = elements(*root, "shelf");
     EXPECT_EQ(std::distance(shelves.begin(), shelves.end()), 2);
     const auto found = std::find_if(shelves.begin(), shelves.end(), [](const Element& shelf) {
@@ -126,14 +126,14 @@ TEST_F(Ranges, WorkWithTheStandardAlgorithms) {
     EXPECT_EQ(first, found);
 }
 
-TEST_F(Ranges, TakeNodesOfDerivedClassesForWhatTheyAre) {
+TEST_F(Ranges, take_nodes_of_derived_classes_for_what_they_are) {
     root->add_new_node(new OwnElement("own", root));
     root->add_new_node(new OwnText(root));
     EXPECT_EQ(visited(elements(*root, "own")), "own");
     EXPECT_EQ(visited(texts(*root)), "\"t1\" \"t2\" \"own\"");
 }
 
-TEST_F(Ranges, AreSafeAgainstRemovingTheCurrentChild) {
+TEST_F(Ranges, are_safe_against_removing_the_current_child) {
     for (Element& shelf : elements(*root, "shelf"))
         root->remove_child(&shelf);
     EXPECT_EQ(to_line(root), "library{\"t1\" \"t2\" note}");
@@ -142,7 +142,7 @@ TEST_F(Ranges, AreSafeAgainstRemovingTheCurrentChild) {
     EXPECT_EQ(to_line(root), "library");
 }
 
-TEST_F(Ranges, AreSafeAgainstRemovingTheCurrentAttribute) {
+TEST_F(Ranges, are_safe_against_removing_the_current_attribute) {
     for (const char* name : {"a", "b", "c"})
         root->set_attribute(name, "");
     for (Attribute& attribute : attributes(*root)) {
@@ -152,7 +152,7 @@ TEST_F(Ranges, AreSafeAgainstRemovingTheCurrentAttribute) {
     EXPECT_EQ(root->get_attributes().size(), 1U);
 }
 
-TEST_F(Ranges, AreSafeAgainstMovingTheCurrentChildToTheFront) {
+TEST_F(Ranges, are_safe_against_moving_the_current_child_to_the_front) {
     std::string seen;
     for (Element& child : elements(*root)) {
         seen += child.get_name() + ' ';
@@ -186,7 +186,7 @@ void remove_picked_slowly(Node& node, unsigned mask, unsigned& place, std::strin
     }
 }
 
-TEST(Descendants, AreSafeAgainstRemovingAnyOfThem) {
+TEST(Descendants, are_safe_against_removing_any_of_them) {
     const std::string line = "r{a{b{c} d e{f g}} h i{j{k}} l}";
     for (unsigned mask = 0; mask < 1U << 12; ++mask) {
         std::string seen;
@@ -201,7 +201,7 @@ TEST(Descendants, AreSafeAgainstRemovingAnyOfThem) {
     }
 }
 
-TEST(Descendants, AreSafeAgainstReplacingEachOfThem) {
+TEST(Descendants, are_safe_against_replacing_each_of_them) {
     for (const bool keep_sorted : {false, true}) {
         Document tree(keep_sorted);
         Element* top = build(tree, "r{b{x{y}} c{x} d}");
@@ -219,7 +219,7 @@ TEST(Descendants, AreSafeAgainstReplacingEachOfThem) {
     }
 }
 
-TEST(Descendants, GoOnThroughANodeThatGetsSiblingsOnBothSides) {
+TEST(Descendants, go_on_through_a_node_that_gets_siblings_on_both_sides) {
     Document tree(true);
     Element* top = build(tree, "r{b{x} d}");
     std::string seen;
@@ -233,7 +233,7 @@ TEST(Descendants, GoOnThroughANodeThatGetsSiblingsOnBothSides) {
     EXPECT_EQ(seen, "bxcd");
 }
 
-TEST(Descendants, SeeWhatIsAddedBelowTheCurrentNodeIfItHasChildren) {
+TEST(Descendants, see_what_is_added_below_the_current_node_if_it_has_children) {
     Document tree(false);
     Element* top = build(tree, "r{a{b} c}");
     for (Element& element : descendants(*top))
@@ -242,7 +242,7 @@ TEST(Descendants, SeeWhatIsAddedBelowTheCurrentNodeIfItHasChildren) {
 }
 
 // Linear: removing the first or the last child takes no search, and neither does noticing it.
-TEST(Descendants, RemovesAHundredThousandChildrenOneByOne) {
+TEST(Descendants, removes_a_hundred_thousand_children_one_by_one) {
     Document tree(false);
     Element* top = tree.create_root_node("r");
     for (int i = 0; i < 100000; ++i)
@@ -252,7 +252,7 @@ TEST(Descendants, RemovesAHundredThousandChildrenOneByOne) {
     EXPECT_EQ(to_line(top), "r");
 }
 
-TEST(RangesOfABrokenOrder, FollowTheLinksAfterASortThatFailed) {
+TEST(RangesOfABrokenOrder, follow_the_links_after_a_sort_that_failed) {
     Document tree(false);
     Element* top = tree.create_root_node("r");
     for (const char* item : {"5", "4", "3", "99999999999", "2", "1"})

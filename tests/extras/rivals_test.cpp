@@ -23,7 +23,7 @@ using quxml::Attribute;
 using quxml::Document;
 using quxml::Element;
 
-/// The last column of the table behind the mark "rivals", without the marks of code.
+/// The last column of the table after the mark "rivals", without the marks of code.
 std::vector<std::string> read_table() {
     std::ifstream page(QUXML_EXTRAS_PAGE);
     std::vector<std::string> lines;
@@ -52,7 +52,7 @@ std::set<std::string> run_lines;
     __VA_ARGS__
 
 // clang-format off
-TEST(Rivals, EachLineOfTheTableRuns) {
+TEST(Rivals, each_line_of_the_table_runs) {
     const std::string file = ::testing::TempDir() + "quxml-rivals-" + std::to_string(::getpid());
     std::ofstream(file) << "<users><user id='7' port='81' on='yes' name='emma'><title>Dr</title><port>82</port></user>"
                            "<user id='8'/></users>";

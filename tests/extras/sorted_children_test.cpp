@@ -33,7 +33,7 @@ using Prepare = std::function<void(Element&)>;
 
 struct Addition {
     std::string name;
-    const char* item;  // null: added without one
+    const char* item = nullptr;  // null: added without one
 };
 
 /// Adds by `add`, and says whether that was refused.
@@ -135,7 +135,7 @@ std::vector<const char*> with_items_beyond_range() {
     return items;
 }
 
-TEST(SortedChildren, AddsWhatAddChildAdds) {
+TEST(SortedChildren, adds_what_add_child_adds) {
     Document document(true);
     Element* root = document.create_root_node("list");
     SortedChildren adder(*root);
@@ -149,7 +149,7 @@ TEST(SortedChildren, AddsWhatAddChildAdds) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(SortedChildren, GivesChildrenTheSwitchOfTheirParent) {
+TEST(SortedChildren, gives_children_the_switch_of_their_parent) {
     Document document(true);
     SortedChildren adder(*document.create_root_node("list"));
     Element* child = adder.add("x");
@@ -158,7 +158,7 @@ TEST(SortedChildren, GivesChildrenTheSwitchOfTheirParent) {
     EXPECT_EQ(to_line(child), "x{a b}");
 }
 
-TEST(SortedChildren, AppendsToAnElementThatIsNotKeptSorted) {
+TEST(SortedChildren, appends_to_an_element_that_is_not_kept_sorted) {
     Document document(false);
     Element* root = document.create_root_node("list");
     SortedChildren adder(*root);
@@ -170,7 +170,7 @@ TEST(SortedChildren, AppendsToAnElementThatIsNotKeptSorted) {
     EXPECT_EQ(to_line(root), "list{x(item=3) a x(item=99999999999) b x(item=1)}");
 }
 
-TEST(SortedChildren, RefusesAnItemBeyondTheRangeOfIntAndLeavesTheTree) {
+TEST(SortedChildren, refuses_an_item_beyond_the_range_of_int_and_leaves_the_tree) {
     Document document(true);
     Element* root = document.create_root_node("list");
     SortedChildren adder(*root);
@@ -185,7 +185,7 @@ TEST(SortedChildren, RefusesAnItemBeyondTheRangeOfIntAndLeavesTheTree) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(SortedChildren, DeliberateAnItemThatIsNoNumberIsComparedBeforeTheOtherIsRead) {
+TEST(SortedChildren, compares_an_item_that_is_not_a_number_before_it_reads_the_other_which_is_wanted) {
     Document document(true);
     Element* root = document.create_root_node("list");
     SortedChildren adder(*root);
@@ -194,7 +194,7 @@ TEST(SortedChildren, DeliberateAnItemThatIsNoNumberIsComparedBeforeTheOtherIsRea
     EXPECT_EQ(to_line(root), "list{x(item=99999999999) x(item=a)}");
 }
 
-TEST(SortedChildren, IsExactForEveryOrderOfUpToFourItemsOfAllKinds) {
+TEST(SortedChildren, is_exact_for_every_order_of_up_to_four_items_of_all_kinds) {
     const std::vector<const char*> items = {nullptr, "2", "10", "a", "!", "99999999999", ""};
     const std::size_t n = items.size();
     for (std::size_t i = 0; i < n * n * n * n; ++i) {
@@ -207,17 +207,17 @@ TEST(SortedChildren, IsExactForEveryOrderOfUpToFourItemsOfAllKinds) {
 
 class SortedChildrenAtRandom : public ::testing::TestWithParam<unsigned> {};
 
-TEST_P(SortedChildrenAtRandom, AreExactForFewNamesAndItemsOfAllKinds) {
+TEST_P(SortedChildrenAtRandom, are_exact_for_few_names_and_items_of_all_kinds) {
     Twins twins;
     add_at_random(twins, GetParam(), 300, 1, {"a", "b", "", "B"}, all_items);
 }
 
-TEST_P(SortedChildrenAtRandom, AreExactWithItemsBeyondTheRange) {
+TEST_P(SortedChildrenAtRandom, are_exact_with_items_beyond_the_range) {
     Twins twins;
     add_at_random(twins, GetParam(), 200, 1, {"a", "b"}, with_items_beyond_range());
 }
 
-TEST_P(SortedChildrenAtRandom, AreExactWhateverIsThereBefore) {
+TEST_P(SortedChildrenAtRandom, are_exact_whatever_is_there_before) {
     std::mt19937 random(GetParam());
     const std::vector<std::string> names = {"a", "b", "c", ""};
     const std::vector<const char*> items = with_items_beyond_range();
@@ -244,7 +244,7 @@ TEST_P(SortedChildrenAtRandom, AreExactWhateverIsThereBefore) {
 
 INSTANTIATE_TEST_SUITE_P(Seeds, SortedChildrenAtRandom, ::testing::Range(0U, 20U));
 
-TEST(SortedChildren, AreExactForManyNamesInAnyOrder) {
+TEST(SortedChildren, are_exact_for_many_names_in_any_order) {
     std::vector<std::string> names;
     for (int i = 0; i < 500; ++i)
         names.push_back("n" + std::to_string(i * 7919 % 1000));
@@ -253,7 +253,7 @@ TEST(SortedChildren, AreExactForManyNamesInAnyOrder) {
 }
 
 // Many small parents, so that the walks of `add_child` stay short: a million and a half additions in all.
-TEST(SortedChildren, AreExactForMillionsOfAdditions) {
+TEST(SortedChildren, are_exact_for_millions_of_additions) {
     const std::vector<const char*> items = with_items_beyond_range();
     std::mt19937 random(20);
     std::size_t additions = 0;
@@ -269,7 +269,7 @@ TEST(SortedChildren, AreExactForMillionsOfAdditions) {
 }
 
 #ifndef NDEBUG
-TEST(SortedChildrenDeathTest, NoticesThatSomebodyElseHasAddedAChild) {
+TEST(SortedChildrenDeathTest, notices_that_somebody_else_has_added_a_child) {
     Document document(true);
     Element* root = document.create_root_node("list");
     SortedChildren adder(*root);

@@ -41,7 +41,7 @@ std::string use_extras(unsigned seed) {
     return seen + to_text(*copy, Layout());
 }
 
-TEST(ExtrasThreads, UseTheirOwnDocumentsAtTheSameTimeAsIfEachWereAlone) {
+TEST(ExtrasThreads, use_their_own_documents_at_the_same_time_as_if_each_were_alone) {
     constexpr unsigned threads = 8;
     std::vector<std::string> seen(threads);
     std::vector<std::thread> running;

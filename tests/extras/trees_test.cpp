@@ -36,7 +36,7 @@ const char* const different_trees[] = {
     "a{b c}",     "a{c b}",     "a{b{c}}",      "a{b{c} b}",     "a{b b{c}}", "a{b{\"t\"}}",
     "a{b \"t\"}", "a{\"t\" b}", "a{b{c{d}} e}", "a{b{c{d} e}}"};
 
-TEST(IsSameTree, IsTrueForEqualTreesAlone) {
+TEST(IsSameTree, is_true_for_equal_trees_alone) {
     for (const char* one : different_trees) {
         for (const char* other : different_trees) {
             Document a(false);
@@ -47,7 +47,7 @@ TEST(IsSameTree, IsTrueForEqualTreesAlone) {
     }
 }
 
-TEST(IsSameTree, LooksAtTheSubtreeAlone) {
+TEST(IsSameTree, looks_at_the_subtree_alone) {
     Document document(false);
     Element* root = build(document, "r{a{x} b{a{x}} a{x} c}");
     const auto copies = descendants(*root, "a");
@@ -58,7 +58,7 @@ TEST(IsSameTree, LooksAtTheSubtreeAlone) {
     }
 }
 
-TEST(IsSameTree, ComparesNodesOfOtherKinds) {
+TEST(IsSameTree, compares_nodes_of_other_kinds) {
     Document document(false);
     Element* root = build(document, "r(a=1){\"a\"}");
     const Node& text = *root->get_child_text();
@@ -89,7 +89,7 @@ const MergeRow merges[] = {
     {"nothing over something", "r{a}", "r", "r{a}"},
 };
 
-TEST(Merge, LaysOneTreeOverAnother) {
+TEST(Merge, lays_one_tree_over_another) {
     for (const MergeRow& row : merges) {
         Document onto(false);
         Document from(false);
@@ -103,7 +103,7 @@ TEST(Merge, LaysOneTreeOverAnother) {
     }
 }
 
-TEST(Merge, TakesAnotherKey) {
+TEST(Merge, takes_another_key) {
     Document onto(false);
     Document from(false);
     build(onto, "r{u(id=1,item=7) u(id=2)}");
@@ -127,7 +127,7 @@ protected:
     Element* root = build(document, "r{a{b c{d} e} f}");
 };
 
-TEST_F(MoveTo, LinksTheNodeAsTheLastChild) {
+TEST_F(MoveTo, links_the_node_as_the_last_child) {
     EXPECT_EQ(moved("b", "f"), "r{a{c{d} e} f{b}}");
     EXPECT_EQ(moved("c", "f"), "r{a{e} f{b c{d}}}");
     EXPECT_EQ(moved("e", "f"), "r{a f{b c{d} e}}");
@@ -137,7 +137,7 @@ TEST_F(MoveTo, LinksTheNodeAsTheLastChild) {
     EXPECT_EQ(moved("a", "e"), "r{f{c e{a{d}} b}}");
 }
 
-TEST_F(MoveTo, MovesTextsAndBetweenDocuments) {
+TEST_F(MoveTo, moves_texts_and_between_documents) {
     Document other(true);
     Element* target = build(other, "t{x}");
     TextNode* text = root->add_child_text("text");
@@ -149,7 +149,7 @@ TEST_F(MoveTo, MovesTextsAndBetweenDocuments) {
     EXPECT_TRUE(links_agree(root) && links_agree(target));
 }
 
-TEST_F(MoveTo, RefusesWhatIsNoChild) {
+TEST_F(MoveTo, refuses_what_is_not_a_child) {
     const char* no_child = "Only a child can be moved";
     EXPECT_THROW_MESSAGE(move_to(*root, *find("a")), std::invalid_argument, no_child);
     EXPECT_THROW_MESSAGE(move_to(*root->set_attribute("x", "1"), *find("a")), std::invalid_argument,
@@ -159,14 +159,14 @@ TEST_F(MoveTo, RefusesWhatIsNoChild) {
     EXPECT_EQ(to_line(root), "r(x=1){a{b c{d} e} f}");
 }
 
-TEST_F(MoveTo, RefusesToMoveANodeBelowItself) {
+TEST_F(MoveTo, refuses_to_move_a_node_below_itself) {
     const char* below_itself = "A node cannot be moved below itself";
     EXPECT_THROW_MESSAGE(move_to(*find("a"), *find("d")), std::invalid_argument, below_itself);
     EXPECT_THROW_MESSAGE(move_to(*find("a"), *find("a")), std::invalid_argument, below_itself);
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST_F(MoveTo, LeavesEverythingIfThePlaceCannotBeTold) {
+TEST_F(MoveTo, leaves_everything_if_the_place_cannot_be_found) {
     Document other(true);
     Element* target = other.create_root_node("t");
     target->add_child("c", "99999999999");
@@ -182,7 +182,7 @@ TEST_F(MoveTo, LeavesEverythingIfThePlaceCannotBeTold) {
     EXPECT_EQ(to_line(root), "r{a{b c{d} e} f}");
 }
 
-TEST(RemoveMatches, RemovesTheOutermostAndCountsThem) {
+TEST(RemoveMatches, removes_the_outermost_and_counts_them) {
     struct Row {
         const char* line;
         const char* path;
@@ -209,7 +209,7 @@ TEST(RemoveMatches, RemovesTheOutermostAndCountsThem) {
     }
 }
 
-TEST(RemoveMatches, StartsAtAnyNodeAndLeavesItsSiblings) {
+TEST(RemoveMatches, starts_at_any_node_and_leaves_its_siblings) {
     Document document(false);
     Element* root = build(document, "r{a{b} a{b}}");
     EXPECT_EQ(remove_matches(*root->get_child("a"), "a/b"), 1U);
@@ -217,7 +217,7 @@ TEST(RemoveMatches, StartsAtAnyNodeAndLeavesItsSiblings) {
     EXPECT_EQ(remove_matches(*root->get_children().back(), "a"), 0U) << "the start node stays";
 }
 
-TEST(RemoveMatches, LeavesTheTreeIfThePathCannotBeRead) {
+TEST(RemoveMatches, leaves_the_tree_if_the_path_cannot_be_read) {
     Document document(false);
     Element* root = build(document, "r{a{b} c}");
     EXPECT_THROW(remove_matches(*root, "r/a[@x=y=z]"), std::invalid_argument);
@@ -225,7 +225,7 @@ TEST(RemoveMatches, LeavesTheTreeIfThePathCannotBeRead) {
 }
 
 // Linear: a search for each of the hundred thousand that go would take hours.
-TEST(RemoveMatches, TakesEveryOtherOfManyChildren) {
+TEST(RemoveMatches, takes_every_other_of_many_children) {
     Document document(false);
     Element* root = document.create_root_node("r");
     for (int i = 0; i < 200000; ++i)
@@ -235,7 +235,7 @@ TEST(RemoveMatches, TakesEveryOtherOfManyChildren) {
     EXPECT_TRUE(links_agree(root));
 }
 
-TEST(PathOf, SelectsTheNodeAndNoOther) {
+TEST(PathOf, selects_the_node_and_no_other) {
     std::mt19937 random(5);
     const std::vector<std::string> names = {"a", "A", "b", "long-name", "\xC3\xA9"};
     for (int round = 0; round < 50; ++round) {
@@ -252,7 +252,7 @@ TEST(PathOf, SelectsTheNodeAndNoOther) {
     }
 }
 
-TEST(PathOf, TellsWhereOtherNodesAre) {
+TEST(PathOf, tells_where_other_nodes_are) {
     Document document(false);
     Element* root = build(document, "r{a a(x=1){\"text\"} b}");
     auto* second = static_cast<Element*>(*std::next(root->get_children().begin()));

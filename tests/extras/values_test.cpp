@@ -46,7 +46,7 @@ const char* const no_numbers[] = {
     "infinity", "1,000", "1_000", "1'000", "٧",     "7\xC2\xA0", "true", "1e",  "e3",  "1e+",
     ".",        "-.",    "0x1p3", "1.2.3", "1e3.5", "\xff",      "7d",   "7L",  "7.0f"};
 
-TEST(Values, RefuseWhatIsNoNumber) {
+TEST(Values, refuse_what_is_not_a_number) {
     for (const std::string text : no_numbers) {
         EXPECT_EQ(read_as<int>(text), "-") << text;
         EXPECT_EQ(read_as<unsigned>(text), "-") << text;
@@ -61,7 +61,7 @@ TEST(Values, RefuseWhatIsNoNumber) {
     EXPECT_EQ(read_as<std::chrono::seconds>(std::string("7s\0", 3)), "-");
 }
 
-TEST(Values, OfIntegersAreReadExactly) {
+TEST(Values, of_integers_are_read_exactly) {
     EXPECT_EQ(read_as<int>("0"), "0");
     EXPECT_EQ(read_as<int>("-0"), "0");
     EXPECT_EQ(read_as<int>("0080"), "80") << "decimal, not octal";
@@ -84,7 +84,7 @@ void expect_limits(const std::string& below, const std::string& above) {
     EXPECT_EQ(read_as<T>(std::string(400, '9')), "-");
 }
 
-TEST(Values, OfIntegersAreHeldToTheRangeOfTheType) {
+TEST(Values, of_integers_are_held_to_the_range_of_the_type) {
     expect_limits<std::int8_t>("-129", "128");
     expect_limits<std::uint8_t>("-1", "256");
     expect_limits<short>("-32769", "32768");
@@ -100,7 +100,7 @@ TEST(Values, OfIntegersAreHeldToTheRangeOfTheType) {
     EXPECT_EQ(Value<std::uint64_t>::describe(), "an integer from 0 to 18446744073709551615");
 }
 
-TEST(Values, OfTruthHaveFourSpellingsEach) {
+TEST(Values, of_truth_have_four_spellings_each) {
     for (const char* text : {"true", "yes", "on", "1", "TRUE", "Yes", "oN"})
         EXPECT_EQ(read_as<bool>(text), "true") << text;
     for (const char* text : {"false", "no", "off", "0", "False", "NO", "oFf"})
@@ -111,7 +111,7 @@ TEST(Values, OfTruthHaveFourSpellingsEach) {
     EXPECT_EQ(read_as<bool>(std::string("no\0", 3)), "-");
 }
 
-TEST(Values, OfFloatingPointAreReadExactly) {
+TEST(Values, of_floating_point_are_read_exactly) {
     EXPECT_EQ(read_as<double>("1e3"), "1000");
     EXPECT_EQ(read_as<double>("1E+3"), "1000");
     EXPECT_EQ(read_as<double>("-1.5"), "-1.5");
@@ -132,12 +132,12 @@ TEST(Values, OfFloatingPointAreReadExactly) {
     EXPECT_EQ(value, 9007199254740992.0);
 }
 
-TEST(Values, OfFloatingPointComeBackAsTheyWere) {
+TEST(Values, of_floating_point_come_back_as_they_were) {
     std::mt19937_64 random(7);
     for (int i = 0; i < 20000; ++i) {
         const std::uint64_t bits = random();
         double value = 0;
-        static_assert(sizeof value == sizeof bits, "");
+        static_assert(sizeof value == sizeof bits);
         std::memcpy(&value, &bits, sizeof value);
         if (!std::isfinite(value))
             continue;
@@ -147,7 +147,7 @@ TEST(Values, OfFloatingPointComeBackAsTheyWere) {
     }
 }
 
-TEST(Values, ThatAreNotFiniteCannotBeWritten) {
+TEST(Values, that_are_not_finite_cannot_be_written) {
     Document document(false);
     Element* root = document.create_root_node("r");
     const char* message = "Only finite numbers can be written as values";
@@ -164,17 +164,17 @@ class Commas : public std::numpunct<char> {
     std::string do_grouping() const override { return "\3"; }
 };
 
-TEST(Values, DoNotDependOnTheLocale) {
+TEST(Values, do_not_depend_on_the_locale) {
     const std::locale former = std::locale::global(std::locale(std::locale(), new Commas));
     const char* const c_former = std::setlocale(LC_ALL, nullptr);
     const std::string restore = c_former;
-    std::setlocale(LC_ALL, "de_DE.UTF-8");
+    static_cast<void>(std::setlocale(LC_ALL, "de_DE.UTF-8"));  // as far as it is there
     EXPECT_EQ(read_as<double>("1234.5"), "1234.5");
     EXPECT_EQ(read_as<double>("1234,5"), "-");
     EXPECT_EQ(read_as<double>("1.234,5"), "-");
     EXPECT_EQ(read_as<int>("1.234"), "-");
     EXPECT_EQ(read_as<int>("1234567"), "1234567");
-    std::setlocale(LC_ALL, restore.c_str());
+    EXPECT_NE(std::setlocale(LC_ALL, restore.c_str()), nullptr);
     std::locale::global(former);
 }
 
@@ -183,7 +183,7 @@ using Seconds = std::chrono::seconds;
 using Milliseconds = std::chrono::milliseconds;
 using Days = std::chrono::duration<int, std::ratio<86400>>;
 
-TEST(Values, OfDurationsHaveUnits) {
+TEST(Values, of_durations_have_units) {
     EXPECT_EQ(read_as<Milliseconds>("250ms"), "250ms");
     EXPECT_EQ(read_as<Milliseconds>("2s"), "2000ms");
     EXPECT_EQ(read_as<Milliseconds>("-1min"), "-60000ms");
@@ -197,7 +197,7 @@ TEST(Values, OfDurationsHaveUnits) {
     EXPECT_EQ(read_as<Days>("48h"), "2d");
 }
 
-TEST(Values, OfDurationsAreWholeNumbersWithinRange) {
+TEST(Values, of_durations_are_whole_numbers_within_range) {
     EXPECT_EQ(read_as<Seconds>("1500ms"), "-") << "not a whole number of seconds";
     EXPECT_EQ(read_as<Days>("47h"), "-");
     EXPECT_EQ(read_as<std::chrono::nanoseconds>("106751d"), "9223286400000000000ns");
@@ -226,7 +226,7 @@ protected:
     Element* server = static_cast<Element*>(root->get_child("server"));
 };
 
-TEST_F(TypedValues, AreReadFromAttributes) {
+TEST_F(TypedValues, are_read_from_attributes) {
     EXPECT_EQ(get<int>(*server, "port", 80), 8080);
     EXPECT_EQ(get(*server, "port", 80), 8080);
     EXPECT_EQ(get<double>(*server, "ratio", 1), 0.25);
@@ -240,7 +240,7 @@ TEST_F(TypedValues, AreReadFromAttributes) {
     EXPECT_EQ(get<int>(*server, std::string("port"), 80), 8080);
 }
 
-TEST_F(TypedValues, AreTheDefaultWhereTheAttributeIsAbsent) {
+TEST_F(TypedValues, are_the_default_where_the_attribute_is_absent) {
     EXPECT_EQ(get<int>(*server, "Port", 80), 80);
     EXPECT_EQ(get(*server, "host", "localhost"), "localhost");
     EXPECT_EQ(get(*server, "verbosity", Level::low, levels), Level::low);
@@ -248,7 +248,7 @@ TEST_F(TypedValues, AreTheDefaultWhereTheAttributeIsAbsent) {
     EXPECT_EQ(get<int>(*server, "absent"), std::nullopt);
 }
 
-TEST_F(TypedValues, DeliberateAreAnErrorWhereTheAttributeIsNoValueEvenWithADefault) {
+TEST_F(TypedValues, are_an_error_where_the_attribute_is_not_a_value_even_with_a_default_which_is_wanted) {
     const char* message = "/settings/server/@wrong is \"8o80\", which is not an integer from 0 to 65535";
     EXPECT_THROW_MESSAGE(get<std::uint16_t>(*server, "wrong", 80), ValueError, message);
     EXPECT_THROW_MESSAGE(require<std::uint16_t>(*server, "wrong"), ValueError, message);
@@ -261,13 +261,13 @@ TEST_F(TypedValues, DeliberateAreAnErrorWhereTheAttributeIsNoValueEvenWithADefau
                          "/settings/server/@port is \"8080\", which is not one of low, high");
 }
 
-TEST_F(TypedValues, AreAnErrorWhereTheyAreRequiredAndMissing) {
+TEST_F(TypedValues, are_an_error_where_they_are_required_and_missing) {
     EXPECT_THROW_MESSAGE(require<bool>(*server, "tls"), ValueError, "/settings/server/@tls is missing");
     EXPECT_THROW_MESSAGE(require(*server, "tls", levels), ValueError, "/settings/server/@tls is missing");
     EXPECT_THROW_MESSAGE(require_text<int>(*server, "host"), ValueError, "/settings/server/host is missing");
 }
 
-TEST_F(TypedValues, NameTheirPlaceAmongNamesakes) {
+TEST_F(TypedValues, name_their_place_among_namesakes) {
     build_child(*root, "server(port=x)");
     try {
         require<int>(static_cast<Element&>(*root->get_children().back()), "port");
@@ -278,14 +278,14 @@ TEST_F(TypedValues, NameTheirPlaceAmongNamesakes) {
     }
 }
 
-TEST_F(TypedValues, AreShownOnOneShortLine) {
+TEST_F(TypedValues, are_shown_on_one_short_line) {
     server->set_attribute("wrong", "\x1b[31m\n" + std::string(100, 'x'));
     EXPECT_THROW_MESSAGE(get<int>(*server, "wrong", 1), ValueError,
                          "/settings/server/@wrong is \"?[31m?" + std::string(54, 'x') +
                              "...\", which is not an integer from -2147483648 to 2147483647");
 }
 
-TEST_F(TypedValues, CanBeTriedWithoutExceptions) {
+TEST_F(TypedValues, can_be_tried_without_exceptions) {
     int port = 80;
     EXPECT_FALSE(try_get(*server, "wrong", port));
     EXPECT_FALSE(try_get(*server, "absent", port));
@@ -297,7 +297,7 @@ TEST_F(TypedValues, CanBeTriedWithoutExceptions) {
     EXPECT_EQ(port, 81);
 }
 
-TEST_F(TypedValues, AreReadFromTexts) {
+TEST_F(TypedValues, are_read_from_texts) {
     EXPECT_EQ(get_text<int>(*server, "port", 80), 81);
     EXPECT_EQ(get_text<int>(*server, "host", 80), 80);
     EXPECT_EQ(get_text(*server, "name", "none"), "emma");
@@ -311,7 +311,7 @@ TEST_F(TypedValues, AreReadFromTexts) {
     EXPECT_THROW(get_text<int>(*server, "nothing", 80), ValueError);
 }
 
-TEST_F(TypedValues, AreSet) {
+TEST_F(TypedValues, are_set) {
     Document fresh(false);
     Element* element = fresh.create_root_node("e");
     set(*element, "i", 8080);
@@ -327,7 +327,7 @@ TEST_F(TypedValues, AreSet) {
                          "The value has no name");
 }
 
-TEST_F(TypedValues, TextsAreTheFirstOrTheDefault) {
+TEST_F(TypedValues, texts_are_the_first_or_the_default) {
     EXPECT_EQ(text_of(*server, "name"), "emma");
     EXPECT_EQ(text_of(*server, "nothing", "none"), "") << "an empty child is not absent";
     EXPECT_EQ(text_of(*server, "host", "none"), "none");
@@ -336,7 +336,7 @@ TEST_F(TypedValues, TextsAreTheFirstOrTheDefault) {
     EXPECT_EQ(text_of(*build_child(*root, "t{a \"one\" \"two\"}")), "one");
 }
 
-TEST_F(TypedValues, TextsAreReplacedInTheirPlace) {
+TEST_F(TypedValues, texts_are_replaced_in_their_place) {
     Element* mixed = build_child(*root, "m{a \"one\" b \"two\" c \"three\"}");
     set_text(*mixed, "new");
     EXPECT_EQ(to_line(mixed), "m{a \"new\" b c}");

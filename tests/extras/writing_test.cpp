@@ -55,7 +55,7 @@ public:
 /// Adds a random tree: all layouts of children, texts with characters that are escaped, nodes that write
 /// themselves.
 void grow(Element& element, std::mt19937& random, int levels) {
-    static const char* const contents[] = {"", "text", "a<b & \"c\" > 'd'", "\n", " \t\xC3\xA9", "]]>"};
+    static const char* const contents[] = {"", "text", R"(a<b & "c" > 'd')", "\n", " \t\xC3\xA9", "]]>"};
     for (std::size_t i = random() % 3; i > 0; --i)
         element.set_attribute("a" + std::to_string(random() % 4), "value's > \xC3\xA9");
     for (std::size_t i = random() % 4; i > 0; --i) {
@@ -73,7 +73,7 @@ void grow(Element& element, std::mt19937& random, int levels) {
     }
 }
 
-TEST(Writing, IsTheLibrarysOwnTextUnlessThereIsSomethingToEscape) {
+TEST(Writing, is_the_librarys_own_text_unless_there_is_something_to_escape) {
     for (unsigned seed = 0; seed < 2000; ++seed) {
         std::mt19937 random(seed);
         Document document(false);
@@ -89,13 +89,13 @@ TEST(Writing, IsTheLibrarysOwnTextUnlessThereIsSomethingToEscape) {
     }
 }
 
-TEST(Writing, OfADocumentWithoutARootIsTheDeclaration) {
+TEST(Writing, of_a_document_without_a_root_is_the_declaration) {
     const Document document(false);
     EXPECT_EQ(to_text(document), document.write_to_string());
     EXPECT_EQ(to_text(document, Layout()), document.write_to_string_formatted(true));
 }
 
-TEST(Writing, OfANodeThatIsNoElementIsTheNodesOwn) {
+TEST(Writing, of_a_node_that_is_not_an_element_is_the_nodes_own) {
     Document document(false);
     Element* root = build(document, "r(a='1 & 2'){\"x & y\"}");
     EXPECT_EQ(to_text(*root->get_child_text()), "x &amp; y");
@@ -105,7 +105,7 @@ TEST(Writing, OfANodeThatIsNoElementIsTheNodesOwn) {
     EXPECT_EQ(to_text(OwnElement(nullptr), Layout()), "<own depth='0'/>");
 }
 
-TEST(Writing, EscapesWhatXmlDoesNotAllowInAttributesAndWhatItReadsAsSpaces) {
+TEST(Writing, escapes_what_xml_does_not_allow_in_attributes_and_what_it_reads_as_spaces) {
     Document document(false);
     Element* root = document.create_root_node("r");
     root->set_attribute("a", "<\"&'>\t\n\r;&amp;");
@@ -116,7 +116,7 @@ TEST(Writing, EscapesWhatXmlDoesNotAllowInAttributesAndWhatItReadsAsSpaces) {
               "<r a=\"&lt;&quot;&amp;'>&#9;&#10;&#13;;&amp;amp;\" b=\"&quot;\" c=\"\">&#13;\n&amp;&#13;</r>");
 }
 
-TEST(Writing, GivesTextThatIsReadAsTheSameTree) {
+TEST(Writing, gives_text_that_is_read_as_the_same_tree) {
     std::mt19937 random(3);
     static const std::string special = "&<>\"'\t\n\r x;#\xC3\xA9";
     for (int round = 0; round < 500; ++round) {
@@ -136,14 +136,14 @@ TEST(Writing, GivesTextThatIsReadAsTheSameTree) {
     }
 }
 
-TEST(Writing, LeavesTheTreeAsItIs) {
+TEST(Writing, leaves_the_tree_as_it_is) {
     Document document(false);
     Element* root = build(document, "r(a='<\"')");
     to_text(document);
     EXPECT_EQ(root->get_attribute_value("a"), "<\"");
 }
 
-TEST(Writing, IndentsAsToldTo) {
+TEST(Writing, indents_as_told_to) {
     Document document(false);
     build(document, "r{a{b{\"x\"} c} \"t\"}");
     Layout layout;
@@ -162,7 +162,7 @@ void fill(Document& document) {
         root->add_child("entry", i)->add_child_text(i % 1000 == 0 ? std::string(70000, 'x') : "text");
 }
 
-TEST(Writing, ToAStreamGivesTheSameText) {
+TEST(Writing, to_a_stream_gives_the_same_text) {
     Document document(false);
     fill(document);
     std::ostringstream stream;
@@ -172,7 +172,7 @@ TEST(Writing, ToAStreamGivesTheSameText) {
     EXPECT_EQ(stream.str(), "before" + document.write_to_string() + document.write_to_string_formatted(true));
 }
 
-TEST(Writing, ToAStringAppends) {
+TEST(Writing, to_a_string_appends) {
     Document document(false);
     build(document, "r{a}");
     std::string text = "before";
@@ -181,7 +181,7 @@ TEST(Writing, ToAStringAppends) {
     EXPECT_EQ(text, "before<r><a/></r><r>\n  <a/>\n</r>\n");
 }
 
-TEST(Writing, ToAFileDescriptorGivesTheSameText) {
+TEST(Writing, to_a_file_descriptor_gives_the_same_text) {
     Document document(false);
     fill(document);
     std::array<int, 2> ends = {};
@@ -201,7 +201,7 @@ TEST(Writing, ToAFileDescriptorGivesTheSameText) {
     EXPECT_EQ(seen, document.write_to_string_formatted(true));
 }
 
-TEST(Writing, ReportsAFileThatCannotBeWritten) {
+TEST(Writing, reports_a_file_that_cannot_be_written) {
     Document document(false);
     build(document, "r");
     const int full = ::open("/dev/full", O_WRONLY);
@@ -216,7 +216,7 @@ TEST(Writing, ReportsAFileThatCannotBeWritten) {
     EXPECT_THROW(write(FileDescriptor(-1), document), std::system_error);
 }
 
-TEST(Writing, LeavesTheMarkOfAFailureInTheStream) {
+TEST(Writing, leaves_the_mark_of_a_failure_in_the_stream) {
     Document document(false);
     build(document, "r");
     std::ostringstream stream;

@@ -11,9 +11,10 @@ int main() {
 
     const auto copy = quxml::from_string(document.write_to_string(), false);
     std::cout << copy->write_to_string_formatted(true);
-    for (quxml::Node* node : copy->get_root_node()->find_exact_match("/shelf/book[2]"))
+    for (quxml::Node* node : copy->get_root_node()->find_exact_match("/shelf/book[2]")) {
         if (const auto* book = dynamic_cast<quxml::Element*>(node))
             std::cout << book->get_child_text()->get_content() << '\n';
+    }
 
     try {
         quxml::from_string("<shelf>", false);

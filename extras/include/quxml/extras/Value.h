@@ -3,13 +3,13 @@
 
 /// \file
 /// Typed values as text, exactly: all of a text is read, or it is refused. White space around a value, a plus
-/// sign, and anything behind the value are refused, whatever the locale of the program.
+/// sign, and anything after the value are refused, whatever the locale of the program.
 ///
 /// | type | what is read | what is written |
 /// |---|---|---|
 /// | `bool` | `true`, `yes`, `on`, `1`; `false`, `no`, `off`, `0`; letters in either case | `true`, `false` |
 /// | integers | decimal digits, for signed types after an optional `-`, within the range of the type | the same |
-/// | `float`, `double` | `-`, digits, a point and digits, `e` and an exponent; all optional but digits before or behind the point; no hexadecimal numbers, infinities and NaN; nothing beyond the range of the type | the shortest text that is read as the same number |
+/// | `float`, `double` | `-`, digits, a point and digits, `e` and an exponent; all optional but digits before or after the point; no hexadecimal numbers, infinities and NaN; nothing beyond the range of the type | the shortest text that is read as the same number |
 /// | `std::chrono` durations | digits, after an optional `-`, and a unit: `ns`, `us`, `ms`, `s`, `min`, `h` or `d`; the value must be a whole number of what the type counts | the number and the type's own unit |
 /// | `std::string` | anything | as it is |
 ///

@@ -21,7 +21,7 @@ public:
     ValueError& operator=(const ValueError&) noexcept = default;
     ~ValueError() override;
 
-    /// The path of the element (see `path_of`), and behind it "/@" and the name for an attribute. Valid as
+    /// The path of the element (see `path_of`), and after it "/@" and the name for an attribute. Valid as
     /// long as the exception.
     const std::string& get_place() const noexcept;
 

@@ -217,7 +217,7 @@ public:
             return next_above(Fields::parent_of(node));
         }
 
-        /// The first node behind everything below `node`, or null if that is beyond the range.
+        /// The first node after everything below `node`, or null if that is beyond the range.
         Node* next_above(const Node* node) const {
             for (; node != nullptr && node != top; node = Fields::parent_of(*node)) {
                 if (Node* beside = Fields::next_of(*node))
