@@ -173,12 +173,11 @@ std::string get_companion(const CLI::App& app, const std::string& option) {
 
 ExitCode run(int argc, const char* const* argv) {
     CLI::App app(
-        "Looks into XML documents, and changes them: set, unset, text, add, remove and edit change only "
-        "what\n"
-        "they are told to, and keep every other byte. format and sort write a document again; comments, "
-        "CDATA\n"
-        "sections, text beside other content, prefixes and some more are dropped then. \"quxml loss\" lists\n"
-        "these, a warning says so, and a file that has any is not changed in place.",
+        "Looks into XML documents, and changes them. set, unset, text, add, remove and edit change what\n"
+        "they are asked to change, format only white space between elements, and sort only their order;\n"
+        "all of them keep every other byte. Only format and sort with --canonical leave out what the\n"
+        "library does not read, such as comments, CDATA sections and prefixes: \"quxml loss\" lists these,\n"
+        "a warning says so, and a file that has any is changed in place only with --lossy.",
         "quxml");
     Action action;
     set_up(app, action);

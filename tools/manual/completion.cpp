@@ -32,7 +32,7 @@ std::string get_command_words(const CLI::App& app) {
     return join(words, " ");
 }
 
-// ---- zsh
+// ---- zsh ----
 
 /// Between single quotes; brackets and colons mean something to _arguments.
 std::string escape_for_zsh(const std::string& text) {
