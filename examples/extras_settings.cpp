@@ -18,9 +18,10 @@ void use_values(Element& server) {
 }
 
 void remove_expired(Element& users) {
-    for (Element& user : elements(users, "user"))
+    for (Element& user : elements(users, "user")) {
         if (get(user, "expired", false))
             users.remove_child(&user);
+    }
 }
 
 }  // namespace

@@ -57,7 +57,7 @@ class String:
         return read_bytes(self.text, self.length)
 
     def escaped(self):
-        """The text on one line; cut, with "..." behind it, where `set print elements` says."""
+        """The text on one line; cut, with "..." after it, where `set print elements` says."""
         size = min(self.length, limit_of_print() or self.length)
         decoder = codecs.getincrementaldecoder("utf-8")("backslashreplace")
         text = decoder.decode(read_bytes(self.text, size), final=size == self.length)
@@ -136,7 +136,7 @@ class Node:
             return {"Element": self.describe_element, "Attribute": self.describe_attribute,
                     "TextNode": self.describe_text}.get(self.kind(), lambda: "(not a node)")()
         except gdb.MemoryError:
-            return "(not to be read)"
+            return "(cannot be read)"
 
     def describe_element(self):
         words = [self.name().escaped()]
@@ -171,13 +171,13 @@ def is_called(type_info, name):
 
 def base_types(type_info):
     """The type information of a class's bases; a word that leads anywhere for a class without any."""
-    behind_name = type_info + 2 * word_size()
+    after_name = type_info + 2 * word_size()
     try:
-        flags, count = read_number(behind_name), read_number(behind_name + 4)
+        flags, count = read_number(after_name), read_number(after_name + 4)
         # Several bases: two numbers, and two words for each base. One base: its address, which no such small number is.
         if flags < 4 and 0 < count < 64:
-            return [read_word(behind_name + 8 + 2 * word_size() * number) for number in range(count)]
-        return [read_word(behind_name)]
+            return [read_word(after_name + 8 + 2 * word_size() * number) for number in range(count)]
+        return [read_word(after_name)]
     except gdb.MemoryError:
         return []
 
@@ -300,7 +300,7 @@ class Tree(gdb.Command):
     quxml-tree NODE [DEPTH]
 
     NODE is an expression: a node, a document, a pointer to one, or the address of a node as a number. DEPTH, a decimal
-    number behind a blank at the end, is how many levels below the node are printed; all of them without it. "set print
+    number after a blank at the end, is how many levels below the node are printed; all of them without it. "set print
     elements" limits the length of names, values and texts and the number of attributes."""
 
     def __init__(self):

@@ -8,7 +8,7 @@
 
 namespace tool {
 
-/// Where something other than white space between elements first is written in another way than the library writes it:
+/// Where something other than white space between elements first stands differently from how the library would write it:
 /// quotes, references, spaces in tags, <a></a>, or the XML declaration. Empty if there is no such place.
 /// \param document  well-formed, and nothing of it would be lost
 std::vector<Loss> find_spelling(const std::string& document);
