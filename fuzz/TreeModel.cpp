@@ -54,9 +54,10 @@ bool is_model_sorted_before(const ModelNode* a, const ModelNode* b) {
 }
 
 std::string ModelNode::get_attribute_value(const std::string& attribute_name) const {
-    for (const auto& attribute : attributes)
+    for (const auto& attribute : attributes) {
         if (attribute.first == attribute_name)
             return attribute.second;
+    }
     return "";
 }
 

@@ -20,9 +20,10 @@ bool is_equal_ignoring_case(const std::string& a, const std::string& b) {
     const std::locale locale;
     if (a.size() != b.size())
         return false;
-    for (std::size_t i = 0; i < a.size(); ++i)
+    for (std::size_t i = 0; i < a.size(); ++i) {
         if (std::toupper(a[i], locale) != std::toupper(b[i], locale))
             return false;
+    }
     return true;
 }
 

@@ -206,9 +206,10 @@ private:
     }
 
     ModelNode* find_model(const quxml::Node* node) const {
-        for (const Twin& twin : twins)
+        for (const Twin& twin : twins) {
             if (twin.node == node)
                 return twin.model;
+        }
         quxml_fuzz::fail("a parent is not part of the tree");
     }
 

@@ -74,9 +74,10 @@ public:
 std::string replay(const Folder& folder, const std::string& session) {
     std::istringstream lines(session);
     std::string replayed;
-    for (std::string line; std::getline(lines, line);)
+    for (std::string line; std::getline(lines, line);) {
         if (line.rfind("$ ", 0) == 0)
             replayed += line + '\n' + run_in(folder.name, line.substr(2)).out;
+    }
     return replayed;
 }
 

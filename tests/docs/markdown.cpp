@@ -119,9 +119,10 @@ Page read_page(const std::string& name) {
 std::vector<Page> read_pages() {
     std::vector<std::string> names;
     for (const std::string folder : {"", "docs/"}) {
-        for (const auto& entry : std::filesystem::directory_iterator(top + folder))
+        for (const auto& entry : std::filesystem::directory_iterator(top + folder)) {
             if (entry.path().extension() == ".md")
                 names.push_back(folder + entry.path().filename().string());
+        }
     }
     std::sort(names.begin(), names.end());
     std::vector<Page> pages;

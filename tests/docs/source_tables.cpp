@@ -20,10 +20,12 @@ using Names = std::set<std::string>;
 /// What the expression's first group finds in each code of a column.
 Names find_in_column(const Table& table, std::size_t column, const std::string& expression) {
     Names names;
-    for (const auto& row : table.rows)
-        for (const std::string& code : row.at(column).code)
+    for (const auto& row : table.rows) {
+        for (const std::string& code : row.at(column).code) {
             for (const std::string& name : find_all(code, expression))
                 names.insert(name);
+        }
+    }
     return names;
 }
 
@@ -65,9 +67,10 @@ Names declared_operations() {
     static const std::string declaration =
         R"(\n(?:    |QUXML_EXPORT )(?:virtual |explicit )?(?:[A-Za-z:_<>, ]+[&*]? )?~?([A-Za-z_]+)\()";
     Names operations;
-    for (const std::string& header : classes())
+    for (const std::string& header : classes()) {
         for (const std::string& name : find_all(public_part(header), declaration))
             operations.insert(name);
+    }
     return operations;
 }
 
@@ -109,28 +112,31 @@ void check_costs(const Page& page, const Table& table, const std::string& subjec
     EXPECT_EQ(codes_of_column(table, 2),
               to_set(find_all(sources, R"re(measure(?:_[a-z]+)?\(\s*"([a-z_]+)")re")));
     const Names quadratic = to_set(find_all(sources, R"re("([a-z_]+)", Growth::quadratic)re"));
-    for (const auto& row : table.rows)
+    for (const auto& row : table.rows) {
         for (const std::string& check : row[2].code)
             EXPECT_EQ(quadratic.count(check) == 1, row[1].text.find("quadratic") != std::string::npos)
                 << check;
+    }
 }
 
 /// | Class, the nodes all of them | ...
 void check_classes(const Page& /*page*/, const Table& table, const std::string& /*subject*/) {
     Names nodes = {"Document", "Node"};
-    for (const std::string& header : classes())
+    for (const std::string& header : classes()) {
         for (const std::string& name :
              find_all(public_part(header), R"(class QUXML_EXPORT ([A-Za-z]+)[a-z ]* : public Node)"))
             nodes.insert(name);
+    }
     EXPECT_EQ(codes_of_column(table, 0), nodes);
 }
 
 /// What is in a folder, except hidden files.
 std::vector<std::filesystem::path> entries_of(const std::string& folder) {
     std::vector<std::filesystem::path> entries;
-    for (const auto& entry : std::filesystem::directory_iterator(top + folder))
+    for (const auto& entry : std::filesystem::directory_iterator(top + folder)) {
         if (entry.path().filename().string()[0] != '.')
             entries.push_back(entry.path());
+    }
     return entries;
 }
 
@@ -168,9 +174,10 @@ void check_pages(const Page& page, const Table& table, const std::string& folder
     for (const auto& row : table.rows)
         EXPECT_FALSE(find_all(row[0].text, link).empty()) << row[0].text;
     std::string all;
-    for (const Table& each : page.tables)
+    for (const Table& each : page.tables) {
         for (const auto& row : each.rows)
             all += row[0].text;
+    }
     Names named = to_set(find_all(all, link));
     named.insert(std::filesystem::path(page.name).filename().string());
     for (const auto& entry : entries_of(folder)) {
@@ -188,9 +195,10 @@ void check_commands_of(const Page& /*page*/, const Table& table, const std::stri
 
 Names fuzz_targets() {
     Names targets;
-    for (const auto& entry : entries_of("fuzz"))
+    for (const auto& entry : entries_of("fuzz")) {
         for (const std::string& name : find_all(entry.filename().string(), R"(^fuzz_([a-z_]+)\.cpp$)"))
             targets.insert(name);
+    }
     return targets;
 }
 

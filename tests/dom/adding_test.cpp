@@ -125,7 +125,7 @@ TEST(AddNewNode, appends_nodes_of_any_class) {
     Element* root = build(document, "r{a}");
     link(*root, std::make_unique<BareNode>("n", root, false));
     link(*root, std::make_unique<TextNode>(root, "named text"));
-    EXPECT_EQ(to_line(root), "r{a <n> \"\"}");
+    EXPECT_EQ(to_line(root), R"(r{a <n> ""})");
     EXPECT_TRUE(links_agree(root));
 }
 

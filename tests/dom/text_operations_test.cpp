@@ -73,11 +73,11 @@ void expect_same_pieces(const std::vector<std::string>& texts) {
     }
 }
 
-TEST(Split, GivesThePiecesOfEveryShortText) {
+TEST(Split, gives_the_pieces_of_every_short_text) {
     expect_same_pieces(all_texts(std::string("/=][a\0", 6), 6));
 }
 
-TEST(Split, GivesThePiecesOfRandomTexts) {
+TEST(Split, gives_the_pieces_of_random_texts) {
     expect_same_pieces(random_texts("/=][ab\xC3", 2000));
 }
 
@@ -91,11 +91,11 @@ void expect_same_trimmed(const std::vector<std::string>& texts) {
     }
 }
 
-TEST(Trim, TakesTheCharactersOffEveryShortText) {
+TEST(Trim, takes_the_characters_off_every_short_text) {
     expect_same_trimmed(all_texts(std::string("\"' a\0", 5), 6));
 }
 
-TEST(Trim, TakesTheCharactersOffRandomTexts) {
+TEST(Trim, takes_the_characters_off_random_texts) {
     expect_same_trimmed(random_texts("\"'a", 2000));
 }
 
@@ -108,15 +108,15 @@ void expect_same_without_space(const std::vector<std::string>& texts) {
     }
 }
 
-TEST(TrimSpace, TakesWhiteSpaceOffEveryShortText) {
+TEST(TrimSpace, takes_white_space_off_every_short_text) {
     expect_same_without_space(all_texts(std::string(" \t_a\xA0\0", 6), 5));
 }
 
-TEST(TrimSpace, TakesWhiteSpaceOffRandomTexts) {
+TEST(TrimSpace, takes_white_space_off_random_texts) {
     expect_same_without_space(random_texts(" _\na", 2000));
 }
 
-TEST(TrimSpace, KnowsWhatIsWhiteSpace) {
+TEST(TrimSpace, knows_what_is_white_space) {
     expect_same_without_space(all_bytes());
 }
 
@@ -134,15 +134,15 @@ void expect_same_comparisons(const std::vector<std::string>& texts) {
     }
 }
 
-TEST(CaseFold, ComparesAllPairsOfBytes) {
+TEST(CaseFold, compares_all_pairs_of_bytes) {
     expect_same_comparisons(all_bytes());
 }
 
-TEST(CaseFold, ComparesAllPairsOfShortTexts) {
+TEST(CaseFold, compares_all_pairs_of_short_texts) {
     expect_same_comparisons(all_texts("aAb4\xF6\xD6", 3));
 }
 
-TEST(CaseFold, ComparesRandomTexts) {
+TEST(CaseFold, compares_random_texts) {
     std::vector<std::string> texts = random_texts("aA", 40);
     for (std::size_t i = 0; i < 40; ++i)
         texts.push_back(boost::algorithm::to_upper_copy(texts[i]) + "b");

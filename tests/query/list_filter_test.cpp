@@ -157,7 +157,7 @@ const QueryRow literal_rows[] = {
     {"a number in quotes is a literal", "r{b(n=b){\"1\"}}", "#1", "r/b['1']", "b"},
     {"a sign alone is a literal", "r{b(n=b){\"-\"}}", "#1", "r/b[-]", "b"},
     {"a sign apart from its number is a literal", "r{b(n=b){\"- 1\"}}", "#1", "r/b[- 1]", "b"},
-    {"a comparison without an equals sign is a literal", "r{b(n=b){\"a<b\"}}", "#1", "r/b[a<b]", "b"},
+    {"a comparison without an equals sign is a literal", R"(r{b(n=b){"a<b"}})", "#1", "r/b[a<b]", "b"},
     {"a blank is a literal", "r{b(n=b){\" \"}}", "#1", "r/b[ ]", "b"},
     {"an at sign within the text is a literal", "r{b(n=b){\"x@y\"}}", "#1", "r/b[x@y]", "b"},
     {"in any branch", "r{s{b(n=1){\"x\"}} s{b(n=2){\"y\"}} s{b(n=3){\"x\"}}}", "#1", "r/s/b[x]", "1 3"},

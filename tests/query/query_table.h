@@ -78,9 +78,10 @@ public:
 
     /// The node of that name; the root for "#1", whatever its attributes.
     quxml::Node* node(const std::string& wanted) const {
-        for (quxml::Node* candidate : nodes)
+        for (quxml::Node* candidate : nodes) {
             if (name(candidate) == wanted)
                 return candidate;
+        }
         if (wanted == "#1")
             return root;
         throw std::logic_error("no node is called " + wanted);
@@ -113,9 +114,10 @@ public:
     std::string names(const quxml::NodeSet& set) const {
         quxml::NodeSet strangers = set;
         quxml::NodeList in_order;
-        for (quxml::Node* candidate : nodes)
+        for (quxml::Node* candidate : nodes) {
             if (strangers.erase(candidate) != 0)
                 in_order.push_back(candidate);
+        }
         in_order.insert(in_order.end(), strangers.begin(), strangers.end());
         return names(in_order);
     }

@@ -124,9 +124,10 @@ NodeList SlowEngine::get_child_nodes(Node* node, std::string step) const {
     const std::size_t opening = step.find('[');
     const std::string name_test = step.substr(0, opening);
     NodeList kept;
-    for (Node* child : children)
+    for (Node* child : children) {
         if (is_correct_node(child, name_test))
             kept.push_back(child);
+    }
     std::string predicates;
     if (opening != std::string::npos)
         predicates = step.substr(opening + 1);
@@ -301,9 +302,10 @@ NodeList SlowEngine::get_node_containing_child_value(std::string query, NodeList
     if (fields.size() != 2)
         throw std::invalid_argument(one_equals_sign);
     NodeList kept;
-    for (Node* node : nodes)
+    for (Node* node : nodes) {
         if (contains_child_value(node, fields[0], without_quotes(fields[1])))
             kept.push_back(node);
+    }
     return kept;
 }
 

@@ -87,9 +87,10 @@ std::vector<std::string> short_paths(const std::vector<std::string>& steps) {
     std::size_t begin = 0;
     for (int length = 2; length <= 3; ++length) {
         const std::size_t end = paths.size();
-        for (; begin < end; ++begin)
+        for (; begin < end; ++begin) {
             for (const std::string& step : steps)
                 paths.push_back(paths[begin] + "/" + step);
+        }
     }
     const std::size_t count = paths.size();
     for (std::size_t i = 0; i < count; ++i)

@@ -42,17 +42,19 @@ class BothRoutes : public ::testing::TestWithParam<RouteRow> {};
 
 NodeList children_passing(Node* root, const std::string& step) {
     NodeList passing;
-    for (Node* child : root->get_children())
+    for (Node* child : root->get_children()) {
         if (!child->find_exact_match(step).empty())
             passing.push_back(child);
+    }
     return passing;
 }
 
 NodeList children_passing_slowly(Node* root, const std::string& step) {
     NodeList passing;
-    for (Node* child : root->get_children())
+    for (Node* child : root->get_children()) {
         if (!quxml_test::slow_find_exact_match(child, step).empty())
             passing.push_back(child);
+    }
     return passing;
 }
 

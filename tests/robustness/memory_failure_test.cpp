@@ -727,7 +727,7 @@ std::vector<Reading> all_readings() {
          "<!DOCTYPE a SYSTEM 'none.dtd' [<!ENTITY % p SYSTEM 'none.ent'>%p;]><a><b>&u;</b><c/></a>", true},
         {"latin1", prolog + "ISO-8859-1'?><a x='\xe9'><b>" + repeat("caf\xe9 ", 200) + "</b><c/></a>", true},
         {"utf16", std::string("\xff\xfe<\0a\0>\0<\0b\0/\0>\0<\0c\0>\0t\0<\0/\0c\0>\0<\0/\0a\0>\0", 40), true},
-        {"space_after", "<a>\n<b/>\n</a>\n<!-- behind -->\n<?pi behind?>\n", true},
+        {"space_after", "<a>\n<b/>\n</a>\n<!-- after -->\n<?pi after?>\n", true},
         {"white_space_only", "  \n  ", false},
         {"truncated", "<a><b x='1'>text", false},
         {"mismatch", "<a><b x='1'>text</c></a>", false},

@@ -82,7 +82,7 @@ TEST_F(Edit, takes_the_file_as_the_last_argument) {
     expect_done(run("quxml unset //host port nothing a.xml"), without_port);
     expect(run("quxml unset //host port nothing"), 5, "", "quxml: nothing: No such file or directory\n");
     write("x=1", "<a/>");
-    expect_done(run("quxml set /a y=2 ./x=1"), "<a y=\"2\"/>");
+    expect_done(run("quxml set /a y=2 ./x=1"), R"(<a y="2"/>)");
 }
 
 TEST_F(Edit, removes_what_is_inside_of_what_is_removed_only_once) {

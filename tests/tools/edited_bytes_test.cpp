@@ -23,8 +23,8 @@ TEST_F(EditedBytes, are_those_that_are_concerned) {
         // set
         {"set /a x=2", "<a x='1'/>", "<a x='2'/>"},
         {"set /a x=2", "<a y=\"1\"\n   x = \"1\"  />\n", "<a y=\"1\"\n   x = \"2\"  />\n"},
-        {"set /a \"x=it's\"", "<a x='1' y=\"&gt;\"/>", "<a x='it&apos;s' y=\"&gt;\"/>"},
-        {"set /a 'x=\"'", "<a x='1'/>", "<a x='\"'/>"},
+        {"set /a \"x=it's\"", R"(<a x='1' y="&gt;"/>)", R"(<a x='it&apos;s' y="&gt;"/>)"},
+        {"set /a 'x=\"'", "<a x='1'/>", R"(<a x='"'/>)"},
         {"set /a x=1", "<a x='&#49;'/>", "<a x='&#49;'/>"},
         {"set /a y=2", "<a x='1'/>", "<a x='1' y='2'/>"},
         {"set /a y=2 z=3", "<a\n  w=\"0\"\n  x=\"1\"\n/>",
@@ -35,7 +35,7 @@ TEST_F(EditedBytes, are_those_that_are_concerned) {
         {"set /a lang=de", "<a xml:lang='en'/>", "<a xml:lang='de'/>"},
         {"set /a/b x=3", "<?xml version='1.0' standalone='yes'?>\r\n<a>\r\n<b/></a><!-- end -->\r\n\r\n",
          "<?xml version='1.0' standalone='yes'?>\r\n<a>\r\n<b x=\"3\"/></a><!-- end -->\r\n\r\n"},
-        {"set '//*' x=1", "<a><b><c/></b></a>", "<a x=\"1\"><b x=\"1\"><c x=\"1\"/></b></a>"},
+        {"set '//*' x=1", "<a><b><c/></b></a>", R"(<a x="1"><b x="1"><c x="1"/></b></a>)"},
         // unset
         {"unset /a x -", "<a  x='1'  y='2'/>", "<a  y='2'/>"},
         {"unset /a y -", "<a\n  x='1'\n  y='2'/>", "<a\n  x='1'/>"},
@@ -69,7 +69,7 @@ TEST_F(EditedBytes, are_those_that_are_concerned) {
         {"add /p:a n", "<p:a><b/></p:a>", "<p:a><b/><n/></p:a>"},
         {"add '//*' n", "<a><b/></a>", "<a><b><n/></b><n/></a>"},
         {"add /a n --item 2 --attribute 'x=a\"b' --text 'a & b'", "<a><b/></a>",
-         "<a><b/><n item=\"2\" x=\"a&quot;b\">a &amp; b</n></a>"},
+         R"(<a><b/><n item="2" x="a&quot;b">a &amp; b</n></a>)"},
         // remove
         {"remove /a/b", "<a>\n  <!-- c -->\n\n  <b>\n  </b>\n</a>", "<a>\n  <!-- c -->\n\n</a>"},
         {"remove /a/b", "<a>\r\n  <b/>\r\n  <c/>\r\n</a>", "<a>\r\n  <c/>\r\n</a>"},
@@ -118,7 +118,7 @@ TEST_F(EditedBytes, hold_values_with_entities_that_are_replaced_as_a_whole) {
                 "<!DOCTYPE a [<!ENTITY v 'val'>]>\n<a x='val' y='val'/>\n");
 }
 
-TEST_F(EditedBytes, hold_an_attribute_that_the_DOCTYPE_has_a_default_for) {
+TEST_F(EditedBytes, hold_an_attribute_that_the_doctype_has_a_default_for) {
     write("a.xml", "<!DOCTYPE a [<!ATTLIST a x CDATA '1'>]>\n<a><a x='5'/></a>\n");
     expect_done(run("quxml set /a x=2 a.xml"),
                 "<!DOCTYPE a [<!ATTLIST a x CDATA '1'>]>\n<a x=\"2\"><a x='5'/></a>\n");

@@ -49,10 +49,10 @@ TEST_F(Format, changes_only_white_space_between_elements) {
     const std::array<Formatted, 30> all{{
         {"<a/>", "<a/>\n"},
         {"\n\n <a/>\n\n", "<a/>\n"},
-        {"<?xml version='1.0' encoding=\"utf-8\" ?><a ></a >",
+        {R"(<?xml version='1.0' encoding="utf-8" ?><a ></a >)",
          "<?xml version='1.0' encoding=\"utf-8\" ?>\n<a ></a >\n"},
         {"<a><b/><b></b></a>", "<a>\n  <b/>\n  <b></b>\n</a>\n"},
-        {"<a x='1'  y = \"2\" ><b z='&#65;&apos;'/></a>",
+        {R"(<a x='1'  y = "2" ><b z='&#65;&apos;'/></a>)",
          "<a x='1'  y = \"2\" >\n  <b z='&#65;&apos;'/>\n</a>\n"},
         {"<a>it's > &#65;</a>", "<a>it's > &#65;</a>\n"},
         {"<a><b><![CDATA[ < ]]></b>\n\n\n</a>", "<a>\n  <b><![CDATA[ < ]]></b>\n</a>\n"},
@@ -75,7 +75,7 @@ TEST_F(Format, changes_only_white_space_between_elements) {
         {"<a>  </a>", "<a>  </a>\n"},
         {"<a><b>\n\n</b><c> \n </c></a>", "<a>\n  <b>\n\n</b>\n  <c> \n </c>\n</a>\n"},
         {"<a xml:space='preserve'><b><c/></b> <b/></a>", "<a xml:space='preserve'><b><c/></b> <b/></a>\n"},
-        {"<a><b xml:space = \"preserve\"> <c/></b><b/></a>",
+        {R"(<a><b xml:space = "preserve"> <c/></b><b/></a>)",
          "<a>\n  <b xml:space = \"preserve\"> <c/></b>\n  <b/>\n</a>\n"},
         {"<a xml:space='default'><b/></a>", "<a xml:space='default'>\n  <b/>\n</a>\n"},
         {"<a x=' xml:space=' xml:space='default'><b/></a>",
@@ -365,33 +365,32 @@ TEST_F(FormatSorted, puts_children_in_the_order_of_their_names_on_every_level) {
 }
 
 TEST_F(FormatSorted, puts_namesakes_in_the_order_of_their_items_as_numbers) {
-    expect_done(run(sorted_command("<r><b item=\"10\"/><b item=\"9\"/><a/><b item=\"-1\"/></r>")),
+    expect_done(run(sorted_command(R"(<r><b item="10"/><b item="9"/><a/><b item="-1"/></r>)")),
                 "<r><a/><b item=\"-1\"/><b item=\"9\"/><b item=\"10\"/></r>\n");
 }
 
 TEST_F(FormatSorted, puts_items_that_are_not_numbers_in_the_order_of_their_text) {
-    expect_done(run(sorted_command("<r><b item=\"y\"/><b item=\"x\"/><b item=\"2\"/></r>")),
+    expect_done(run(sorted_command(R"(<r><b item="y"/><b item="x"/><b item="2"/></r>)")),
                 "<r><b item=\"2\"/><b item=\"x\"/><b item=\"y\"/></r>\n");
 }
 
 TEST_F(FormatSorted, leaves_namesakes_with_equal_items_in_document_order) {
-    expect_done(
-        run(sorted_command("<r><b item=\"1\" n=\"p\"/><b item=\"1\" n=\"q\"/><b item=\"1\" n=\"r\"/></r>")),
-        "<r><b item=\"1\" n=\"p\"/><b item=\"1\" n=\"q\"/><b item=\"1\" n=\"r\"/></r>\n");
+    expect_done(run(sorted_command(R"(<r><b item="1" n="p"/><b item="1" n="q"/><b item="1" n="r"/></r>)")),
+                "<r><b item=\"1\" n=\"p\"/><b item=\"1\" n=\"q\"/><b item=\"1\" n=\"r\"/></r>\n");
 }
 
 /// The library's own sort reverses them.
 TEST_F(FormatSorted, leaves_namesakes_without_items_in_document_order) {
-    expect_done(run(sorted_command("<r><b n=\"p\"/><a/><b n=\"q\"/><b n=\"r\"/></r>")),
+    expect_done(run(sorted_command(R"(<r><b n="p"/><a/><b n="q"/><b n="r"/></r>)")),
                 "<r><a/><b n=\"p\"/><b n=\"q\"/><b n=\"r\"/></r>\n");
-    expect_done(run(sorted_command("<r><b n=\"p\"/><a item=\"1\"/><b n=\"q\"/><b n=\"r\"/></r>")),
+    expect_done(run(sorted_command(R"(<r><b n="p"/><a item="1"/><b n="q"/><b n="r"/></r>)")),
                 "<r><a item=\"1\"/><b n=\"p\"/><b n=\"q\"/><b n=\"r\"/></r>\n");
 }
 
 TEST_F(FormatSorted, puts_namesakes_without_items_after_those_with_numbers_and_leaves_attributes_alone) {
-    expect_done(run(sorted_command(
-                    "<r><b n=\"p\"/><b item=\"2\"/><b item=\"\" n=\"q\"/><b n=\"r\"/><b item=\"1\"/></r>")),
-                "<r><b item=\"1\"/><b item=\"2\"/><b n=\"p\"/><b item=\"\" n=\"q\"/><b n=\"r\"/></r>\n");
+    expect_done(
+        run(sorted_command(R"(<r><b n="p"/><b item="2"/><b item="" n="q"/><b n="r"/><b item="1"/></r>)")),
+        "<r><b item=\"1\"/><b item=\"2\"/><b n=\"p\"/><b item=\"\" n=\"q\"/><b n=\"r\"/></r>\n");
 }
 
 TEST_F(FormatSorted, changes_nothing_when_repeated) {

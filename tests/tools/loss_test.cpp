@@ -91,7 +91,7 @@ TEST_F(Loss, finds_nothing_in_what_the_library_writes) {
     const std::string declared = std::string(declaration) + '\n';
     for (const char* text :
          {"<a/>", "<a b=\"1\">\n  <c>x &lt; y</c>\n\n</a>\n", "<a>  </a>", "<a> \n </a>", "<a>\nx\n</a>",
-          "<a b=\"\xc3\xa4'>\" c=\"\">\xc3\xa4&gt;&apos;&quot;&amp;</a>", "  <a><b/><c d=\"\"/></a>"}) {
+          "<a b=\"\xc3\xa4'>\" c=\"\">\xc3\xa4&gt;&apos;&quot;&amp;</a>", R"(  <a><b/><c d=""/></a>)"}) {
         SCOPED_TRACE(text);
         write("a.xml", declared + text);
         expect_done(run("quxml loss a.xml"), "");
@@ -104,18 +104,18 @@ TEST_F(Loss, notes_the_first_other_spelling_if_nothing_else_is_listed) {
     const std::string declared = std::string(declaration) + '\n';
     const std::array<const char*, 17> all{
         "<a b='1'>",
-        "<a b=\"1\" >",
-        "<a  b=\"1\">",
-        "<a b =\"1\">",
-        "<a b= \"1\">",
+        R"(<a b="1" >)",
+        R"(<a  b="1">)",
+        R"(<a b ="1">)",
+        R"(<a b= "1">)",
         "<a\nb=\"1\">",
-        "<a b=\"&apos;\">",
+        R"(<a b="&apos;">)",
         "<a b=\"1\n2\">",
         "<a><b />",
         "<a><b></b>",
         "<a><b>x</b >",
         "<a><b>it's</b>",
-        "<a><b>\"</b>",
+        R"(<a><b>"</b>)",
         "<a><b>&lt;></b>",
         "<a><b>&#65;</b>",
         "<a><b>&amp;&#x26;</b>",
@@ -169,7 +169,7 @@ TEST_F(Loss, shows_no_control_characters) {
 
 TEST_F(Loss, reads_standard_input) {
     expect(run("echo '<a><!-- x --></a>' | quxml loss"), 1, "standard input:1:4: comment: <!-- x -->\n", "");
-    expect_done(run("echo '<?xml version=\"1.0\"?><a/>' | quxml loss -"), "");
+    expect_done(run(R"(echo '<?xml version="1.0"?><a/>' | quxml loss -)"), "");
 }
 
 struct Warned {

@@ -50,7 +50,7 @@ TEST_F(Output, exits_with_the_same_codes_without_a_standard_error) {
     EXPECT_EQ(written("a.xml"), "<a/>");
 }
 
-/// What `head` did not want to see is no failure.
+/// What `head` did not want to see is not a failure.
 TEST_F(Output, ends_quietly_on_a_closed_pipe_as_though_all_had_been_read) {
     const std::vector<std::pair<const char*, const char*>> all = {
         {"format books.xml", "0\n"},

@@ -81,7 +81,7 @@ inline bool contains(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
 }
 
-constexpr const char* declaration = "<?xml version=\"1.0\"?>";
+constexpr const char* declaration = R"(<?xml version="1.0"?>)";
 
 /// Books whose every text takes some escaping; large enough that it never fits into a pipe.
 inline std::string many_books(int count) {

@@ -11,7 +11,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-// ---- Predicates
+// ---- Predicates ----
 
 std::string describe_offset(int offset) {
     if (offset > 0)
@@ -110,7 +110,7 @@ void add_predicate(const Predicate& predicate, Lines& lines) {
     add_notes(get_notes(predicate), lines);
 }
 
-// ---- Steps
+// ---- Steps ----
 
 std::string describe_name_test(const PathStep& step, NameMatch names) {
     if (step.name_test == "*")

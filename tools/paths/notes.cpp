@@ -32,7 +32,7 @@ void inform(Notes& notes, const std::string& text) {
     notes.push_back({text, NoteKind::information});
 }
 
-// ---- Names of steps
+// ---- Names of steps ----
 
 bool is_letter(char character) {
     return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
@@ -89,7 +89,7 @@ void note_name_test(const std::string& name, Notes& notes) {
                            quote(name.substr(name.find(':') + 1)) + " is left");
 }
 
-// ---- Nodes of steps
+// ---- Nodes of steps ----
 
 bool is_search(const PathStep& step) {
     return step.kind == StepKind::search || step.kind == StepKind::search_below;
@@ -105,7 +105,7 @@ void note_search(const PathStep& step, Notes& notes) {
         warn(notes, "everything matches, so the search does not go deeper than where it begins");
 }
 
-// ---- Predicates of both kinds
+// ---- Predicates of both kinds ----
 
 /// Signs that compare nothing here.
 constexpr const char* other_signs = "!<>";
@@ -144,7 +144,7 @@ void note_bare_text(const Predicate& predicate, const char* equal, const char* q
                            predicate.value + "']");
 }
 
-// ---- Predicates of lists
+// ---- Predicates of lists ----
 
 void note_last(const Predicate& predicate, Notes& notes) {
     if (!begins_with(predicate.text, "last()"))
@@ -209,7 +209,7 @@ void note_value(const Predicate& predicate, Notes& notes) {
         warn(notes, "the quotes belong to the value, since blanks stand outside them");
 }
 
-// ---- Predicates of single nodes
+// ---- Predicates of single nodes ----
 
 /// The character before the equal sign is lost.
 void note_cut_name(const Predicate& predicate, std::size_t equal_sign, Notes& notes) {
@@ -330,9 +330,10 @@ std::vector<Note> get_notes(const PathStep& step) {
     if (!step.is_closed)
         return notes;
     for (const Predicate& predicate : step.predicates) {
-        if (predicate.fault.empty())
+        if (predicate.fault.empty()) {
             for (const Note& note : get_notes(predicate))
                 notes.push_back(note);
+        }
     }
     return notes;
 }

@@ -53,7 +53,7 @@ quxml::XPathHelper get_library() {
     return quxml::XPathHelper({});
 }
 
-// ---- Faults
+// ---- Faults ----
 
 std::string get_complaint_about_position(const std::string& text) {
     if (contains(text, "<="))
@@ -94,7 +94,7 @@ void read_or_refuse(Predicate& predicate, Read read) {
     }
 }
 
-// ---- List filter
+// ---- List filter ----
 
 void take_last(Predicate& predicate) {
     predicate.kind = PredicateKind::last;
@@ -173,7 +173,7 @@ void take_list_predicates(PathStep& step, std::size_t bracket) {
     }
 }
 
-// ---- Single-node test
+// ---- Single-node test ----
 
 /// The character before the equal sign is not part of the name; without any, all of it is.
 void take_test_of_attribute(Predicate& predicate) {
@@ -207,7 +207,7 @@ void take_single_predicate(PathStep& step, std::size_t bracket) {
         step.ignored = step.text.substr(end + 1);
 }
 
-// ---- Steps
+// ---- Steps ----
 
 PathStep get_step(const std::string& text, StepKind kind) {
     PathStep step{text, text.empty() ? StepKind::nothing : kind, "", {}, "", true, false, false};

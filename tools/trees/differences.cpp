@@ -48,7 +48,7 @@ std::map<std::string, std::string> get_attributes(const Element& element) {
     return attributes;
 }
 
-// ---- Fingerprints
+// ---- Fingerprints ----
 
 class Fingerprints {
 public:
@@ -93,7 +93,7 @@ private:
     std::unordered_map<const Element*, std::size_t> prints;
 };
 
-// ---- Pairs
+// ---- Pairs ----
 
 /// An element that has no counterpart is paired with nothing.
 struct Pair {
@@ -161,7 +161,7 @@ private:
     Fingerprints other_prints;
 };
 
-// ---- Differences
+// ---- Differences ----
 
 std::string show(const std::string& text) {
     return quote(escape_controls(text));

@@ -64,9 +64,10 @@ std::string get_first_difference(const quxml::Node& wanted, const quxml::Node& r
 }
 
 std::string get_first_error(std::string_view document) {
-    for (const Problem& problem : read_events(document, [](const Event& /*event*/) {}))
+    for (const Problem& problem : read_events(document, [](const Event& /*event*/) {})) {
         if (problem.is_fatal)
             return problem.message;
+    }
     return "it would not be well-formed";
 }
 
@@ -172,9 +173,10 @@ void EditedDocument::remove(const std::vector<quxml::Node*>& nodes) {
     const Selected selected = locate(wanted);
     const std::unordered_set<const quxml::Node*> removed(nodes.begin(), nodes.end());
     std::unordered_map<const quxml::Node*, std::vector<const Extent*>> children;
-    for (std::size_t i = 0; i != selected.elements.size(); ++i)
+    for (std::size_t i = 0; i != selected.elements.size(); ++i) {
         if (removed.count(selected.elements[i]) != 0)
             children[selected.elements[i]->get_parent()].push_back(&selected.markup.extents[i]);
+    }
 
     Editor editor(text.get_text(), selected.markup);
     for (std::size_t i = 0; i != selected.elements.size(); ++i) {
@@ -186,9 +188,10 @@ void EditedDocument::remove(const std::vector<quxml::Node*>& nodes) {
             editor.clear(selected.markup.extents[i]);
         }
     }
-    for (quxml::Element* parent : selected.elements)
+    for (quxml::Element* parent : selected.elements) {
         if (removed.count(parent) == 0)
             remove_children(*parent, removed);
+    }
     text.apply(std::move(editor.get_patches()));
 }
 

@@ -89,9 +89,10 @@ private:
 std::string encode(std::string_view text, const std::string& encoding) {
     Conversion conversion(encoding, utf_8);
     std::string bytes;
-    while (!text.empty())
+    while (!text.empty()) {
         if (!conversion.is_known() || !conversion.convert(text, text.size() * 4 + 16, bytes))
             return {};
+    }
     conversion.finish(bytes);
     return bytes;
 }

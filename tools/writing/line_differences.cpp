@@ -251,10 +251,11 @@ std::vector<LineDifference> find_line_differences(const std::vector<std::string_
     Lines some = number_lines(lines, begin, lines.size() - common, numbers);
     Lines more = number_lines(others, begin, others.size() - common, numbers);
     std::vector<LineDifference> differences = Search(std::move(some), std::move(more)).run();
-    for (LineDifference& difference : differences)
+    for (LineDifference& difference : differences) {
         for (std::size_t LineDifference::*number : {&LineDifference::begin, &LineDifference::end,
                                                     &LineDifference::other_begin, &LineDifference::other_end})
             difference.*number += begin;
+    }
     return differences;
 }
 

@@ -86,9 +86,10 @@ private:
     std::size_t count_line_ends(std::size_t begin, std::size_t end) const {
         const std::string_view space = document.substr(begin, end - begin);
         std::size_t count = 0;
-        for (std::size_t i = 0; i != space.size(); ++i)
+        for (std::size_t i = 0; i != space.size(); ++i) {
             if (space[i] == '\n' || (space[i] == '\r' && space.substr(i + 1, 1) != "\n"))
                 ++count;
+        }
         return count;
     }
 

@@ -211,7 +211,7 @@ void require_unchanged(const Original& original) {
         throw Failure(ExitCode::io, get_label(original.path) + ": somebody else changed it in the meantime");
 }
 
-// ---- The lock
+// ---- The lock ----
 
 constexpr std::chrono::seconds longest_wait{10};
 constexpr std::chrono::milliseconds between_tries{20};
