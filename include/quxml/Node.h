@@ -210,7 +210,7 @@ public:
     ///
     /// Deliberate: the last comparison is with `path` as it was passed. A path without a leading "/" never
     /// equals the chain, so for such a path the node at its very end gets the whole path back.
-    /// Test: Rows/Subpath.is/the_whole_path_without_its_slash__wanted.
+    /// Test: Rows/Subpath.is/the_whole_path_without_its_slash_wanted.
     /// \par Complexity
     /// linear in the length of the path.
     std::string get_subpath_for(const std::string& path);

@@ -51,8 +51,8 @@ std::string Node::get_subpath_for(const std::string& path) {
     for (auto node = matched.rbegin(); node != matched.rend(); ++node)
         subpath += "/" + NodeAccess::name(**node);
     // Deliberate: compared with the path as it was passed, with its leading or trailing "/" or without.
-    // Tests: Rows/Subpath.is/the_whole_path_without_its_slash__wanted,
-    // Rows/Subpath.is/the_whole_path_ends_in_a_slash__wanted.
+    // Tests: Rows/Subpath.is/the_whole_path_without_its_slash_wanted,
+    // Rows/Subpath.is/the_whole_path_ends_in_a_slash_wanted.
     if (fold.equals(subpath, path))
         return {};
     return subpath;
