@@ -4,7 +4,7 @@
 Each mutant is one small change in one line of src/: an operator, a constant, a condition, a removed statement. The
 source file is compiled with it, linked with the other objects into a shared library, and the tests are run against
 that, the quick ones first, those of failing memory, hostile text and costs last. A mutant that fails a test, crashes or
-does not end is killed; one that does not compile does not count. Mutants that no test cannotice, because they change
+does not end is killed; one that does not compile does not count. Mutants that no test can notice, because they change
 nothing that can be seen, are listed with the reason in scripts/equivalent_mutants.txt; every other survivor is a gap
 in the tests.
 
@@ -180,9 +180,9 @@ def link(objects, target):
 
 
 def build_program(name, folder):
-    """Builds a test program that is linked with the library in `folder`."""
-    objects = compile_all(Target(name))
-    linked = run(["g++", *map(str, objects.values()), "-o", str(BUILD / name), f"-L{folder}", "-lquxml", "-lgtest",
+    """Builds a test program that is linked with the library in `folder`, and with the extras, which some tests call."""
+    objects = [*compile_all(Target(name)).values(), *compile_all(Target("quxml_extras")).values()]
+    linked = run(["g++", *map(str, objects), "-o", str(BUILD / name), f"-L{folder}", "-lquxml", "-lgtest",
                   "-lgtest_main", "-lxml2", "-lpthread"])
     if linked.returncode != 0:
         sys.exit(linked.stderr.decode())
