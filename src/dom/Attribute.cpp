@@ -3,7 +3,8 @@
 namespace quxml {
 
 Attribute::Attribute(const std::string& attribute_name, const std::string& attribute_value, Element* owner)
-    : Node(attribute_name, owner, false), value(attribute_value) {}
+    : Attribute(attribute_name.data(), attribute_name.size(), attribute_value.data(), attribute_value.size(),
+                owner) {}
 
 Attribute::Attribute(const char* attribute_name, std::size_t name_length, const char* attribute_value,
                      std::size_t value_length, Element* owner)

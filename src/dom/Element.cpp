@@ -9,7 +9,7 @@
 namespace quxml {
 
 Element::Element(const std::string& element_name, Element* owner, bool sorted)
-    : Node(element_name, owner, sorted) {}
+    : Element(element_name.data(), element_name.size(), owner, sorted) {}
 
 Element::Element(const char* element_name, std::size_t length, Element* owner, bool sorted)
     : Node(element_name, length, owner, sorted) {}
@@ -41,7 +41,7 @@ Attribute* Element::set_attribute(const std::string& attribute_name, const std::
         present->set_value(value);
         return present;
     }
-    auto attribute = std::make_unique<Attribute>(attribute_name, value, this);
+    auto attribute = NodeAccess::make_attribute(attribute_name, value, *this);
     attributes.push_back(attribute.get());
     return attribute.release();
 }

@@ -11,12 +11,10 @@ namespace quxml {
 /// Nodes without a name stand in front of all others, in an order of their own, whatever the order after
 /// them: a new one is linked at its place.
 Element* Filling::add_element(Element& parent, std::string_view name, bool keep_sorted) {
+    if (name.empty())
+        return NodeAccess::add_element(parent, name, keep_sorted);
     auto child = NodeAccess::make_element(name, parent, keep_sorted);
-    if (name.empty()) {
-        link_new_node(parent, child.get());
-    } else {
-        NodeAccess::link_last(parent, child.get());
-    }
+    NodeAccess::link_last(parent, child.get());
     return child.release();
 }
 

@@ -29,6 +29,7 @@
 #include <utility>
 
 #include "NodeAccess.h"
+#include "failure.h"
 #include "integer.h"
 #include "ordering.h"
 
@@ -41,7 +42,7 @@ Node::Node(Element* owner) : Node(std::string(), owner, owner->keep_sorted) {}
 Node::Node(const std::string& node_name) : Node(node_name, nullptr, false) {}
 
 Node::Node(const std::string& node_name, Element* owner, bool sorted)
-    : keep_sorted(sorted), name(node_name), parent(owner), previous_sibling(nullptr), next_sibling(nullptr) {}
+    : Node(node_name.data(), node_name.size(), owner, sorted) {}
 
 Node::Node(const char* node_name, std::size_t length, Element* owner, bool sorted)
     : keep_sorted(sorted),
@@ -136,14 +137,18 @@ void NodeAccess::relink_children(Node& parent) noexcept {
     parent.children.back()->next_sibling = nullptr;
 }
 
-Element* Node::add_child(const std::string& child_name) {
-    auto child = std::make_unique<Element>(child_name, static_cast<Element*>(this), keep_sorted);
-    link_new_node(*this, child.get());
+Element* NodeAccess::add_element(Element& parent, std::string_view name, bool keep_sorted) {
+    auto child = make_element(name, parent, keep_sorted);
+    link_new_node(parent, child.get());
     return child.release();
 }
 
+Element* Node::add_child(const std::string& child_name) {
+    return NodeAccess::add_element(*static_cast<Element*>(this), child_name, keep_sorted);
+}
+
 Element* Node::add_child(const std::string& child_name, const std::string& item) {
-    auto child = std::make_unique<Element>(child_name, static_cast<Element*>(this), keep_sorted);
+    auto child = NodeAccess::make_element(child_name, *static_cast<Element*>(this), keep_sorted);
     child->set_attribute("item", item);
     try {
         link_new_node(*this, child.get());
@@ -193,9 +198,9 @@ void remove_entries(NodeList& children, Node* child) {
 
 void Node::remove_child(Node* child) {
     if (child == nullptr)
-        throw std::invalid_argument("Can not remove nullptr pointer from Node");
+        throw_invalid_argument("Can not remove nullptr pointer from Node");
     if (children.empty())
-        throw std::invalid_argument("Can not remove when Node has no children");
+        throw_invalid_argument("Can not remove when Node has no children");
     // Deliberate: nothing checks that `child` is a child of this node; the caller vouches for it.
     // Test: RemoveChild.takes_a_foreign_node_out_of_its_own_siblings_though_its_parent_still_lists_it_which_is_wanted.
     if (children.size() > 1) {

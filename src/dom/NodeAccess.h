@@ -45,6 +45,9 @@ struct NodeAccess {
         return std::unique_ptr<TextNode>(new TextNode(&parent, text.data(), text.size()));
     }
 
+    /// Creates an element and links it at the place of a new child, see `link_new_node`.
+    static Element* add_element(Element& parent, std::string_view name, bool keep_sorted);
+
     /// Links `node` as the last child.
     /// \throws std::bad_alloc nothing has changed.
     static void link_last(Node& parent, Node* node);

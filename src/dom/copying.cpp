@@ -1,17 +1,15 @@
 // Copies of nodes, each attached to its new parent by its own class.
 //
 // The elements below an element are copied on a list of open elements instead of by recursion: for each, its
-// copy and the source's next child. Texts take their place at once. Only elements and texts of the library's own classes are handled that
-// way; a node of a derived class is asked to copy itself.
+// copy and the source's next child. Texts take their place at once. Only elements and texts of the library's own
+// classes are handled that way; a node of a derived class is asked to copy itself.
 
 #include <cstddef>
 #include <list>
-#include <memory>
 #include <vector>
 
 #include "Filling.h"
 #include "NodeAccess.h"
-#include "ordering.h"
 #include "quxml/Document.h"
 
 namespace quxml {
@@ -87,11 +85,8 @@ private:
 
     Element* add_element(const Node& child, Element& parent) {
         const bool keep_sorted = NodeAccess::keep_sorted(child);
-        if (!is_settled())
-            return Filling::add_element(parent, NodeAccess::name(child), keep_sorted);
-        auto copy = NodeAccess::make_element(NodeAccess::name(child), parent, keep_sorted);
-        link_new_node(parent, copy.get());
-        return copy.release();
+        const auto add = is_settled() ? NodeAccess::add_element : Filling::add_element;
+        return add(parent, NodeAccess::name(child), keep_sorted);
     }
 
     /// Whether the innermost open element has been settled.
@@ -120,12 +115,10 @@ Node* Node::import_node(const Node* node, bool deep) {
 }
 
 Node* Element::get_deep_copy_of_node(bool deep, Element* new_parent) const {
-    auto copy = std::make_unique<Element>(name, new_parent, keep_sorted);
-    link_new_node(*new_parent, copy.get());
-    Element* linked = copy.release();
+    Element* copy = NodeAccess::add_element(*new_parent, name, keep_sorted);
     if (deep)
-        ContentCopier().copy(*this, *linked);
-    return linked;
+        ContentCopier().copy(*this, *copy);
+    return copy;
 }
 
 Node* Attribute::get_deep_copy_of_node(bool /*deep*/, Element* new_parent) const {

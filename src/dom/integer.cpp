@@ -1,54 +1,52 @@
 #include "integer.h"
 
 #include <array>
-#include <cerrno>
+#include <cctype>
 #include <climits>
-#include <cstddef>
-#include <cstdlib>
+#include <cstdint>
 #include <limits>
 #include <stdexcept>
+
+#include "failure.h"
 
 namespace quxml {
 
 namespace {
 
-/// The number if the text is a few digits and nothing else, as most are: reading these by hand takes a tenth
-/// of the time.
-std::optional<int> read_few_digits(const std::string& text) {
-    constexpr std::size_t few = 9;
-    if (text.empty() || text.size() > few)
-        return std::nullopt;
-    int number = 0;
-    for (const char c : text) {
-        if (c < '0' || c > '9')
-            return std::nullopt;
-        number = number * 10 + (c - '0');
-    }
-    return number;
+bool is_digit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+bool is_space(char c) {
+    return !is_digit(c) && std::isspace(static_cast<unsigned char>(c)) != 0;
 }
 
 }  // namespace
 
-std::optional<int> read_integer(const std::string& text) {
-    if (const std::optional<int> number = read_few_digits(text))
-        return number;
-    const int saved_errno = errno;
-    errno = 0;
-    char* end = nullptr;
-    const long value = std::strtol(text.c_str(), &end, 10);
-    const bool is_out_of_range = errno == ERANGE || value < INT_MIN || value > INT_MAX;
-    errno = saved_errno;
-    if (end == text.c_str())
+std::optional<int> read_integer(std::string_view text) {
+    const char* c = text.data();
+    const char* const end = c + text.size();
+    while (c != end && is_space(*c))
+        ++c;
+    const bool is_negative = c != end && *c == '-';
+    if (c != end && (*c == '-' || *c == '+'))
+        ++c;
+    if (c == end || !is_digit(*c))
         return std::nullopt;
-    if (is_out_of_range)
+    constexpr unsigned tenth_of_largest = INT_MAX / 10;
+    unsigned number = 0;
+    for (; c != end && is_digit(*c); ++c)
+        number = number > tenth_of_largest ? UINT_MAX : number * 10 + static_cast<unsigned>(*c - '0');
+    const std::int64_t value = is_negative ? -std::int64_t{number} : std::int64_t{number};
+    if (value < INT_MIN || value > INT_MAX)
         throw std::out_of_range("stoi");
     return static_cast<int>(value);
 }
 
-int require_integer(const std::string& text) {
+int require_integer(std::string_view text) {
     const std::optional<int> number = read_integer(text);
     if (!number)
-        throw std::invalid_argument("stoi");
+        throw_invalid_argument("stoi");
     return *number;
 }
 

@@ -2,54 +2,65 @@
 //
 // The climb starts at the node and visits the components of the path from the last one to the first. A
 // component that names the current node takes the climb one node up; any other is skipped. The climb never
-// skips a node.
+// skips a node: what it matches is the chain of nodes from the first one up to the highest one.
 
-#include <deque>
-#include <vector>
+#include <algorithm>
+#include <cstddef>
+#include <string_view>
 
 #include "CaseFold.h"
 #include "NodeAccess.h"
-#include "split.h"
 
 namespace quxml {
 
 namespace {
 
-/// The names of the path without empty ones at its front.
-std::deque<std::string> get_components(const std::string& path) {
-    std::deque<std::string> components = split(path, "/");
-    while (!components.empty() && components.front().empty())
-        components.pop_front();
-    return components;
+/// The path without empty names at its front.
+std::string_view trim_front(std::string_view path) {
+    path.remove_prefix(std::min(path.find_first_not_of('/'), path.size()));
+    return path;
 }
 
-/// The nodes that the climb from `node` matches, the lowest first.
-std::vector<const Node*> climb(const Node* node, const std::deque<std::string>& components,
-                               const CaseFold& fold) {
-    std::vector<const Node*> matched;
-    for (auto component = components.rbegin(); component != components.rend() && node != nullptr;
-         ++component) {
-        if (!fold.equals(NodeAccess::name(*node), *component))
+/// The highest node that the climb from `node` matches, or null.
+const Node* climb(const Node* node, std::string_view path, const CaseFold& fold) {
+    const Node* matched = nullptr;
+    for (bool has_more = true; has_more && node != nullptr;) {
+        const std::size_t slash = path.rfind('/');
+        has_more = slash != std::string_view::npos;
+        const std::string_view component = path.substr(has_more ? slash + 1 : 0);
+        path = path.substr(0, has_more ? slash : 0);
+        if (!fold.equals(NodeAccess::name(*node), component))
             continue;
-        matched.push_back(node);
+        matched = node;
         node = node->get_parent();
     }
     return matched;
+}
+
+/// The names from `top` down to `node`, with "/" before each.
+std::string join_names(const Node* node, const Node* top) {
+    std::size_t length = 0;
+    for (const Node* named = node; named != top->get_parent(); named = named->get_parent())
+        length += 1 + NodeAccess::name(*named).size();
+    std::string names(length, '/');
+    for (const Node* named = node; named != top->get_parent(); named = named->get_parent()) {
+        const std::string& name = NodeAccess::name(*named);
+        length -= name.size();
+        names.replace(length, name.size(), name);
+        --length;
+    }
+    return names;
 }
 
 }  // namespace
 
 std::string Node::get_subpath_for(const std::string& path) {
     const CaseFold fold;
-    const std::deque<std::string> components = get_components(path);
-    const std::vector<const Node*> matched = climb(this, components, fold);
-    if (matched.empty())
+    const std::string_view components = trim_front(path);
+    const Node* top = components.empty() ? nullptr : climb(this, components, fold);
+    if (top == nullptr || !fold.equals(NodeAccess::name(*top), components.substr(0, components.find('/'))))
         return {};
-    if (!fold.equals(NodeAccess::name(*matched.back()), components.front()))
-        return {};
-    std::string subpath;
-    for (auto node = matched.rbegin(); node != matched.rend(); ++node)
-        subpath += "/" + NodeAccess::name(**node);
+    std::string subpath = join_names(this, top);
     // Deliberate: compared with the path as it was passed, with its leading or trailing "/" or without.
     // Tests: Rows/Subpath.is/the_whole_path_without_its_slash_wanted,
     // Rows/Subpath.is/the_whole_path_ends_in_a_slash_wanted.

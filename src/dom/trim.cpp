@@ -1,6 +1,5 @@
 #include "trim.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <locale>
 
@@ -18,8 +17,10 @@ std::string_view trim_space(std::string_view text) {
 }
 
 std::string_view trim(std::string_view text, std::string_view characters) {
-    text.remove_suffix(text.size() - (text.find_last_not_of(characters) + 1));
-    text.remove_prefix(std::min(text.find_first_not_of(characters), text.size()));
+    while (!text.empty() && characters.find(text.back()) != std::string_view::npos)
+        text.remove_suffix(1);
+    while (!text.empty() && characters.find(text.front()) != std::string_view::npos)
+        text.remove_prefix(1);
     return text;
 }
 

@@ -2,58 +2,44 @@
 
 #include "dom/integer.h"
 #include "positions.h"
+#include "values.h"
 
 namespace quxml {
 
-ListPredicate::ListPredicate(std::string_view predicate) : text(predicate), kind(classify(text)) {}
+namespace {
 
-/// The first kind that fits wins.
-ListPredicate::Kind ListPredicate::classify(std::string_view predicate) {
-    const auto contains = [&predicate](const char* part) {
+void keep_all(std::string_view /*nothing*/, Candidates& /*nodes*/) {}
+
+void keep_with_attribute_after_at(std::string_view predicate, Candidates& nodes) {
+    keep_with_attribute(predicate.substr(1), nodes);
+}
+
+void keep_item_or_literal(std::string_view predicate, Candidates& nodes) {
+    if (read_integer(predicate)) {
+        keep_item(predicate, nodes);
+    } else {
+        keep_with_literal(predicate, nodes);
+    }
+}
+
+}  // namespace
+
+ListPredicate::ListPredicate(std::string_view predicate) : text(predicate), rule(choose_rule(text)) {}
+
+/// The first rule that fits wins.
+ListPredicate::Rule ListPredicate::choose_rule(std::string_view predicate) {
+    const auto contains = [&predicate](std::string_view part) {
         return predicate.find(part) != std::string_view::npos;
     };
     if (predicate.empty())
-        return empty;
+        return keep_all;
     if (contains("last()"))
-        return last;
+        return keep_last;
     if (contains("position()"))
-        return position;
+        return keep_positions;
     if (predicate.front() == '@')
-        return attribute;
-    if (contains("="))
-        return child_value;
-    return item_or_literal;
-}
-
-void ListPredicate::filter(Candidates& nodes) {
-    switch (kind) {
-        case empty:
-            return;
-        case last:
-            return keep_last(text, nodes);
-        case position:
-            return keep_positions(text, nodes);
-        case attribute:
-            return keep_with_attribute(get_pair(), nodes);
-        case child_value:
-            return keep_with_child_value(get_pair(), nodes);
-        case item_or_literal:
-            return filter_by_item_or_literal(nodes);
-    }
-}
-
-NameAndValue ListPredicate::get_pair() {
-    if (!pair)
-        pair = kind == attribute ? read_attribute_pair(text.substr(1)) : read_child_value(text);
-    return *pair;
-}
-
-void ListPredicate::filter_by_item_or_literal(Candidates& nodes) const {
-    if (read_integer(std::string(text))) {
-        keep_item(text, nodes);
-    } else {
-        keep_with_literal(text, nodes);
-    }
+        return keep_with_attribute_after_at;
+    return contains("=") ? keep_with_child_value : keep_item_or_literal;
 }
 
 }  // namespace quxml

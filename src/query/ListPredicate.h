@@ -1,11 +1,9 @@
 #ifndef QUXML_QUERY_LIST_PREDICATE_H
 #define QUXML_QUERY_LIST_PREDICATE_H
 
-#include <optional>
 #include <string_view>
 
 #include "Candidates.h"
-#include "values.h"
 
 namespace quxml {
 
@@ -19,18 +17,15 @@ public:
     /// Keeps the nodes that satisfy the predicate, in their order.
     /// \throws std::invalid_argument, std::out_of_range if the predicate cannot be read; `nodes` is
     ///     unchanged.
-    void filter(Candidates& nodes);
+    void filter(Candidates& nodes) const { rule(text, nodes); }
 
 private:
-    enum Kind { empty, last, position, attribute, child_value, item_or_literal };
+    using Rule = void (*)(std::string_view text, Candidates& nodes);
 
-    static Kind classify(std::string_view predicate);
-    NameAndValue get_pair();
-    void filter_by_item_or_literal(Candidates& nodes) const;
+    static Rule choose_rule(std::string_view predicate);
 
     std::string_view text;
-    Kind kind;
-    std::optional<NameAndValue> pair;  // of an attribute or child value predicate, once it has been read
+    Rule rule;
 };
 
 }  // namespace quxml

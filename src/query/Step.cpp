@@ -32,7 +32,7 @@ void Step::select_children(const Node* parent, NameComparator& names, Candidates
     }
     if (!has_predicates())
         return;
-    for (ListPredicate& predicate : get_list_predicates())
+    for (const ListPredicate& predicate : get_list_predicates())
         predicate.filter(selected);
 }
 
@@ -45,10 +45,13 @@ void Step::note_before_testing(const Node* parent, NameComparator& names, Candid
 }
 
 void Step::test_before_noting(const Node* parent, NameComparator& names, Candidates& selected) const {
+    constexpr std::size_t few = 16;
+    const NodeList& children = NodeAccess::children(*parent);
     selected.clear();
+    selected.reserve(std::min(children.size(), few));
     const NameTest test = test_of_child(names);
     const Node* before = parent;
-    for (Node* child : NodeAccess::children(*parent)) {
+    for (Node* child : children) {
         prefetch_sibling(before, child);
         before = child;
         if (test.accepts(child))
@@ -85,16 +88,13 @@ std::vector<ListPredicate>& Step::get_list_predicates() {
 std::vector<Step> read_steps(std::string_view path) {
     std::vector<Step> steps;
     steps.reserve(static_cast<std::size_t>(std::count(path.begin(), path.end(), '/')) + 1);
-    cut(path, "/", [&steps](std::string_view piece) { steps.emplace_back(piece); });
+    cut<'/'>(path, [&steps](std::string_view piece) { steps.emplace_back(piece); });
     return steps;
 }
 
 std::vector<ListPredicate> read_predicates(std::string_view predicates) {
-    std::size_t count = 0;
-    cut(predicates, "][", [&count](std::string_view piece) { count += piece.empty() ? 0U : 1U; });
     std::vector<ListPredicate> result;
-    result.reserve(count);
-    cut(predicates, "][", [&result](std::string_view piece) {
+    cut<']', '['>(predicates, [&result](std::string_view piece) {
         if (!piece.empty())
             result.emplace_back(piece);
     });

@@ -30,7 +30,6 @@
 #include "Walk.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 #include "dom/NodeAccess.h"
@@ -93,10 +92,12 @@ void Walk::follow(Node* node, std::size_t step) {
     if (is_last(step)) {
         results.add(node);
     } else if (steps[step].is_empty()) {
-        note(std::array<Node*, 1>{node}, step + 1);
+        selected.clear();
+        selected.push_back(node);
+        note(step + 1);
     } else if (names.is_users() || steps[step + 1].has_predicates()) {
         steps[step + 1].select_children(node, names, selected);
-        note(selected, step + 1);
+        note(step + 1);
     } else {
         add_children(node, step + 1);
     }
@@ -169,29 +170,25 @@ void Walk::add_rest(const Row& row) {
 void Walk::add_children(const Node* node, std::size_t step) {
     const NodeList& children = NodeAccess::children(*node);
     if (names.is_users()) {
-        note(children, step);
+        selected.assign(children.begin(), children.end());
+        note(step);
     } else {
         add_rest({step, children.begin(), children.end(), node, 0});
     }
 }
 
-template <typename Nodes>
-void Walk::note(const Nodes& added, std::size_t step) {
-    if (added.empty())
+/// Adds the selected nodes to be visited before all others, the first of them first. They join the next row if
+/// that is of the same step.
+void Walk::note(std::size_t step) {
+    if (selected.empty())
         return;
-    if (rows.empty() || !rows.back().is_noted() || rows.back().step != step)
-        rows.push_back({step, {}, {}, nullptr, noted.size()});
-    noted.resize(noted.size() + added.size());
-    std::copy(added.begin(), added.end(), noted.rbegin());
+    if (rows.empty() || !rows.back().is_noted() || rows.back().step != step) {
+        const Row row = {step, {}, {}, nullptr, noted.size()};
+        rows.push_back(row);
+    }
+    noted.resize(noted.size() + selected.size());
+    std::copy(selected.begin(), selected.end(), noted.rbegin());
 }
-
-namespace {
-
-bool begins_with(std::string_view text, std::string_view beginning) {
-    return text.substr(0, beginning.size()) == beginning;
-}
-
-}  // namespace
 
 bool select_nodes(Node* node, std::string_view path, NameComparator& names, Results& results) {
     path = trim_space(path);
@@ -199,8 +196,8 @@ bool select_nodes(Node* node, std::string_view path, NameComparator& names, Resu
         return false;
     if (node == nullptr)
         return true;
-    const bool is_search = begins_with(path, "//");
-    path.remove_prefix(is_search ? 2 : begins_with(path, "/") ? 1 : 0);
+    const bool is_search = path.substr(0, 2) == "//";
+    path.remove_prefix(is_search ? 2 : path.front() == '/' ? 1 : 0);
     Walk walk(read_steps(path), names, results);
     if (is_search) {
         walk.search_from(node);

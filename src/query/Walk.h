@@ -52,11 +52,7 @@ private:
     void add_rest(const Row& row);
     bool goes_on_below_match(std::size_t step) const;
     void add_children(const Node* node, std::size_t step);
-
-    /// Adds nodes to be visited before all others, the first of them first. They join the next row if that is
-    /// of the same step.
-    template <typename Nodes>
-    void note(const Nodes& added, std::size_t step);
+    void note(std::size_t step);
 
     /// Whether nodes that satisfy the step are searched for at every depth, rather than among children.
     bool is_searched(std::size_t step) const { return step == 0 || steps[step - 1].is_empty(); }
@@ -68,7 +64,7 @@ private:
     Results& results;
     std::vector<Row> rows;     // the next one at the back
     std::vector<Node*> noted;  // likewise
-    Candidates selected;
+    Candidates selected;       // what is noted next
 };
 
 /// Selects the nodes at the end of `path`, starting at `node`, or none if that is null.

@@ -7,12 +7,15 @@
 
 #include "quxml/XPathHelper.h"
 
+#include <string_view>
 #include <utility>
+#include <vector>
 
 #include "Candidates.h"
 #include "ListPredicate.h"
 #include "Step.h"
 #include "Walk.h"
+#include "dom/split.h"
 #include "positions.h"
 #include "values.h"
 
@@ -21,11 +24,35 @@ namespace quxml {
 namespace {
 
 /// Applies a rule that filters candidates to a list, and returns what it leaves.
-template <typename Filter>
-NodeList filter_list(const NodeList& nodes, Filter filter) {
+NodeList filter_list(const NodeList& nodes, std::string_view text,
+                     void (*rule)(std::string_view text, Candidates& candidates)) {
     Candidates candidates(nodes.begin(), nodes.end());
-    filter(candidates);
+    rule(text, candidates);
     return NodeList(candidates.begin(), candidates.end());
+}
+
+void keep_by_predicate(std::string_view predicate, Candidates& nodes) {
+    ListPredicate(predicate).filter(nodes);
+}
+
+/// Walks along steps that are texts of their own. They are copied, for a comparator may change the caller's.
+void walk_along(const std::deque<std::string>& texts, Node* node, void (Walk::*walk)(Node*),
+                const StringComparator& comparator, NodeSet& results) {
+    if (texts.empty())
+        return;
+    std::string text;
+    for (const std::string& step : texts)
+        text += step;
+    std::vector<Step> steps;
+    steps.reserve(texts.size());
+    std::string_view rest = text;
+    for (const std::string& step : texts) {
+        steps.emplace_back(rest.substr(0, step.size()));
+        rest.remove_prefix(step.size());
+    }
+    NameComparator names(comparator);
+    Results found(results, Results::at_once);
+    (Walk(std::move(steps), names, found).*walk)(node);
 }
 
 }  // namespace
@@ -42,21 +69,11 @@ NodeSet XPathHelper::find(Node* node, std::string path) const {
 }
 
 void XPathHelper::get_nodes_from_path(Node* node, std::deque<std::string> steps) const {
-    if (steps.empty())
-        return;
-    NameComparator names(comparator);
-    Results found(results, Results::at_once);
-    Walk({steps.begin(), steps.end()}, names, found).follow_from(node);
+    walk_along(steps, node, &Walk::follow_from, comparator, results);
 }
 
 void XPathHelper::skip_all_until_first_match(Node* node, const std::deque<std::string>& steps) const {
-    if (steps.empty())
-        return;
-    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): a comparator may change the caller's.
-    const std::deque<std::string> texts = steps;
-    NameComparator names(comparator);
-    Results found(results, Results::at_once);
-    Walk({texts.begin(), texts.end()}, names, found).search_from(node);
+    walk_along(steps, node, &Walk::search_from, comparator, results);
 }
 
 NodeList XPathHelper::get_child_nodes(Node* node, const std::string& step) const {
@@ -76,24 +93,24 @@ bool XPathHelper::is_correct_node(Node* node, const std::string& step) const {
 }
 
 NodeList XPathHelper::get_nodes_matching_attributes(NodeList& nodes, const std::string& predicates) const {
-    for (ListPredicate& predicate : read_predicates(predicates)) {
-        nodes = filter_list(nodes, [&predicate](Candidates& candidates) { predicate.filter(candidates); });
-    }
+    cut<']', '['>(predicates, [&nodes](std::string_view predicate) {
+        if (!predicate.empty())
+            nodes = filter_list(nodes, predicate, keep_by_predicate);
+    });
     return nodes;
 }
 
 NodeList XPathHelper::get_nodes_matching_attribute(NodeList& nodes, std::string predicate) const {
     const std::string text = std::move(predicate);
-    ListPredicate filter(text);
-    return filter_list(nodes, [&filter](Candidates& candidates) { filter.filter(candidates); });
+    return filter_list(nodes, text, keep_by_predicate);
 }
 
 NodeList XPathHelper::get_node_by_number(const std::string& number, NodeList& nodes) const {
-    return filter_list(nodes, [&number](Candidates& candidates) { keep_item(number, candidates); });
+    return filter_list(nodes, number, keep_item);
 }
 
 NodeList XPathHelper::get_last_node(const std::string& predicate, NodeList& nodes) const {
-    return filter_list(nodes, [&predicate](Candidates& candidates) { keep_last(predicate, candidates); });
+    return filter_list(nodes, predicate, keep_last);
 }
 
 int XPathHelper::index_from_last(const std::string& predicate) const {
@@ -101,8 +118,7 @@ int XPathHelper::index_from_last(const std::string& predicate) const {
 }
 
 NodeList XPathHelper::get_positioned_nodes(const std::string& predicate, NodeList& nodes) const {
-    return filter_list(nodes,
-                       [&predicate](Candidates& candidates) { keep_positions(predicate, candidates); });
+    return filter_list(nodes, predicate, keep_positions);
 }
 
 std::pair<unsigned int, unsigned int> XPathHelper::get_position_range(const std::string& predicate,
@@ -116,14 +132,11 @@ std::pair<std::string, std::string> XPathHelper::get_attribute_pair(const std::s
 }
 
 NodeList XPathHelper::get_node_containing_attribute(const std::string& query, NodeList& nodes) const {
-    const NameAndValue attribute = read_attribute_pair(query);
-    return filter_list(nodes,
-                       [&attribute](Candidates& candidates) { keep_with_attribute(attribute, candidates); });
+    return filter_list(nodes, query, keep_with_attribute);
 }
 
 NodeList XPathHelper::get_node_containing_child_value(const std::string& query, NodeList& nodes) const {
-    const NameAndValue child = read_child_value(query);
-    return filter_list(nodes, [&child](Candidates& candidates) { keep_with_child_value(child, candidates); });
+    return filter_list(nodes, query, keep_with_child_value);
 }
 
 bool XPathHelper::contains_child_value(Node* node, const std::string& child_name,

@@ -33,7 +33,7 @@ std::optional<unsigned int> read_operand(std::string_view predicate, const char*
         at = predicate.find(strict);
     if (at == std::string_view::npos)
         return std::nullopt;
-    return static_cast<unsigned int>(require_integer(std::string(predicate.substr(at + 1))));
+    return static_cast<unsigned int>(require_integer(predicate.substr(at + 1)));
 }
 
 // Deliberate: positions are 32 bits wide, and sums begin again at 0 beyond the largest.
@@ -47,7 +47,7 @@ unsigned int add_positions(unsigned int a, unsigned int b) {
 int read_index_from_last(std::string_view predicate) {
     constexpr std::string_view last = "last()";
     const std::string_view offset = predicate.substr(predicate.find(last) + last.size());
-    return offset.empty() ? 0 : require_integer(std::string(offset));
+    return offset.empty() ? 0 : require_integer(offset);
 }
 
 void keep_last(std::string_view predicate, Candidates& nodes) {
@@ -90,7 +90,7 @@ void keep_item(std::string_view number, Candidates& nodes) {
     std::optional<bool> is_one;
     const auto begins_run = [&](const Element& element) {
         if (!is_one)
-            is_one = require_integer(std::string(number)) == 1;
+            is_one = require_integer(number) == 1;
         if (!*is_one || NodeAccess::name(element) == remembered_name)
             return false;
         remembered_name = NodeAccess::name(element);

@@ -1,9 +1,9 @@
 #include "values.h"
 
 #include <cstddef>
-#include <stdexcept>
 
 #include "dom/NodeAccess.h"
+#include "dom/failure.h"
 #include "dom/trim.h"
 
 namespace quxml {
@@ -12,22 +12,30 @@ std::string_view trim_quotes(std::string_view text) {
     return trim(text, "\"'");
 }
 
-NameAndValue read_attribute_pair(std::string_view query) {
+namespace {
+
+/// Cuts `query` at its only "="; without one, the second half is null.
+NameAndValue cut_pair(std::string_view query, const char* complaint) {
     const std::size_t equal = query.find('=');
     if (equal == std::string_view::npos)
         return {query, {}};
-    if (query.rfind('=') != equal) {
-        throw std::invalid_argument("Can at most have one equal sign in attribute queries");
-    }
+    if (query.rfind('=') != equal)
+        throw_invalid_argument(complaint);
     return {query.substr(0, equal), trim_quotes(query.substr(equal + 1))};
 }
 
+}  // namespace
+
+NameAndValue read_attribute_pair(std::string_view query) {
+    return cut_pair(query, "Can at most have one equal sign in attribute queries");
+}
+
 NameAndValue read_child_value(std::string_view query) {
-    const std::size_t equal = query.find('=');
-    if (equal == std::string_view::npos || query.rfind('=') != equal) {
-        throw std::invalid_argument("Search for child node must contain exactly one equals sign");
-    }
-    return {query.substr(0, equal), trim_quotes(query.substr(equal + 1))};
+    constexpr auto* complaint = "Search for child node must contain exactly one equals sign";
+    const NameAndValue pair = cut_pair(query, complaint);
+    if (pair.second.data() == nullptr)
+        throw_invalid_argument(complaint);
+    return pair;
 }
 
 bool has_child_value(const Node* node, std::string_view name, std::string_view value) {
@@ -43,7 +51,8 @@ bool has_child_value(const Node* node, std::string_view name, std::string_view v
     return false;
 }
 
-void keep_with_attribute(NameAndValue attribute, Candidates& nodes) {
+void keep_with_attribute(std::string_view query, Candidates& nodes) {
+    const NameAndValue attribute = read_attribute_pair(query);
     keep_if(nodes, [&attribute](const Node* node) {
         const Element* element = node == nullptr ? nullptr : as_element(node);
         const Attribute* found = element == nullptr ? nullptr : find_attribute(*element, attribute.first);
@@ -55,7 +64,8 @@ void keep_with_attribute(NameAndValue attribute, Candidates& nodes) {
     });
 }
 
-void keep_with_child_value(NameAndValue child, Candidates& nodes) {
+void keep_with_child_value(std::string_view query, Candidates& nodes) {
+    const NameAndValue child = read_child_value(query);
     keep_if(nodes, [&child](const Node* node) { return has_child_value(node, child.first, child.second); });
 }
 

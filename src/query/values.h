@@ -34,10 +34,14 @@ NameAndValue read_child_value(std::string_view query);
 /// node.
 bool has_child_value(const Node* node, std::string_view name, std::string_view value);
 
+/// \param query `name` or `name=value`.
 /// \param nodes null entries are dropped.
-void keep_with_attribute(NameAndValue attribute, Candidates& nodes);
+/// \throws std::invalid_argument as `read_attribute_pair`; `nodes` is unchanged.
+void keep_with_attribute(std::string_view query, Candidates& nodes);
 
-void keep_with_child_value(NameAndValue child, Candidates& nodes);
+/// \param query `name=value`.
+/// \throws std::invalid_argument as `read_child_value`; `nodes` is unchanged.
+void keep_with_child_value(std::string_view query, Candidates& nodes);
 
 /// Keeps a single node whose parent has a child of the node's own name with the text `literal`, quotes
 /// removed; of several nodes it keeps none.

@@ -89,17 +89,23 @@ std::string_view view_from_xml(const xmlChar* s) {
     return reinterpret_cast<const char*>(s);
 }
 
+void append_number(std::string& text, const char* label, int number) {
+    text.append(label).append(write_integer(number));
+}
+
 /// Describes libxml2's last error in one line, and resets it.
 DomParserError take_last_error() {
-    const xmlError* error = xmlGetLastError();
+    const xmlError none = {};
+    const xmlError* last = xmlGetLastError();
+    const xmlError& error = last == nullptr ? none : *last;
     std::string message;
-    if (error != nullptr && error->message != nullptr)
-        message = error->message;
+    if (error.message != nullptr)
+        message = error.message;
     if (!message.empty())
         message.pop_back();  // the line feed that ends every message of libxml2
-    message += " (error code: " + write_integer(error == nullptr ? 0 : error->code);
-    message += ") at line " + write_integer(error == nullptr ? 0 : error->line);
-    message += ", column " + write_integer(error == nullptr ? 0 : error->int2);
+    append_number(message, " (error code: ", error.code);
+    append_number(message, ") at line ", error.line);
+    append_number(message, ", column ", error.int2);
     xmlResetLastError();
     return DomParserError(message);
 }

@@ -11,6 +11,8 @@ namespace quxml {
 
 /// Gathers the many small pieces of XML text and appends them to a string in few large ones, which takes less
 /// than half the time of appending each.
+///
+/// Where the compiler optimises for size, each piece is looked at by itself, and all of them are copied in one way.
 class TextBuffer {
 public:
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): what is read of the buffer has been written before
@@ -43,17 +45,34 @@ public:
     }
 
 private:
+#ifdef __OPTIMIZE_SIZE__
+    static constexpr bool is_small = true;
+#else
+    static constexpr bool is_small = false;
+#endif
+
     template <typename... Views>
     void append_views(Views... pieces) {
-        const std::size_t length = (pieces.size() + ...);
-        if (length > buffer.size() - size) {
-            flush();
-            if (length > buffer.size()) {
-                (out.append(pieces), ...);
+        if (!is_small) {
+            const std::size_t length = (pieces.size() + ...);
+            if (length > buffer.size() - size)
+                flush();
+            if (length <= buffer.size() - size) {
+                (copy(pieces), ...);
                 return;
             }
         }
-        (copy(pieces), ...);
+        (append_alone(pieces), ...);
+    }
+
+    [[gnu::noinline]] void append_alone(std::string_view piece) {
+        if (piece.size() > buffer.size() - size)
+            flush();
+        if (piece.size() > buffer.size()) {
+            out.append(piece);
+        } else {
+            copy(piece);
+        }
     }
 
     /// Most pieces are short, and for these a call of `memcpy` would take longer than the copy itself: they are
@@ -61,7 +80,7 @@ private:
     void copy(std::string_view piece) {
         char* const to = buffer.data() + size;
         size += piece.size();
-        if (piece.size() > 32) {
+        if (is_small || piece.size() > 32) {
             std::memcpy(to, piece.data(), piece.size());
         } else if (piece.size() >= 16) {
             copy_ends<16>(to, piece);

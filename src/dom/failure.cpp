@@ -1,0 +1,11 @@
+#include "failure.h"
+
+#include <stdexcept>
+
+namespace quxml {
+
+void throw_invalid_argument(const char* message) {
+    throw std::invalid_argument(message);
+}
+
+}  // namespace quxml
