@@ -86,7 +86,8 @@ class Document:
         self.events.append(("text", text))
 
     def add_reference(self, name, *_):
-        self.open_elements[-1].has_text = True
+        for element in self.open_elements[-1:]:
+            element.has_text = True
         self.events.append(("entity", name))
         return 1
 
