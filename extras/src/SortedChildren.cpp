@@ -238,6 +238,7 @@ using Groups = std::map<std::string, Group>;
 
 class SortedChildren::Index {
 public:
+    // NOLINTNEXTLINE(cert-msc32-c,cert-msc51-cpp): the search tree's shape follows from the additions
     explicit Index(Element& indexed_parent) : parent(indexed_parent), children(Fields::children_of(parent)) {
         if (!Fields::is_kept_sorted(parent))
             return;
@@ -339,8 +340,7 @@ private:
     std::size_t size = 0;
     Groups groups;
     std::deque<Entry> entries;
-    // Seeded the same each time, so the shape of the tree follows from the additions.
-    std::minstd_rand random;  // NOLINT(cert-msc32-c,cert-msc51-cpp): no secret
+    std::minstd_rand random;
 };
 
 SortedChildren::SortedChildren(Element& parent) : index(std::make_unique<Index>(parent)) {}
