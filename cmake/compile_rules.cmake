@@ -1,4 +1,25 @@
-# What holds for quxml's own code and for nobody else's: warnings, sanitizers, plain ISO C++.
+include(CheckCXXCompilerFlag)
+
+# The flags by which a processor refuses jumps to where no jump should lead, for processors that can: x86 and 64-bit ARM.
+if(QUXML_HARDENING)
+  foreach(flag -fcf-protection -mbranch-protection=standard)
+    string(MAKE_C_IDENTIFIER QUXML_HAS${flag} has_flag)
+    check_cxx_compiler_flag(${flag} ${has_flag})
+    if(${has_flag})
+      list(APPEND jump_protection ${flag})
+    endif()
+  endforeach()
+endif()
+
+# Makes optimised builds of a target detect overwritten stacks and buffers, and lets the loader protect its tables.
+function(quxml_harden target)
+  set(optimised $<OR:$<CONFIG:Release>,$<CONFIG:RelWithDebInfo>,$<CONFIG:MinSizeRel>>)
+  set(flags -fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2 ${jump_protection})
+  target_compile_options(${target} PRIVATE "$<${optimised}:${flags}>")
+  target_link_options(${target} PRIVATE "$<${optimised}:LINKER:-z,relro;LINKER:-z,now>")
+endfunction()
+
+# What holds for quxml's own code and for nobody else's: warnings, sanitizers, hardening, plain ISO C++.
 function(quxml_compile_rules target)
   set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
   target_compile_options(${target} PRIVATE
@@ -19,5 +40,7 @@ function(quxml_compile_rules target)
     target_compile_options(${target} PRIVATE
       -fsanitize=${QUXML_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(${target} PRIVATE -fsanitize=${QUXML_SANITIZE})
+  elseif(QUXML_HARDENING)
+    quxml_harden(${target})
   endif()
 endfunction()

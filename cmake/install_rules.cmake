@@ -18,13 +18,23 @@ endforeach()
 # What shows trees in gdb: for everybody to `source`, and where gdb, if it is installed in the same folder, looks for what
 # belongs to the shared library. The name of that folder is known when the files are installed.
 install(FILES tools/gdb/quxml_gdb.py DESTINATION ${CMAKE_INSTALL_DATADIR}/quxml)
+set(library_folder ${CMAKE_INSTALL_LIBDIR})
+if(NOT IS_ABSOLUTE ${CMAKE_INSTALL_LIBDIR})
+  set(library_folder "\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}")
+endif()
 if(BUILD_SHARED_LIBS)
-  set(library_folder ${CMAKE_INSTALL_LIBDIR})
-  if(NOT IS_ABSOLUTE ${CMAKE_INSTALL_LIBDIR})
-    set(library_folder "\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}")
-  endif()
   install(FILES tools/gdb/quxml_gdb.py
     DESTINATION "${CMAKE_INSTALL_DATADIR}/gdb/auto-load/${library_folder}" RENAME libquxml.so.${PROJECT_VERSION}-gdb.py)
 endif()
 
 install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
+
+# Last, since it lists the checksums of the files as they are installed, stripped or not.
+include(cmake/sbom.cmake)
+install(CODE "
+  file(GLOB files \"\$ENV{DESTDIR}${library_folder}/libquxml*.a\"
+    \"\$ENV{DESTDIR}${library_folder}/libquxml.so.${PROJECT_VERSION}\"
+    \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}/quxml\")
+  set(output \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DOCDIR}/quxml.spdx.json\")
+  message(STATUS \"Installing: \${output}\")
+  include(\"${PROJECT_BINARY_DIR}/write_sbom.cmake\")")

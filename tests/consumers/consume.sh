@@ -1,6 +1,7 @@
 # bash consume.sh SETTINGS KIND NAME: the test NAME, one of the functions below, for KIND, static or shared.
 # shellcheck shell=bash disable=SC2154
 set -euo pipefail
+shopt -s extglob
 export LC_ALL=C
 # shellcheck source=/dev/null
 . "$1"
@@ -128,6 +129,40 @@ paths() {
 # Nothing of the library runs before a program or after it, so static objects of the program can use it.
 static_objects() {
     "$nm" "$prefix/$libraries/libquxml.a" | finds_nothing grep _GLOBAL__sub_I
+}
+
+# Prints what of a program or library is protected: return addresses, tables of addresses, the place in memory, jumps. Where
+# jumps may lead is read from the archives, since what the system adds to each program and shared library may lack it.
+protections_of() {
+    local facts
+    facts=$("$readelf" --wide --program-headers --dynamic --symbols --notes "$1")
+    [[ $facts != *" __stack_chk_fail"* ]] || printf ' stack'
+    [[ $facts != *" GNU_RELRO "*BIND_NOW* ]] || printf ' tables'
+    [[ $facts != *"Flags: "*" PIE"* ]] || printf ' place'
+    [[ $facts != *" IBT"* || $1 != *.a ]] || printf ' jumps'
+}
+
+hardening() {
+    local file jumps=""
+    [[ $("$compiler" -dumpmachine) != @(x86_64|i?86)-* ]] || jumps=" jumps"
+    for file in "$prefix"/bin/quxml "$prefix/$libraries"/libquxml*.{a,so}; do
+        [ ! -e "$file" ] || echo "${file##*/}:$(protections_of "$file")"
+    done | tee "$work/protections"
+    {
+        echo "quxml: stack tables place"
+        echo "libquxml-extras.a: stack$jumps"
+        if [ "$kind" = shared ]; then echo "libquxml.so: stack tables"; else echo "libquxml.a: stack$jumps"; fi
+    } | diff - "$work/protections"
+}
+
+# The list of what is installed has the form of SPDX 2.3, leaves no reference open, and its checksums are those of the files.
+sbom() {
+    local list=$prefix/share/doc/quxml/quxml.spdx.json
+    jq --exit-status --from-file "$here/sbom.jq" "$list"
+    [ "$(jq --raw-output '.packages[].name' "$list" | grep -cxE 'libxml2|libstdc\+\+|libc\+\+|glibc|CLI11')" -eq 4 ]
+    find "$prefix/bin" "$prefix/$libraries" -maxdepth 1 -type f '(' -name 'libquxml*' -o -name quxml ')' \
+        -exec sha256sum {} + | cut -d ' ' -f 1 | sort |
+        diff <(jq --raw-output '.packages[] | select(.SPDXID | contains("-file-")).checksums[].checksumValue' "$list" | sort) -
 }
 
 soname() {

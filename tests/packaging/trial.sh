@@ -53,6 +53,13 @@ choose_cross_tools() {
     install qemu-user
 }
 
+# Checks that the list of what a package contains has the checksum of an installed file.
+lists() {
+    local checksum
+    checksum=$(sha256sum "$2" | cut -d ' ' -f 1)
+    grep --fixed-strings "\"$checksum\"" "/usr/share/doc/$1/$1_$architecture.spdx.json"
+}
+
 needs_the_shared_library() {
     readelf --dynamic "$1" | grep -F "Shared library: [libquxml.so.1]"
 }
@@ -68,6 +75,8 @@ program() {
     say "$(quxml --version), of $(dpkg-query --show --showformat '${Architecture}' quxml)"
     quxml format --canonical data/catalog.xml | diff data/catalog.formatted -
     [ "$(quxml query "/catalog/book[2]/title" data/catalog.xml)" = '<title lang="de">Grüße aus Köln</title>' ]
+    lists quxml /usr/bin/quxml
+    lists libquxml1 "$(realpath /usr/lib/*/libquxml.so.1)"
     gzip --decompress --stdout /usr/share/man/man1/quxml.1.gz | grep -w quxml
     bash -n /usr/share/bash-completion/completions/quxml
     head --lines=1 /usr/share/zsh/vendor-completions/_quxml | grep -x "#compdef quxml"
@@ -124,6 +133,7 @@ fi
 program
 say "the program, its page and its completion are there"
 install ./packages/libquxml-dev_*.deb cmake g++ make "pkgconf:$architecture"
+lists libquxml-dev "$(echo /usr/lib/*/libquxml.a)"
 for route in find_package pkg_config pkg_config_static; do
     try $route
 done
