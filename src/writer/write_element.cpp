@@ -13,8 +13,9 @@
 //
 // The elements below an element are written on a list of open elements instead of by recursion. Only nodes of
 // the library's own classes are written that way; a node of a derived class is asked to write itself. Whether
-// the tags of an element stand on lines of their own is decided once, for both tags. An element with nothing but
-// text, which is what most elements are that have anything, does not get onto the list.
+// the tags of an element stand on lines of their own is decided for both tags at once, and for the closing tag
+// again after a node of a derived class was asked, which may have changed the children. An element with nothing
+// but text, which is what most elements are that have anything, does not get onto the list.
 
 #include <vector>
 
@@ -132,6 +133,7 @@ private:
         } else if (is_plain_text(child)) {
             append_text_node(out, static_cast<const TextNode&>(child), depth);
         } else {
+            children_may_differ = true;
             child.write_to_string(out.flushed(), depth);
         }
     }
@@ -139,13 +141,17 @@ private:
     void write_end() {
         if (is_formatted(depth))
             --depth;
-        append_closing_tag(out, *open.back().element, depth, open.back().has_lines);
+        const OpenElement& closed = open.back();
+        append_closing_tag(
+            out, *closed.element, depth,
+            children_may_differ ? has_lines_between_tags(*closed.element, depth) : closed.has_lines);
         open.pop_back();
     }
 
     TextBuffer out;
     int depth;  // of what is written next
     std::vector<OpenElement> open;
+    bool children_may_differ = false;  // from what they were when the opening tags were written
 };
 
 /// Calls one of the functions above with a buffer for `out`.

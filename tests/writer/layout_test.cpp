@@ -16,6 +16,7 @@
 #include <random>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "quxml/Attribute.h"
@@ -348,6 +349,32 @@ TEST(WriteElementText, changing_the_children_changes_the_layout) {
 }
 
 // ---- Attributes ----
+
+/// A text that changes its parent's children before it writes itself.
+class Meddler : public TextNode {
+public:
+    Meddler(Element* parent, std::function<void()> change_tree)
+        : TextNode(parent, ""), change(std::move(change_tree)) {
+        set_content("text");
+    }
+    void write_to_string(std::string& out, int depth) const override {
+        change();
+        TextNode::write_to_string(out, depth);
+    }
+
+private:
+    std::function<void()> change;
+};
+
+TEST(WriteElementText, closing_tag_goes_by_the_children_that_the_element_has_then) {
+    Element gains("gains", nullptr, false);
+    gains.add_new_node(new Meddler(&gains, [&] { gains.set_child_first(gains.add_child("first")); }));
+    EXPECT_EQ(write(gains, 1), "  <gains>    text\n  </gains>\n");
+    Element loses("loses", nullptr, false);
+    Element* lost = loses.add_child("lost");
+    loses.add_new_node(new Meddler(&loses, [&] { loses.remove_child(lost); }));
+    EXPECT_EQ(write(loses, 1), "  <loses>\n    <lost/>\ntext</loses>\n");
+}
 
 TEST(WriteAttribute, is_a_space_the_name_and_the_quoted_value_at_every_depth) {
     const Attribute attribute("n", "v", nullptr);
