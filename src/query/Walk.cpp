@@ -116,8 +116,6 @@ void Walk::follow_children(Row row) {
     const NameTest test = steps[row.step].test_of_child(names);
     while (row.next != row.end) {
         Node* node = *row.next++;
-        prefetch_sibling(row.last, node);
-        row.last = node;
         if (!test.accepts(node)) {
             prefetch_following(node);
             continue;
@@ -151,7 +149,6 @@ void Walk::search_children(Row row) {
             add_rest(row);
             row.next = children.begin();
             row.end = children.end();
-            row.last = node;
         }
     }
 }
@@ -173,7 +170,7 @@ void Walk::add_children(const Node* node, std::size_t step) {
         selected.assign(children.begin(), children.end());
         note(step);
     } else {
-        add_rest({step, children.begin(), children.end(), node, 0});
+        add_rest({step, children.begin(), children.end(), 0});
     }
 }
 
@@ -183,7 +180,7 @@ void Walk::note(std::size_t step) {
     if (selected.empty())
         return;
     if (rows.empty() || !rows.back().is_noted() || rows.back().step != step) {
-        const Row row = {step, {}, {}, nullptr, noted.size()};
+        const Row row = {step, {}, {}, noted.size()};
         rows.push_back(row);
     }
     noted.resize(noted.size() + selected.size());

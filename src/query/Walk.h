@@ -36,7 +36,6 @@ private:
         std::size_t step = 0;
         NodeList::const_iterator next;  // equal to `end` for noted nodes
         NodeList::const_iterator end;
-        const Node* last = nullptr;  // the child before `next`, or the parent
         std::size_t begin = 0;
 
         bool is_noted() const { return next == end; }
