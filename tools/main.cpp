@@ -146,7 +146,7 @@ void set_up(CLI::App& app, Action& action) {
 void refuse_missing_values(int argc, const char* const* argv) {
     for (int i = 1; i < argc && std::string(argv[i]) != "--"; ++i) {
         const std::string argument = argv[i];
-        if (begins_with(argument, "--") && argument.back() == '=')
+        if (begins_with(argument, "--") && argument.find('=') == argument.size() - 1)
             throw Failure(ExitCode::usage, argument + ": a value is missing after the equal sign");
     }
 }

@@ -116,7 +116,9 @@ TEST_F(Explain, says_what_predicates_keep_of_a_list) {
          "  [@id=\"it's\"] attribute: keeps those that have \"it's\" as their attribute \"id\"\n"},
         {"[@id=\"say 'hi'\"]",
          "  [@id=\"say 'hi'\"] attribute: keeps those that have \"say 'hi\" as their attribute \"id\"\n"
-         "  note: all quotes at the ends are dropped, so that say 'hi is compared\n"},
+         "  note: all quotes at the ends are dropped, so that say 'hi is compared; for all of it write "
+         "[@id=$V] and "
+         "--arg V=VALUE\n"},
         {"[b=x]", "  [b=x] child's text: keeps those that have a child \"b\" whose text is \"x\"\n"},
         {"[2]",
          "  [2] item: keeps those that have \"2\" as their attribute \"item\"\n"

@@ -146,7 +146,8 @@ TEST_F(Query, exits_with_4_for_a_path_it_cannot_understand_and_names_step_and_pr
          "step 2, [@id==1]: at most one equal sign can stand in the predicate of an attribute"},
         {"library/book[title==Alpha]", "step 2, [title==Alpha]: " + std::string(two_signs)},
         {"//book[title==Alpha]", "step 1, [title==Alpha]: " + std::string(two_signs)},
-        {"library//book[a=b=c]/title", "step 2, [a=b=c]: " + std::string(two_signs)},
+        {"library//book[a=b=c]/title", "step 2, [a=b=c]: " + std::string(two_signs) +
+                                           "; for a value with more write [a=$V] and --arg V=VALUE"},
         {"library/book[@id][1][position()=]", "step 2, [position()=]: a number is missing after <, > or ="},
     };
     for (const auto& [path, message] : refused) {

@@ -37,6 +37,7 @@ void add_command(CLI::App& app, Action& action, OwnedEdit owned) {
     command->footer(edit->get_help());
     command->callback([edit, options, &action] {
         edit->take_arguments(&options->destination.file);
+        require_all_named(edit->get_path().values, {edit->get_path()});
         action = [edit, options] { return run(*edit, *options); };
     });
 }

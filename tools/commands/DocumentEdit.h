@@ -7,6 +7,7 @@
 
 #include "commands/commands.h"
 #include "commands/hints.h"
+#include "commands/path_arguments.h"
 #include "paths/selection.h"
 #include "writing/EditedDocument.h"
 #include "writing/destination.h"
@@ -25,7 +26,7 @@ public:
     virtual const char* get_description() const = 0;
     virtual const char* get_help() const = 0;
 
-    /// Adds to a command what the edit takes.
+    /// Adds to a command what the edit takes: PATH, and more.
     virtual void add_arguments(CLI::App& command) = 0;
 
     /// Looks at what the arguments are by now.
@@ -38,6 +39,19 @@ public:
 
     /// Makes the edit. \throws Failure
     virtual void apply(EditedDocument& document, PathNotes notes) const = 0;
+
+    const Path& get_path() const { return path; }
+
+    /// Gives values for names in the path, but for those that have one.
+    void give(const Values& values) { path.values.insert(values.begin(), values.end()); }
+
+protected:
+    void add_path(CLI::App& command, const char* description) {
+        add_path_arguments(command, path, description);
+    }
+
+private:
+    Path path;
 };
 
 using OwnedEdit = std::unique_ptr<DocumentEdit>;

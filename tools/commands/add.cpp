@@ -42,7 +42,7 @@ public:
             ->type_name("NAME=VALUE")
             ->allow_extra_args(false)
             ->check(CLI::Validator(check_setting, ""));
-        command.add_option("PATH", path, "Which elements")->required();
+        add_path(command, "Which elements");
         command.add_option("NAME", added.name, "The new element's name")
             ->required()
             ->check(CLI::Validator(check_name, ""));
@@ -54,10 +54,12 @@ public:
         added.attributes = split_settings(attributes);
     }
 
-    std::vector<Argument> get_arguments() const override { return {{"PATH", path}, {"NAME", added.name}}; }
+    std::vector<Argument> get_arguments() const override {
+        return {{"PATH", get_path().text}, {"NAME", added.name}};
+    }
 
     void apply(EditedDocument& document, PathNotes notes) const override {
-        document.add(select_elements(document.get_tree(), path, notes), added);
+        document.add(select_elements(document.get_tree(), get_path(), notes), added);
     }
 
 private:
@@ -69,7 +71,6 @@ private:
         require_distinct("--attribute", names);
     }
 
-    std::string path;
     NewElement added;
     std::vector<std::string> attributes;
     const CLI::Option* item = nullptr;

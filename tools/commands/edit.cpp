@@ -23,7 +23,7 @@ constexpr const char* help_on_edit =
     "remove, with what follows that word on a command line, but for FILE and the options on what becomes of\n"
     "the result. Words are split as a shell does it, with single and double quotes and backslashes. Without\n"
     "-e the edits are read from standard input, one per line; empty lines and lines that begin with # do\n"
-    "not count.\n"
+    "not count. An --arg counts for all edits, or stands in one of them.\n"
     "\n"
     "Examples:\n"
     "  quxml edit -i -e 'set /settings/network dhcp=no' -e 'remove //gateway' settings.xml\n"
@@ -37,6 +37,7 @@ struct WrittenEdit {
 
 struct EditsOptions : EditOptions {
     std::vector<std::string> lines;
+    Values values;
 };
 
 Failure with_name(const std::string& edit, std::size_t number, const Failure& failure) {
@@ -122,6 +123,7 @@ OwnedEdit parse_edit(const std::string& line) {
         throw Failure(ExitCode::usage, error.what());
     }
     edit->take_arguments(nullptr);
+    require_all_named(edit->get_path().values, {edit->get_path()});
     return edit;
 }
 
@@ -135,6 +137,16 @@ std::vector<WrittenEdit> parse_edits(const std::vector<std::string>& lines) {
         }
     }
     return edits;
+}
+
+/// Gives values to all edits.
+void give(const std::vector<WrittenEdit>& edits, const Values& values) {
+    std::vector<Path> paths;
+    for (const WrittenEdit& one : edits) {
+        one.edit->give(values);
+        paths.push_back(one.edit->get_path());
+    }
+    require_all_named(values, paths);
 }
 
 std::vector<std::string> read_lines() {
@@ -186,6 +198,7 @@ ExitCode edit(const EditsOptions& options) {
     if (is_input_taken && options.destination.file == standard_input)
         throw Failure(ExitCode::usage, "standard input has the edits, so a FILE is needed");
     const std::vector<WrittenEdit> edits = parse_edits(is_input_taken ? read_lines() : options.lines);
+    give(edits, options.values);
     return change_document(options.destination,
                            [&](const std::string& text) { return apply(edits, options, text); });
 }
@@ -199,6 +212,7 @@ void add_edit(CLI::App& app, Action& action) {
     command->add_option("-e,--edit", options->lines, "An edit; may be given several times")
         ->type_name("EDIT")
         ->allow_extra_args(false);
+    add_values_option(*command, options->values);
     add_file_argument(*command, options->destination.file);
     command->footer(help_on_edit);
     command->callback([options, &action] { action = [options] { return edit(*options); }; });

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "commands/commands.h"
+#include "commands/path_arguments.h"
 #include "paths/explanation.h"
 #include "paths/steps.h"
 #include "terminal/output.h"
@@ -20,10 +21,11 @@ constexpr const char* help_on_explain =
     "\n"
     "Examples:\n"
     "  quxml explain '/catalog/book[2]'\n"
-    "  quxml explain \"//book[@lang=en]\"";
+    "  quxml explain \"//book[@lang=en]\"\n"
+    "  quxml explain '//book[title=$t]' --arg t='AC/DC'";
 
 struct ExplainOptions {
-    std::string path;
+    Path path;
     bool prefix = false;
 };
 
@@ -55,9 +57,12 @@ void add_explain(CLI::App& app, Action& action) {
     const auto options = std::make_shared<ExplainOptions>();
     CLI::App* command = app.add_subcommand("explain", "Show how a path is taken, step by step");
     command->add_flag("--prefix", options->prefix, "For \"query --prefix\"");
-    command->add_option("PATH", options->path, "The path")->required();
+    add_path_arguments(*command, options->path, "The path");
     command->footer(help_on_explain);
-    command->callback([options, &action] { action = [options] { return explain(*options); }; });
+    command->callback([options, &action] {
+        require_all_named(options->path.values, {options->path});
+        action = [options] { return explain(*options); };
+    });
 }
 
 }  // namespace tool

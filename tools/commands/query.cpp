@@ -13,6 +13,7 @@
 
 #include "commands/commands.h"
 #include "commands/hints.h"
+#include "commands/path_arguments.h"
 #include "paths/selection.h"
 #include "reading/input.h"
 #include "reading/losses.h"
@@ -44,6 +45,7 @@ constexpr const char* help_on_query =
     "  quxml query '//title' catalog.xml               titles, wherever they are\n"
     "  quxml query \"/catalog/book[@id='2']\" catalog.xml\n"
     "  quxml query \"/catalog/book[title='Emma']\" catalog.xml\n"
+    "  quxml query '//book[@isbn=$n]' --arg n=\"$number\" catalog.xml      whatever the number holds\n"
     "  quxml query '/catalog/book[2]' catalog.xml      books whose attribute \"item\" is 2\n"
     "  quxml query '/catalog/book[position()=2]' catalog.xml\n"
     "  quxml query '/catalog/book[last()]' catalog.xml\n"
@@ -55,7 +57,7 @@ constexpr const char* help_on_query =
 constexpr std::size_t block_size = 65536;
 
 struct QueryOptions {
-    std::string path;
+    Path path;
     std::string file = standard_input;
     bool prefix = false;
     bool value = false;
@@ -175,7 +177,7 @@ void require_whole_values(const QueryOptions& options, const QueryInput& input,
 
 ExitCode query(const QueryOptions& options) {
     if (!options.quiet)
-        write_hints(options.file, {{"PATH", options.path}});
+        write_hints(options.file, {{"PATH", options.path.text}});
     const QueryInput input = read(options);
     if (!options.quiet)
         warn_of_unseen(options.file, input.unseen);
@@ -226,10 +228,13 @@ void add_query(CLI::App& app, Action& action) {
     command->add_flag("--lossy", options->lossy, "With --value: write what is seen of a value");
     command->add_flag("--quiet", options->quiet,
                       "No notes on the path or on content that queries do not see");
-    command->add_option("PATH", options->path, "What to look for")->required();
+    add_path_arguments(*command, options->path, "What to look for");
     command->add_option("FILE", options->file, "The document; standard input if it is - or missing");
     command->footer(help_on_query);
-    command->callback([options, &action] { action = [options] { return query(*options); }; });
+    command->callback([options, &action] {
+        require_all_named(options->path.values, {options->path});
+        action = [options] { return query(*options); };
+    });
 }
 
 }  // namespace tool

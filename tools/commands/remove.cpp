@@ -50,26 +50,21 @@ public:
 
     const char* get_help() const override { return help_on_remove; }
 
-    void add_arguments(CLI::App& command) override {
-        command.add_option("PATH", path, "What to remove")->required();
-    }
+    void add_arguments(CLI::App& command) override { add_path(command, "What to remove"); }
 
     void take_arguments(std::string* /*file*/) override {}
 
-    std::vector<Argument> get_arguments() const override { return {{"PATH", path}}; }
+    std::vector<Argument> get_arguments() const override { return {{"PATH", get_path().text}}; }
 
     void apply(EditedDocument& document, PathNotes notes) const override {
-        require_no_gap(path);
-        const std::vector<quxml::Node*> nodes = select(document.get_tree(), path, notes);
+        require_no_gap(get_path());
+        const std::vector<quxml::Node*> nodes = select(document.get_tree(), get_path(), notes);
         if (nodes.empty())
-            throw Failure(ExitCode::no_match, "nothing matches " + path);
+            throw Failure(ExitCode::no_match, "nothing matches " + get_path().text);
         if (nodes.front() == document.get_tree().get_root_node())
             throw Failure(ExitCode::malformed, "the root element cannot be removed");
         document.remove(get_topmost(nodes));
     }
-
-private:
-    std::string path;
 };
 
 }  // namespace

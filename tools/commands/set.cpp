@@ -24,6 +24,7 @@ constexpr const char* help_on_set =
     "Examples:\n"
     "  quxml set -i /settings/network dhcp=no address=10.0.0.7 settings.xml\n"
     "  quxml set \"/catalog/book[@id='emma']\" lang=en <catalog.xml >new.xml\n"
+    "  quxml set '//mime-type[@type=$t]' --arg t=text/plain icon=text <types.xml\n"
     "  quxml set -i --backup /settings volume= settings.xml        an empty value, and settings.xml~";
 
 class Set : public DocumentEdit {
@@ -37,7 +38,7 @@ public:
     const char* get_help() const override { return help_on_set; }
 
     void add_arguments(CLI::App& command) override {
-        command.add_option("PATH", path, "Which elements")->required();
+        add_path(command, "Which elements");
         command.add_option("SETTING", settings, "NAME=VALUE, one or more")->required();
     }
 
@@ -51,14 +52,13 @@ public:
         require_distinct("SETTING", get_setting_names(settings));
     }
 
-    std::vector<Argument> get_arguments() const override { return {{"PATH", path}}; }
+    std::vector<Argument> get_arguments() const override { return {{"PATH", get_path().text}}; }
 
     void apply(EditedDocument& document, PathNotes notes) const override {
-        document.set(select_elements(document.get_tree(), path, notes), split_settings(settings));
+        document.set(select_elements(document.get_tree(), get_path(), notes), split_settings(settings));
     }
 
 private:
-    std::string path;
     std::vector<std::string> settings;
 };
 

@@ -37,20 +37,19 @@ public:
     const char* get_help() const override { return help_on_text; }
 
     void add_arguments(CLI::App& command) override {
-        command.add_option("PATH", path, "Which elements")->required();
+        add_path(command, "Which elements");
         command.add_option("VALUE", value, "The text")->required();
     }
 
     void take_arguments(std::string* /*file*/) override {}
 
-    std::vector<Argument> get_arguments() const override { return {{"PATH", path}}; }
+    std::vector<Argument> get_arguments() const override { return {{"PATH", get_path().text}}; }
 
     void apply(EditedDocument& document, PathNotes notes) const override {
-        document.set_text(select_elements(document.get_tree(), path, notes), value);
+        document.set_text(select_elements(document.get_tree(), get_path(), notes), value);
     }
 
 private:
-    std::string path;
     std::string value;
 };
 

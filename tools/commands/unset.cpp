@@ -34,7 +34,7 @@ public:
     const char* get_help() const override { return help_on_unset; }
 
     void add_arguments(CLI::App& command) override {
-        command.add_option("PATH", path, "Which elements")->required();
+        add_path(command, "Which elements");
         command.add_option("NAME", names, "Names of attributes, one or more")->required();
     }
 
@@ -47,14 +47,15 @@ public:
             require_name("NAME", name);
     }
 
-    std::vector<Argument> get_arguments() const override { return {{"PATH", path}, {"NAME", names.front()}}; }
+    std::vector<Argument> get_arguments() const override {
+        return {{"PATH", get_path().text}, {"NAME", names.front()}};
+    }
 
     void apply(EditedDocument& document, PathNotes notes) const override {
-        document.unset(select_elements(document.get_tree(), path, notes), names);
+        document.unset(select_elements(document.get_tree(), get_path(), notes), names);
     }
 
 private:
-    std::string path;
     std::vector<std::string> names;
 };
 

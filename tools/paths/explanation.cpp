@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "paths/notes.h"
+#include "terminal/terminal.h"
 #include "terminal/words.h"
 
 namespace tool {
@@ -35,14 +36,21 @@ std::string describe_range(const Predicate& predicate) {
     return "those from position " + std::to_string(std::max(range.first, 1U)) + ' ' + describe_end(range);
 }
 
+/// A given value may hold anything.
+std::string describe_value(const Predicate& predicate) {
+    if (predicate.given.empty())
+        return quote(predicate.value);
+    return quote(escape_controls(predicate.value)) + " (--arg " + predicate.given + ')';
+}
+
 std::string describe_attribute(const Predicate& predicate) {
     const std::string attribute = "attribute " + quote(predicate.name);
     return predicate.existence_only ? "have the " + attribute
-                                    : "have " + quote(predicate.value) + " as their " + attribute;
+                                    : "have " + describe_value(predicate) + " as their " + attribute;
 }
 
 std::string describe_child(const Predicate& predicate) {
-    return "have a child " + quote(predicate.name) + " whose text is " + quote(predicate.value);
+    return "have a child " + quote(predicate.name) + " whose text is " + describe_value(predicate);
 }
 
 /// The library counts an element without an item as the first.
@@ -51,24 +59,24 @@ bool is_number_one(const Predicate& predicate) {
 }
 
 std::string describe_item(const Predicate& predicate) {
-    const std::string words = "those that have " + quote(predicate.value) + " as their attribute \"item\"";
+    const std::string words = "those that have " + describe_value(predicate) + " as their attribute \"item\"";
     return is_number_one(predicate) ? words + ", and of those without it the first of each name" : words;
 }
 
 std::string describe_literal(const Predicate& predicate) {
     return "the only one there is, if a child of its parent with its name has the text " +
-           quote(predicate.value);
+           describe_value(predicate);
 }
 
 std::string describe_test_of_item(const Predicate& predicate) {
-    const std::string words = "has " + quote(predicate.value) + " as its attribute \"item\"";
+    const std::string words = "has " + describe_value(predicate) + " as its attribute \"item\"";
     return predicate.value == "1" ? words + " or does not have that attribute" : words;
 }
 
 std::string describe_test_of_attribute(const Predicate& predicate) {
     const std::string attribute = "attribute " + quote(predicate.name);
     return predicate.existence_only ? "has the " + attribute
-                                    : "has " + quote(predicate.value) + " as its " + attribute;
+                                    : "has " + describe_value(predicate) + " as its " + attribute;
 }
 
 std::string describe(const Predicate& predicate) {
@@ -89,7 +97,7 @@ std::string describe(const Predicate& predicate) {
             return "attribute of the node: passes if it " + describe_test_of_attribute(predicate);
         case PredicateKind::test_child_value:
             return "child's text: passes if it has a child " + quote(predicate.name) + " whose text is " +
-                   quote(predicate.value);
+                   describe_value(predicate);
         default:
             return "item of the node: passes if it " + describe_test_of_item(predicate);
     }

@@ -195,16 +195,43 @@ void note_item(const Predicate& predicate, Notes& notes) {
         warn(notes, "the attribute \"item\" is compared with all of " + quote(predicate.value));
 }
 
+bool begins_with_quote(const std::string& text) {
+    return has_any(text.substr(0, 1), quote_signs);
+}
+
 bool is_in_quotes(const std::string& text) {
-    return text.size() > 1 && text.front() == text.back() && has_any(text.substr(0, 1), quote_signs);
+    return text.size() > 1 && text.front() == text.back() && begins_with_quote(text);
+}
+
+/// Whether more than the quotes around it is dropped of a value.
+bool has_quotes_at_ends(const std::string& written) {
+    return is_in_quotes(written) && written.substr(1, written.size() - 2) != without_quotes(written);
+}
+
+std::string get_written_value(const Predicate& predicate) {
+    return predicate.text.substr(predicate.text.find('=') + 1);
+}
+
+/// Whether a quote is open at the end: a bracket in the value has ended the predicate.
+bool is_cut(const std::string& written) {
+    const bool is_closed = written.size() > 1 && has_any(written.substr(written.size() - 1), "\"' ");
+    return begins_with_quote(written) && !is_closed;
+}
+
+/// The rest of the value is taken for predicates of its own, or for nothing.
+void note_cut_value(const Predicate& predicate, Notes& notes) {
+    if (is_cut(get_written_value(predicate)))
+        warn(notes, "the quote is not closed before the ], which counts between quotes too; " +
+                        get_advice_on_value(predicate.text));
 }
 
 void note_value(const Predicate& predicate, Notes& notes) {
     if (predicate.existence_only && contains(predicate.text, "="))
         warn(notes, "without a value it only asks for the attribute, whatever that is");
-    const std::string written = predicate.text.substr(predicate.text.find('=') + 1);
-    if (is_in_quotes(written) && written.substr(1, written.size() - 2) != predicate.value)
-        warn(notes, "all quotes at the ends are dropped, so that " + predicate.value + " is compared");
+    const std::string written = get_written_value(predicate);
+    if (has_quotes_at_ends(written))
+        warn(notes, "all quotes at the ends are dropped, so that " + predicate.value +
+                        " is compared; for all of it " + get_advice_on_value(predicate.text));
     else if (has_any(predicate.value, quote_signs) && (written.front() == ' ' || written.back() == ' '))
         warn(notes, "the quotes belong to the value, since blanks stand outside them");
 }
@@ -218,8 +245,10 @@ void note_cut_name(const Predicate& predicate, std::size_t equal_sign, Notes& no
         return;
     if (has_any(written.substr(written.size() - 1), other_signs))
         return warn(notes, written.substr(written.size() - 1) + "= is taken for =");
-    warn(notes, "the character before = is not part of the name; for " + quote(written) + " write [@" +
-                    written + " =" + without_quotes(predicate.value) + ']');
+    const std::string spelling = has_quotes_at_ends(predicate.value) || is_cut(predicate.value)
+                                     ? get_advice_on_value(predicate.text)
+                                     : "write [@" + written + " =" + without_quotes(predicate.value) + ']';
+    warn(notes, "the character before = is not part of the name; for " + quote(written) + ' ' + spelling);
 }
 
 void note_test_of_attribute(const Predicate& predicate, Notes& notes) {
@@ -272,6 +301,32 @@ void note_test_of_item(const Predicate& predicate, Notes& notes) {
         note_bare_text(predicate, " =", "", notes);
 }
 
+// ---- Given values ----
+
+/// A predicate that compares with a value given for a name.
+void note_given(const Predicate& predicate, Notes& notes) {
+    if (predicate.kind != PredicateKind::item && predicate.kind != PredicateKind::test_item)
+        return note_name(predicate.name, notes);
+    if (predicate.kind == PredicateKind::item && begins_with_number(predicate.value))
+        return note_item(predicate, notes);
+    if (is_number(predicate.value))
+        return note_number(predicate.value, notes);
+    suggest(notes, "to compare an attribute write [@name=$" + predicate.given +
+                       "], for the text of a child [name=$" + predicate.given + ']');
+}
+
+/// Whether a value could be meant as the name of one.
+bool is_like_given(const std::string& value) {
+    return value.size() > 1 && value[0] == '$' && can_be_name(value.substr(1));
+}
+
+/// Such a value stands for itself.
+void note_dollar(const Predicate& predicate, Notes& notes) {
+    if (is_like_given(predicate.value))
+        suggest(notes, predicate.value + " stands for itself here; with --arg " + predicate.value.substr(1) +
+                           "=VALUE and without quotes it stands for VALUE");
+}
+
 }  // namespace
 
 std::vector<Note> get_notes_on_nodes(const PathStep& step) {
@@ -283,7 +338,8 @@ std::vector<Note> get_notes_on_nodes(const PathStep& step) {
     if (step.kind != StepKind::all_children)
         note_name_test(step.name_test, notes);
     if (!step.is_closed)
-        warn(notes, "there is no ] at the end; a path is cut at every /, also between quotes");
+        warn(notes, "there is no ] at the end; a path is cut at every /, also between quotes" +
+                        get_advice_on_cut(step));
     if (has_empty_predicate(step))
         warn(notes, "[] asks for nothing; brackets count between quotes too");
     if (!step.ignored.empty())
@@ -291,8 +347,19 @@ std::vector<Note> get_notes_on_nodes(const PathStep& step) {
     return notes;
 }
 
+std::string get_advice_on_cut(const PathStep& step) {
+    const bool is_cut = !step.is_closed && !step.predicates.empty();
+    const std::string advice = is_cut ? get_advice_on_value(step.predicates.back().text) : "";
+    return advice.empty() ? "" : "; for a value with a / " + advice;
+}
+
 std::vector<Note> get_notes(const Predicate& predicate) {
     Notes notes;
+    if (!predicate.given.empty()) {
+        note_given(predicate, notes);
+        return notes;
+    }
+    note_dollar(predicate, notes);
     switch (predicate.kind) {
         case PredicateKind::last:
             note_last(predicate, notes);
@@ -308,6 +375,7 @@ std::vector<Note> get_notes(const Predicate& predicate) {
             break;
         case PredicateKind::test_attribute:
             note_test_of_attribute(predicate, notes);
+            note_cut_value(predicate, notes);
             break;
         case PredicateKind::test_item:
             note_test_of_item(predicate, notes);
@@ -316,10 +384,12 @@ std::vector<Note> get_notes(const Predicate& predicate) {
             note_words_of_positions(predicate, notes);
             note_name(predicate.name, notes);
             note_value(predicate, notes);
+            note_cut_value(predicate, notes);
             break;
         default:
             note_name(predicate.name, notes);
             note_value(predicate, notes);
+            note_cut_value(predicate, notes);
     }
     return notes;
 }

@@ -25,6 +25,9 @@ std::vector<Note> get_notes_on_nodes(const PathStep& step);
 
 std::vector<Note> get_notes(const Predicate& predicate);
 
+/// How to compare with a value at whose / the step may have been cut; empty if it was not.
+std::string get_advice_on_cut(const PathStep& step);
+
 /// All notes on a step and its predicates.
 std::vector<Note> get_notes(const PathStep& step);
 

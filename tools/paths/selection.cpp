@@ -2,11 +2,12 @@
 
 #include <quxml/Element.h>
 
+#include <algorithm>
 #include <set>
 #include <stdexcept>
 
 #include "paths/notes.h"
-#include "paths/steps.h"
+#include "paths/walk.h"
 #include "terminal/Failure.h"
 #include "terminal/messages.h"
 #include "terminal/words.h"
@@ -27,9 +28,9 @@ Failure bad_query(const std::string& path, const std::string& reason) {
 
 /// Whether the library would come to a predicate that it refuses depends on the document; a bad query is a bad
 /// query in any case.
-void require_no_fault(const std::string& path) {
+void require_no_fault(const std::string& path, const std::vector<PathStep>& steps) {
     int number = 0;
-    for (const PathStep& step : get_steps(path)) {
+    for (const PathStep& step : steps) {
         ++number;
         for (const Predicate& predicate : step.predicates) {
             if (!predicate.fault.empty())
@@ -39,12 +40,22 @@ void require_no_fault(const std::string& path) {
     }
 }
 
-quxml::NodeSet get_matches(quxml::Node* root, const std::string& path, NameMatch names) {
-    require_no_fault(path);
+/// The library knows nothing about given values.
+bool has_given_value(const std::vector<PathStep>& steps) {
+    return std::any_of(steps.begin(), steps.end(), [](const PathStep& step) {
+        return std::any_of(step.predicates.begin(), step.predicates.end(),
+                           [](const Predicate& predicate) { return !predicate.given.empty(); });
+    });
+}
+
+Nodes get_matches(quxml::Node* root, const Path& path, const std::vector<PathStep>& steps, NameMatch names) {
+    require_no_fault(path.text, steps);
     try {
-        return find(root, path, names);
+        if (has_given_value(steps))
+            return PathWalk(names).take(steps, root);
+        return in_document_order(root, find(root, path.text, names));
     } catch (const std::logic_error& error) {
-        throw bad_query(path, error.what());
+        throw bad_query(path.text, error.what());
     }
 }
 
@@ -69,13 +80,16 @@ void write_notes(const PathStep& step, int number, NoteKind least) {
     }
 }
 
-/// Of a step that the root element satisfies no possible reason is wanted: nothing is selected for another reason.
-void write_notes(quxml::Node* root, const std::string& path, NameMatch names, bool has_match) {
+/// Of a step that the root element satisfies no possible reason is wanted: nothing is selected for another reason. What
+/// follows a step that was cut was not meant as a step.
+void write_notes(quxml::Node* root, const std::vector<PathStep>& steps, NameMatch names, bool has_match) {
     int number = 0;
-    for (const PathStep& step : get_steps(path)) {
+    for (const PathStep& step : steps) {
         const bool is_satisfied =
-            has_match || (step.kind == StepKind::start && !get_matches(root, step.text, names).empty());
+            has_match || (step.kind == StepKind::start && !PathWalk(names).take(step, {root}).empty());
         write_notes(step, ++number, is_satisfied ? NoteKind::surprise : NoteKind::possible_reason);
+        if (!step.is_closed)
+            return;
     }
 }
 
@@ -91,30 +105,31 @@ void write_note_on_case(const PathStep& last, const std::vector<quxml::Node*>& n
 
 }  // namespace
 
-std::vector<quxml::Node*> select(const quxml::Document& document, const std::string& path, PathNotes notes,
+std::vector<quxml::Node*> select(const quxml::Document& document, const Path& path, PathNotes notes,
                                  NameMatch names) {
     quxml::Node* const root = document.get_root_node();
-    std::vector<quxml::Node*> nodes = in_document_order(root, get_matches(root, path, names));
+    const std::vector<PathStep> steps = get_steps(path);
+    std::vector<quxml::Node*> nodes = get_matches(root, path, steps, names);
     if (notes == PathNotes::written) {
-        write_notes(root, path, names, !nodes.empty());
+        write_notes(root, steps, names, !nodes.empty());
         if (names == NameMatch::whole)
-            write_note_on_case(get_steps(path).back(), nodes);
+            write_note_on_case(steps.back(), nodes);
     }
     return nodes;
 }
 
-void require_no_gap(const std::string& path) {
+void require_no_gap(const Path& path) {
     int number = 0;
     for (const PathStep& step : get_steps(path)) {
         const std::string gap = get_gap(step);
         ++number;
         if (!gap.empty())
-            throw bad_query(path, "step " + std::to_string(number) + ", " + step.text + ": " + gap +
-                                      ", and nothing is changed on a guess");
+            throw bad_query(path.text, "step " + std::to_string(number) + ", " + step.text + ": " + gap +
+                                           ", and nothing is changed on a guess" + get_advice_on_cut(step));
     }
 }
 
-std::vector<quxml::Element*> select_elements(const quxml::Document& document, const std::string& path,
+std::vector<quxml::Element*> select_elements(const quxml::Document& document, const Path& path,
                                              PathNotes notes) {
     require_no_gap(path);
     std::vector<quxml::Element*> elements;
@@ -123,7 +138,7 @@ std::vector<quxml::Element*> select_elements(const quxml::Document& document, co
             elements.push_back(element);
     }
     if (elements.empty())
-        throw Failure(ExitCode::no_match, "no element matches " + path);
+        throw Failure(ExitCode::no_match, "no element matches " + path.text);
     return elements;
 }
 

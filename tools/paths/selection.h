@@ -7,10 +7,10 @@
 #include <string>
 #include <vector>
 
-namespace tool {
+#include "paths/names.h"
+#include "paths/steps.h"
 
-/// How the names in a path are compared, in either way without regard to case.
-enum class NameMatch { whole, prefix };
+namespace tool {
 
 /// Whether notes on a path are written to standard error: on surprises and, if it selects nothing, on what may be the
 /// reason.
@@ -18,16 +18,16 @@ enum class PathNotes { written, silent };
 
 /// The nodes that a path selects from the root element, in document order.
 /// \throws Failure  (bad_query)
-std::vector<quxml::Node*> select(const quxml::Document& document, const std::string& path, PathNotes notes,
+std::vector<quxml::Node*> select(const quxml::Document& document, const Path& path, PathNotes notes,
                                  NameMatch names = NameMatch::whole);
 
 /// Refuses a path with a gap in it, as scripts make it of a variable that is not set: it would select too much.
 /// \throws Failure  (bad_query)
-void require_no_gap(const std::string& path);
+void require_no_gap(const Path& path);
 
 /// The elements that a path selects, for a command that changes them; the path must have no gap.
 /// \throws Failure  (bad_query, or no_match if there are none)
-std::vector<quxml::Element*> select_elements(const quxml::Document& document, const std::string& path,
+std::vector<quxml::Element*> select_elements(const quxml::Document& document, const Path& path,
                                              PathNotes notes);
 
 }  // namespace tool

@@ -12,6 +12,9 @@
 // A step is cut at its first "[". What stands before is its name test. A step among children filters a list, with every
 // predicate between "[" and "]" in turn; that the step ends with "]" is taken for granted. The other steps test single
 // nodes, with the one predicate from the first "[" to the first "]".
+//
+// The library knows nothing about values that are given for names. A predicate that compares with one is of the same
+// kind as any other, but its value is not taken from the path, and its name is all that stands before the equal sign.
 
 #include "paths/steps.h"
 
@@ -28,6 +31,7 @@ namespace tool {
 
 namespace {
 
+constexpr const char* blanks = " \t\n\v\f\r";
 constexpr const char* too_large = "the number is too large";
 
 std::string trim(const std::string& text, const char* characters) {
@@ -64,6 +68,11 @@ std::string get_complaint_about_position(const std::string& text) {
     return "a number is missing after <, > or =";
 }
 
+/// Two equal signs side by side are no part of a value.
+std::string get_advice_on_equal_signs(const std::string& text) {
+    return contains(text, "==") ? "" : "; for a value with more " + get_advice_on_value(text);
+}
+
 std::string get_complaint(const Predicate& predicate) {
     switch (predicate.kind) {
         case PredicateKind::last:
@@ -71,9 +80,11 @@ std::string get_complaint(const Predicate& predicate) {
         case PredicateKind::position:
             return get_complaint_about_position(predicate.text);
         case PredicateKind::attribute:
-            return "at most one equal sign can stand in the predicate of an attribute";
+            return "at most one equal sign can stand in the predicate of an attribute" +
+                   get_advice_on_equal_signs(predicate.text);
         default:
-            return "exactly one equal sign can stand in the predicate of a child's text";
+            return "exactly one equal sign can stand in the predicate of a child's text" +
+                   get_advice_on_equal_signs(predicate.text);
     }
 }
 
@@ -92,6 +103,39 @@ void read_or_refuse(Predicate& predicate, Read read) {
     } catch (const std::invalid_argument&) {
         predicate.fault = get_complaint(predicate);
     }
+}
+
+// ---- Given values ----
+
+/// What a predicate compares with, as it is written.
+std::string get_written_value(const std::string& text) {
+    const std::size_t equal_sign = text.find('=');
+    if (equal_sign == std::string::npos && text[0] == '@')
+        return "";
+    return trim(text.substr(equal_sign + 1), blanks);
+}
+
+bool names_value(const std::string& text, const Values& values) {
+    return !values.empty() && begins_with(get_written_value(text), "$");
+}
+
+/// A name cannot have blanks, so those around it mean nothing.
+void take_given(Predicate& predicate, PredicateKind attribute, PredicateKind child, PredicateKind item,
+                const Values& values) {
+    const std::size_t equal_sign = predicate.text.find('=');
+    const bool has_name = equal_sign != std::string::npos;
+    const bool is_attribute = predicate.text[0] == '@';
+    predicate.kind = is_attribute ? attribute : (has_name ? child : item);
+    if (has_name)
+        predicate.name = trim(predicate.text.substr(0, equal_sign).substr(is_attribute ? 1 : 0), blanks);
+    predicate.given = get_written_value(predicate.text).substr(1);
+    const auto value = values.find(predicate.given);
+    if (value == values.end())
+        predicate.fault = "no --arg gives a value for $" + predicate.given;
+    else
+        predicate.value = value->second;
+    if (predicate.kind == PredicateKind::item && begins_with_number(predicate.value))
+        predicate.number = read_number(predicate.value).value_or(0);
 }
 
 // ---- List filter ----
@@ -145,12 +189,15 @@ void take_item_or_literal(Predicate& predicate) {
 }
 
 /// The first form that applies wins.
-Predicate get_list_predicate(const std::string& text) {
+Predicate get_list_predicate(const std::string& text, const Values& values) {
     Predicate predicate{text, PredicateKind::literal, "", "", false, 0, {}, ""};
     if (contains(text, "last()"))
         take_last(predicate);
     else if (contains(text, "position()"))
         take_position(predicate);
+    else if (names_value(text, values))
+        take_given(predicate, PredicateKind::attribute, PredicateKind::child_value, PredicateKind::item,
+                   values);
     else if (text[0] == '@')
         take_attribute(predicate);
     else if (contains(text, "="))
@@ -160,7 +207,7 @@ Predicate get_list_predicate(const std::string& text) {
     return predicate;
 }
 
-void take_list_predicates(PathStep& step, std::size_t bracket) {
+void take_list_predicates(PathStep& step, std::size_t bracket, const Values& values) {
     if (bracket == std::string::npos)
         return;
     step.is_closed = step.text.back() == ']';
@@ -169,7 +216,7 @@ void take_list_predicates(PathStep& step, std::size_t bracket) {
         predicates.pop_back();
     for (const std::string& text : split(predicates, "[]")) {
         if (!text.empty())
-            step.predicates.push_back(get_list_predicate(text));
+            step.predicates.push_back(get_list_predicate(text, values));
     }
 }
 
@@ -188,39 +235,40 @@ void take_test_of_attribute(Predicate& predicate) {
     predicate.value = predicate.text.substr(equal_sign + 1);
 }
 
-Predicate get_single_predicate(const std::string& text) {
+Predicate get_single_predicate(const std::string& text, const Values& values) {
     Predicate predicate{text, PredicateKind::test_item, "", text, false, 0, {}, ""};
-    if (text[0] == '@')
+    if (names_value(text, values))
+        take_given(predicate, PredicateKind::test_attribute, PredicateKind::test_child_value,
+                   PredicateKind::test_item, values);
+    else if (text[0] == '@')
         take_test_of_attribute(predicate);
     else if (contains(text, "="))
         take_child_value(predicate, PredicateKind::test_child_value);
     return predicate;
 }
 
-void take_single_predicate(PathStep& step, std::size_t bracket) {
+void take_single_predicate(PathStep& step, std::size_t bracket, const Values& values) {
     if (bracket == std::string::npos)
         return;
     const std::size_t end = step.text.find(']');
     step.is_closed = end != std::string::npos;
-    step.predicates.push_back(get_single_predicate(step.text.substr(bracket + 1, end - bracket - 1)));
+    step.predicates.push_back(get_single_predicate(step.text.substr(bracket + 1, end - bracket - 1), values));
     if (step.is_closed)
         step.ignored = step.text.substr(end + 1);
 }
 
 // ---- Steps ----
 
-PathStep get_step(const std::string& text, StepKind kind) {
+PathStep get_step(const std::string& text, StepKind kind, const Values& values) {
     PathStep step{text, text.empty() ? StepKind::nothing : kind, "", {}, "", true, false, false};
     const std::size_t bracket = text.find('[');
     step.name_test = text.substr(0, bracket);
     if (tests_single_nodes(step))
-        take_single_predicate(step, bracket);
+        take_single_predicate(step, bracket, values);
     else
-        take_list_predicates(step, bracket);
+        take_list_predicates(step, bracket, values);
     return step;
 }
-
-constexpr const char* blanks = " \t\n\v\f\r";
 
 std::vector<std::string> get_pieces(const std::string& path, bool& searches) {
     const std::string trimmed = trim(path, blanks);
@@ -247,18 +295,19 @@ bool is_all_children(const std::vector<std::string>& pieces, std::size_t i) {
 
 }  // namespace
 
-std::vector<PathStep> get_steps(const std::string& path) {
+std::vector<PathStep> get_steps(const Path& path) {
     bool searches = false;
-    const std::vector<std::string> pieces = get_pieces(path, searches);
-    std::vector<PathStep> steps{get_step(pieces[0], searches ? StepKind::search : StepKind::start)};
+    const std::vector<std::string> pieces = get_pieces(path.text, searches);
+    std::vector<PathStep> steps{
+        get_step(pieces[0], searches ? StepKind::search : StepKind::start, path.values)};
     for (std::size_t i = 1; i < pieces.size(); ++i) {
         if (is_all_children(pieces, i))
             steps.push_back({"", StepKind::all_children, "", {}, "", true, false, false});
         else if (!is_mark_of_search(pieces, i))
-            steps.push_back(get_step(pieces[i], get_kind(pieces, i)));
+            steps.push_back(get_step(pieces[i], get_kind(pieces, i), path.values));
     }
     steps.back().is_last = true;
-    steps.front().is_relative = !begins_with(trim(path, blanks), "/");
+    steps.front().is_relative = !begins_with(trim(path.text, blanks), "/");
     return steps;
 }
 
@@ -279,6 +328,21 @@ std::optional<int> read_number(const std::string& text) {
     } catch (const std::invalid_argument&) {
         return std::nullopt;
     }
+}
+
+bool begins_with_number(const std::string& text) {
+    try {
+        return read_number(text).has_value();
+    } catch (const std::out_of_range&) {
+        return false;
+    }
+}
+
+std::string get_advice_on_value(const std::string& text) {
+    const std::size_t equal_sign = text.find('=');
+    if (equal_sign == std::string::npos)
+        return "";
+    return "write [" + trim(text.substr(0, equal_sign), blanks) + "=$V] and --arg V=VALUE";
 }
 
 std::string without_quotes(const std::string& text) {

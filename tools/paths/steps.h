@@ -1,11 +1,22 @@
 #ifndef QUXML_TOOLS_PATHS_STEPS_H
 #define QUXML_TOOLS_PATHS_STEPS_H
 
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace tool {
+
+/// Values by their names.
+using Values = std::map<std::string, std::string>;
+
+/// A path, and the values that are given for the names in it: `$NAME`, as all that a predicate compares with, stands
+/// for a value, whatever that holds. Without any value a `$` is a character like others.
+struct Path {
+    std::string text;
+    Values values;
+};
 
 /// How a step comes by its nodes.
 enum class StepKind {
@@ -46,7 +57,8 @@ struct Predicate {
     bool existence_only = false;  // any value will do
     int number = 0;               // the offset of `last`, and what the value of `item` begins with
     PositionRange range;          // of `position`
-    std::string fault;            // why the library refuses it; empty if it does not
+    std::string fault;            // why it is refused; empty if it is not
+    std::string given{};          // NAME, if `value` was given for it: then it is compared as it is
 };
 
 struct PathStep {
@@ -61,7 +73,7 @@ struct PathStep {
 };
 
 /// A path as the library's queries take it, step by step.
-std::vector<PathStep> get_steps(const std::string& path);
+std::vector<PathStep> get_steps(const Path& path);
 
 /// Whether the predicates of a step test a single node instead of filtering a list.
 bool tests_single_nodes(const PathStep& step);
@@ -72,6 +84,13 @@ bool has_empty_predicate(const PathStep& step);
 /// The number that a text begins with, as the library reads it; nothing if there is none.
 /// \throws std::out_of_range  if it is beyond the range of `int`
 std::optional<int> read_number(const std::string& text);
+
+/// Whether a text begins with a number that the library reads.
+bool begins_with_number(const std::string& text);
+
+/// How to compare with a value that has no spelling in a path; empty if `text` compares nothing with an equal sign.
+/// \param text  of a predicate
+std::string get_advice_on_value(const std::string& text);
 
 /// A text without the quotes, of either kind, paired or not, at its ends.
 std::string without_quotes(const std::string& text);

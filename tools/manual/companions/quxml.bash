@@ -8,15 +8,15 @@ _quxml() {
         *:sort) words="-h --help -i --in-place --backup --diff --canonical --lossy --quiet" ;;
         *:check) words="-h --help --quiet" ;;
         *:loss) words="-h --help" ;;
-        *:query) words="-h --help --prefix -0 --null --value --attribute --path --count --lossy --quiet" ;;
-        *:explain) words="-h --help --prefix" ;;
+        *:query) words="-h --help --prefix -0 --null --value --attribute --path --count --lossy --quiet --arg" ;;
+        *:explain) words="-h --help --prefix --arg" ;;
         *:diff) words="-h --help --quiet --lossy" ;;
-        *:set) words="-h --help -i --in-place --backup --diff --quiet" ;;
-        *:unset) words="-h --help -i --in-place --backup --diff --quiet" ;;
-        *:text) words="-h --help -i --in-place --backup --diff --quiet" ;;
-        *:add) words="-h --help -i --in-place --backup --diff --quiet --item --text --attribute" ;;
-        *:remove) words="-h --help -i --in-place --backup --diff --quiet" ;;
-        *:edit) words="-h --help -i --in-place --backup --diff --quiet -e --edit" ;;
+        *:set) words="-h --help -i --in-place --backup --diff --quiet --arg" ;;
+        *:unset) words="-h --help -i --in-place --backup --diff --quiet --arg" ;;
+        *:text) words="-h --help -i --in-place --backup --diff --quiet --arg" ;;
+        *:add) words="-h --help -i --in-place --backup --diff --quiet --item --text --attribute --arg" ;;
+        *:remove) words="-h --help -i --in-place --backup --diff --quiet --arg" ;;
+        *:edit) words="-h --help -i --in-place --backup --diff --quiet -e --edit --arg" ;;
     esac
     if [ "$COMP_CWORD" -gt 1 ] && [ "${current:0:1}" != - ]; then
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
