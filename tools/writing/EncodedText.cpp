@@ -85,18 +85,6 @@ private:
     iconv_t converter;
 };
 
-/// Empty if the encoding lacks a character, unless the text is.
-std::string encode(std::string_view text, const std::string& encoding) {
-    Conversion conversion(encoding, utf_8);
-    std::string bytes;
-    while (!text.empty()) {
-        if (!conversion.is_known() || !conversion.convert(text, text.size() * 4 + 16, bytes))
-            return {};
-    }
-    conversion.finish(bytes);
-    return bytes;
-}
-
 std::size_t get_character_size(std::string_view text) {
     const auto is_first = [](char byte) { return (static_cast<unsigned char>(byte) & 0xc0U) != 0x80; };
     return static_cast<std::size_t>(std::find_if(text.begin() + 1, text.end(), is_first) - text.begin());
@@ -109,19 +97,6 @@ unsigned long get_code_point(std::string_view character) {
     for (const char byte : character.substr(1))
         code = code << 6U | (static_cast<unsigned char>(byte) & 0x3fU);
     return code;
-}
-
-std::string with_references(const std::string& text, const std::string& encoding) {
-    if (text.empty() || !encode(text, encoding).empty())
-        return text;
-    std::string result;
-    for (std::string_view rest = text; !rest.empty();) {
-        const std::string_view character = rest.substr(0, get_character_size(rest));
-        const bool is_known = !encode(character, encoding).empty();
-        result += is_known ? std::string(character) : "&#" + std::to_string(get_code_point(character)) + ';';
-        rest.remove_prefix(character.size());
-    }
-    return result;
 }
 
 /// Finds the bytes of a document for places in its UTF-8 text, from the first to the last.
@@ -148,13 +123,57 @@ private:
     std::size_t done = 0;
 };
 
+}  // namespace
+
+/// It is opened once: that takes much longer than converting a value.
+class Encoder {
+public:
+    explicit Encoder(const std::string& encoding) : conversion(encoding, utf_8) {}
+
+    /// Empty if the encoding lacks a character, unless the text is.
+    std::string encode(std::string_view text) {
+        std::string bytes;
+        while (!text.empty()) {
+            if (!conversion.is_known())
+                return {};
+            if (!conversion.convert(text, text.size() * 4 + 16, bytes)) {
+                conversion.finish(bytes);
+                return {};
+            }
+        }
+        if (!bytes.empty())
+            conversion.finish(bytes);
+        return bytes;
+    }
+
+    std::string with_references(const std::string& text) {
+        if (text.empty() || !encode(text).empty())
+            return text;
+        std::string result;
+        for (std::string_view rest = text; !rest.empty();) {
+            const std::string_view character = rest.substr(0, get_character_size(rest));
+            const bool is_known = !encode(character).empty();
+            result +=
+                is_known ? std::string(character) : "&#" + std::to_string(get_code_point(character)) + ';';
+            rest.remove_prefix(character.size());
+        }
+        return result;
+    }
+
+private:
+    Conversion conversion;
+};
+
+namespace {
+
 /// Of the UTF-8 text; false if a place is not found.
-bool make_patches_of_bytes(std::vector<Patch>& patches, std::string_view bytes, const std::string& encoding) {
+bool make_patches_of_bytes(std::vector<Patch>& patches, std::string_view bytes, const std::string& encoding,
+                           Encoder& encoder) {
     ByteFinder finder(bytes, encoding);
     for (Patch& patch : patches) {
         patch.begin = finder.find(patch.begin);
         patch.end = finder.find(patch.end);
-        patch.text = encode(patch.text, encoding);
+        patch.text = encoder.encode(patch.text);
         if (patch.begin == std::string::npos || patch.end == std::string::npos)
             return false;
     }
@@ -165,8 +184,10 @@ bool make_patches_of_bytes(std::vector<Patch>& patches, std::string_view bytes, 
 
 EncodedText::EncodedText(std::string document)
     : bytes(std::move(document)), encoding(tool::get_encoding(bytes)) {
-    if (!encoding.empty())
-        decoded = to_utf8(bytes, encoding);
+    if (encoding.empty())
+        return;
+    decoded = to_utf8(bytes, encoding);
+    encoder = std::make_shared<Encoder>(encoding);
 }
 
 std::string_view EncodedText::get_text() const {
@@ -174,7 +195,7 @@ std::string_view EncodedText::get_text() const {
 }
 
 bool EncodedText::has_characters(const std::string& text) const {
-    return encoding.empty() || text.empty() || !encode(text, encoding).empty();
+    return encoding.empty() || text.empty() || !encoder->encode(text).empty();
 }
 
 void EncodedText::apply(std::vector<Patch> patches) {
@@ -184,14 +205,14 @@ void EncodedText::apply(std::vector<Patch> patches) {
         patch.begin += mark;
         patch.end += mark;
         if (!encoding.empty())
-            patch.text = with_references(patch.text, encoding);
+            patch.text = encoder->with_references(patch.text);
     }
     if (encoding.empty()) {
         bytes = tool::apply(bytes, patches);
         return;
     }
     std::string patched = tool::apply(decoded, patches);
-    if (!make_patches_of_bytes(patches, bytes, encoding))
+    if (!make_patches_of_bytes(patches, bytes, encoding, *encoder))
         throw refusal(encoding);
     std::string patched_bytes = tool::apply(bytes, patches);
     if (to_utf8(patched_bytes, encoding) != patched)

@@ -1,6 +1,7 @@
 #ifndef QUXML_TOOLS_WRITING_ENCODED_TEXT_H
 #define QUXML_TOOLS_WRITING_ENCODED_TEXT_H
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -9,6 +10,8 @@
 #include "writing/patches.h"
 
 namespace tool {
+
+class Encoder;
 
 /// A document in its own encoding and, for those who read and change it, in UTF-8. Bytes outside of what is patched
 /// stay as they are, also where an encoding has several ways to write a character.
@@ -39,7 +42,8 @@ public:
 private:
     std::string bytes;
     std::string encoding;
-    std::string decoded;  // empty if the document is in UTF-8
+    std::string decoded;               // empty if the document is in UTF-8
+    std::shared_ptr<Encoder> encoder;  // null then
 };
 
 }  // namespace tool

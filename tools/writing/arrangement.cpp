@@ -74,8 +74,7 @@ bool reads_back(const std::string& file, const std::string& bytes, const std::st
 }
 
 /// Sorts the tree and the text, and compares them.
-void sort(const std::string& file, EncodedText& text) {
-    std::shared_ptr<quxml::Document> document = parse_document(file, text.get_bytes(), false);
+void sort(const std::string& file, std::shared_ptr<quxml::Document> document, EncodedText& text) {
     quxml::Element* const root = document->get_root_node();
     const std::vector<Item> items = find_items(file, text);
     const std::vector<Order> orders = sort_tree(file, root, find_fixed_elements(items));
@@ -138,12 +137,12 @@ std::vector<Order> sort_tree(const std::string& file, quxml::Node* root, const s
 
 std::string arrange(const RewriteOptions& options, const std::string& bytes) {
     const std::string& file = options.file;
-    EncodedText text(bytes);
-    if (options.sorted) {
-        sort(file, text);
-    } else {
-        parse_document(file, bytes, false);
-    }
+    std::shared_ptr<quxml::Document> document = parse_document(file, bytes, false);
+    if (!options.sorted)
+        document.reset();
+    EncodedText text(bytes);  // a copy only now: most memory is needed for parsing
+    if (options.sorted)
+        sort(file, std::move(document), text);
     if (options.formatted)
         format(file, text, get_layout(options));
     return text.take_bytes();
