@@ -21,23 +21,29 @@ bool is_space(char c) {
     return !is_digit(c) && std::isspace(static_cast<unsigned char>(c)) != 0;
 }
 
+/// The number that the digits at the beginning make; beyond `int`, it may be any other one beyond `int`.
+std::int64_t read_digits(std::string_view text) {
+    constexpr unsigned tenth_of_largest = INT_MAX / 10;
+    unsigned number = 0;
+    for (const char c : text) {
+        if (!is_digit(c))
+            break;
+        number = number > tenth_of_largest ? UINT_MAX : number * 10 + static_cast<unsigned>(c - '0');
+    }
+    return number;
+}
+
 }  // namespace
 
 std::optional<int> read_integer(std::string_view text) {
-    const char* c = text.data();
-    const char* const end = c + text.size();
-    while (c != end && is_space(*c))
-        ++c;
-    const bool is_negative = c != end && *c == '-';
-    if (c != end && (*c == '-' || *c == '+'))
-        ++c;
-    if (c == end || !is_digit(*c))
+    while (!text.empty() && is_space(text.front()))
+        text.remove_prefix(1);
+    const bool is_negative = text.substr(0, 1) == "-";
+    if (is_negative || text.substr(0, 1) == "+")
+        text.remove_prefix(1);
+    if (text.empty() || !is_digit(text.front()))
         return std::nullopt;
-    constexpr unsigned tenth_of_largest = INT_MAX / 10;
-    unsigned number = 0;
-    for (; c != end && is_digit(*c); ++c)
-        number = number > tenth_of_largest ? UINT_MAX : number * 10 + static_cast<unsigned>(*c - '0');
-    const std::int64_t value = is_negative ? -std::int64_t{number} : std::int64_t{number};
+    const std::int64_t value = is_negative ? -read_digits(text) : read_digits(text);
     if (value < INT_MIN || value > INT_MAX)
         throw std::out_of_range("stoi");
     return static_cast<int>(value);
