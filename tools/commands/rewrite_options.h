@@ -8,7 +8,7 @@
 #include "paths/selection.h"
 #include "writing/rewrite.h"
 
-namespace CLI {  // NOLINT(readability-identifier-naming): the name is CLI11's
+namespace CLI {
 class App;
 }  // namespace CLI
 
