@@ -135,6 +135,10 @@ TEST_F(Edit, exits_with_3_rather_than_write_what_would_not_be_read_back) {
         EXPECT_EQ(result.out, "");
         EXPECT_TRUE(contains(result.err, "quxml: a.xml: not written: ")) << result.err;
     }
+    expect(run("quxml set //note \"x=$(printf 'a\\001')\" a.xml"), 3, "",
+           "quxml: a.xml: not written: \"a\\x01\" holds a control character, which XML does not allow\n");
+    expect(run("quxml add //host x --text \"$(printf '\\377')\" <a.xml"), 3, "",
+           "quxml: standard input: not written: \"\\xff\" is not UTF-8\n");
     expect(run("quxml text //note '\n' <a.xml"), 3, "",
            "quxml: standard input: not written: it would be read back otherwise: ! /settings/note: \"\\n\" "
            "-> \"\"\n");
@@ -195,6 +199,9 @@ TEST_F(Edit, exits_with_2_for_a_command_line_it_cannot_understand) {
         {"sort -i --backup=a/b a.xml", "--backup: expected a suffix for a file name, not \"a/b\""},
         {"sort -i", "--in-place needs a FILE"},
         {"sort -i -", "--in-place needs a FILE"},
+        {"set -i /a k=1 x=1.xml", "--in-place needs a FILE; \"x=1.xml\" was taken for SETTING"},
+        {"text -i /a/b a.xml", "--in-place needs a FILE; \"a.xml\" was taken for VALUE"},
+        {"add -i /a a.xml", "--in-place needs a FILE; \"a.xml\" was taken for NAME"},
         {"set -i --diff /a x=1 a.xml", "--in-place excludes --diff"},
         {"set --lossy /a x=1 a.xml", "there is no option --lossy"},
         {"set --compact /a x=1 a.xml", "there is no option --compact"},

@@ -98,6 +98,7 @@ TEST_F(FailingMemory, ends_with_5_and_leaves_the_file_alone_in_every_encoding) {
     for (const std::string& document : get_documents()) {
         write("before.xml", document);
         expect_no_harm("set -i /a/b x=1 a.xml", count_start(), {11, 47});
+        expect_no_harm("edit -i -e 'add /a c' -e 'text /a/c \xe2\x82\xac' a.xml", count_start(), {29, 83});
         expect_no_harm("query --value /a/b a.xml", count_start(), {23, 71});
     }
 }
@@ -107,7 +108,8 @@ TEST_F(FailingMemory, ends_with_5_in_every_command) {
     for (const char* arguments :
          {"check a.xml", "loss a.xml", "diff a.xml before.xml", "explain \"//b[@id='1']\"", "format a.xml",
           "sort -i --backup a.xml", "unset -i /a/b n a.xml", "text -i /a/b x a.xml", "add -i /a c a.xml",
-          "remove -i /a/b a.xml", "check broken.xml", "query '/a/b[3]' a.xml"}) {
+          "remove -i /a/b a.xml", "edit -i -e 'set /a x=1' -e 'remove /a/b' a.xml", "check broken.xml",
+          "query '/a/b[3]' a.xml"}) {
         write("broken.xml", "<a><b></a>");
         expect_no_harm(arguments, count_start(), {41, 101});
     }

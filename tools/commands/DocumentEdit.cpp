@@ -3,13 +3,24 @@
 #include <CLI/CLI.hpp>
 
 #include "commands/rewrite_options.h"
+#include "terminal/Failure.h"
+#include "terminal/messages.h"
+#include "terminal/words.h"
 
 namespace tool {
 
 namespace {
 
+/// The last argument may have been meant for the FILE.
+Failure get_refusal_without_file(const std::vector<Argument>& arguments) {
+    return {ExitCode::usage, "--in-place needs a FILE; " + quote(arguments.back().value) + " was taken for " +
+                                 arguments.back().name};
+}
+
 ExitCode run(const DocumentEdit& edit, const EditOptions& options) {
     const std::string& file = options.destination.file;
+    if (options.destination.in_place && file == standard_input)
+        throw get_refusal_without_file(edit.get_arguments());
     if (!options.quiet && !options.destination.in_place)
         write_hints(file, edit.get_arguments());
     return change_document(options.destination, [&](const std::string& text) {

@@ -52,7 +52,9 @@ public:
         require_distinct("SETTING", get_setting_names(settings));
     }
 
-    std::vector<Argument> get_arguments() const override { return {{"PATH", get_path().text}}; }
+    std::vector<Argument> get_arguments() const override {
+        return {{"PATH", get_path().text}, {"SETTING", settings.back()}};
+    }
 
     void apply(EditedDocument& document, PathNotes notes) const override {
         document.set(select_elements(document.get_tree(), get_path(), notes), split_settings(settings));

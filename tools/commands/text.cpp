@@ -43,7 +43,9 @@ public:
 
     void take_arguments(std::string* /*file*/) override {}
 
-    std::vector<Argument> get_arguments() const override { return {{"PATH", get_path().text}}; }
+    std::vector<Argument> get_arguments() const override {
+        return {{"PATH", get_path().text}, {"VALUE", value}};
+    }
 
     void apply(EditedDocument& document, PathNotes notes) const override {
         document.set_text(select_elements(document.get_tree(), get_path(), notes), value);

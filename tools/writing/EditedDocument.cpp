@@ -3,8 +3,10 @@
 
 #include "writing/EditedDocument.h"
 
+#include <libxml/xmlstring.h>
 #include <quxml/TextNode.h>
 
+#include <algorithm>
 #include <unordered_map>
 #include <utility>
 
@@ -13,6 +15,7 @@
 #include "reading/xml_events.h"
 #include "terminal/Failure.h"
 #include "terminal/messages.h"
+#include "terminal/terminal.h"
 #include "terminal/words.h"
 #include "trees/differences.h"
 #include "trees/element_numbers.h"
@@ -54,6 +57,11 @@ void remove_children(quxml::Element& parent, const std::unordered_set<const quxm
     }
 }
 
+bool is_forbidden(char character) {
+    const bool is_control = static_cast<unsigned char>(character) < ' ';
+    return is_control && white_space.find(character) == std::string_view::npos;
+}
+
 std::string get_first_difference(const quxml::Node& wanted, const quxml::Node& read) {
     std::string difference = "its elements would have another order";
     find_differences(wanted, read, [&](const std::string& line) {
@@ -91,6 +99,17 @@ EditedDocument::Selected EditedDocument::locate(const std::vector<quxml::Element
     return locate(std::unordered_set<quxml::Element*>(elements.begin(), elements.end()));
 }
 
+/// Not even a reference can stand for these characters.
+void EditedDocument::require_characters_of_value(const std::string& value) const {
+    if (xmlCheckUTF8(reinterpret_cast<const unsigned char*>(value.c_str())) == 0)
+        throw Failure(ExitCode::malformed,
+                      get_label(file) + ": not written: " + quote(escape_controls(value)) + " is not UTF-8");
+    if (std::any_of(value.begin(), value.end(), is_forbidden))
+        throw Failure(ExitCode::malformed, get_label(file) +
+                                               ": not written: " + quote(escape_controls(value)) +
+                                               " holds a control character, which XML does not allow");
+}
+
 /// No reference can stand in a name.
 void EditedDocument::require_characters_of_name(const std::string& name) const {
     if (!text.has_characters(name))
@@ -98,9 +117,11 @@ void EditedDocument::require_characters_of_name(const std::string& name) const {
                                                " lacks a character of the name " + quote(name));
 }
 
-void EditedDocument::require_characters_of_names(const std::vector<Setting>& attributes) const {
-    for (const auto& [name, value] : attributes)
+void EditedDocument::require_characters_of_attributes(const std::vector<Setting>& attributes) const {
+    for (const auto& [name, value] : attributes) {
         require_characters_of_name(name);
+        require_characters_of_value(value);
+    }
 }
 
 void EditedDocument::require_characters_of_section(const quxml::Element& element,
@@ -112,7 +133,7 @@ void EditedDocument::require_characters_of_section(const quxml::Element& element
 }
 
 void EditedDocument::set(const std::vector<quxml::Element*>& elements, const std::vector<Setting>& settings) {
-    require_characters_of_names(settings);
+    require_characters_of_attributes(settings);
     const Selected selected = locate(elements);
     Editor editor(text.get_text(), selected.markup);
     for (std::size_t i = 0; i != selected.elements.size(); ++i) {
@@ -138,6 +159,7 @@ void EditedDocument::unset(const std::vector<quxml::Element*>& elements,
 
 /// What is in CDATA is not in the tree.
 void EditedDocument::set_text(const std::vector<quxml::Element*>& elements, const std::string& value) {
+    require_characters_of_value(value);
     const Selected selected = locate(elements);
     Editor editor(text.get_text(), selected.markup);
     for (std::size_t i = 0; i != selected.elements.size(); ++i) {
@@ -153,7 +175,8 @@ void EditedDocument::set_text(const std::vector<quxml::Element*>& elements, cons
 
 void EditedDocument::add(const std::vector<quxml::Element*>& parents, const NewElement& added) {
     require_characters_of_name(added.name);
-    require_characters_of_names(added.attributes);
+    require_characters_of_attributes(added.attributes);
+    require_characters_of_value(added.text);
     const Selected selected = locate(parents);
     Editor editor(text.get_text(), selected.markup);
     for (std::size_t i = 0; i != selected.elements.size(); ++i) {

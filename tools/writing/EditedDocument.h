@@ -56,8 +56,9 @@ private:
     Selected locate(const std::unordered_set<quxml::Element*>& elements) const;
     Selected locate(const std::vector<quxml::Element*>& elements) const;
 
-    void require_characters_of_names(const std::vector<Setting>& attributes) const;
+    void require_characters_of_attributes(const std::vector<Setting>& attributes) const;
     void require_characters_of_name(const std::string& name) const;
+    void require_characters_of_value(const std::string& value) const;
     void require_characters_of_section(const quxml::Element& element, const std::string& value) const;
 
     std::string file;
