@@ -68,6 +68,7 @@ NodeSet XPathHelper::find(Node* node, std::string path) const {
     return select_nodes(node, text, names, found) ? results : NodeSet();
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the interface has it.
 void XPathHelper::get_nodes_from_path(Node* node, std::deque<std::string> steps) const {
     walk_along(steps, node, &Walk::follow_from, comparator, results);
 }
