@@ -5,10 +5,8 @@
 #include <csignal>
 #include <exception>
 #include <new>
-#include <numeric>
 #include <sstream>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "commands/commands.h"
@@ -21,6 +19,7 @@
 #include "terminal/memory.h"
 #include "terminal/messages.h"
 #include "terminal/output.h"
+#include "terminal/similar.h"
 #include "terminal/terminal.h"
 #include "terminal/words.h"
 
@@ -40,30 +39,6 @@ constexpr const char* help_on_exit_codes =
 std::string get_version() {
     return "quxml " + std::to_string(QUXML_VERSION_MAJOR) + '.' + std::to_string(QUXML_VERSION_MINOR) + '.' +
            std::to_string(QUXML_VERSION_PATCH);
-}
-
-/// How many characters to insert, to remove or to exchange.
-std::size_t get_distance(const std::string& one, const std::string& other) {
-    std::vector<std::size_t> row(other.size() + 1);
-    std::iota(row.begin(), row.end(), 0U);
-    for (std::size_t i = 0; i < one.size(); ++i) {
-        std::size_t diagonal = std::exchange(row[0], i + 1);
-        for (std::size_t j = 0; j < other.size(); ++j) {
-            const std::size_t exchanged = diagonal + (one[i] == other[j] ? 0 : 1);
-            diagonal = row[j + 1];
-            row[j + 1] = std::min({row[j] + 1, row[j + 1] + 1, exchanged});
-        }
-    }
-    return row.back();
-}
-
-/// Asks for the word that is nearly the one that was written and begins as it does; empty if there is none.
-std::string ask_for_similar(const std::string& word, const std::vector<std::string>& words) {
-    constexpr std::size_t most = 2;
-    const auto similar = std::find_if(words.begin(), words.end(), [&](const std::string& one) {
-        return one[0] == word[0] && one.size() > most && get_distance(one, word) <= most;
-    });
-    return similar == words.end() ? "" : "; is it " + *similar + '?';
 }
 
 std::vector<std::string> get_command_names(const CLI::App& app) {

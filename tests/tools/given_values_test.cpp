@@ -114,7 +114,10 @@ TEST_F(GivenValues, are_given_to_all_edits_at_once_or_to_one) {
     expect(
         run("quxml edit -e 'set //type[@n=$n] k=1' -e 'set //type[@n=$m] --arg m=1 k=2' --arg n=text/plain "
             "types.xml"),
-        1, "", "quxml: edit 2, set //type[@n=$m] --arg m=1 k=2: no element matches //type[@n=$m]\n");
+        1, "",
+        "quxml: note: //type matches 5 nodes; none has \"1\" as its attribute n; there is \"text/plain\", "
+        "\"say \\\"hi\\\"\", \"it's \\\"it\\\"\", \"\", \"$v\"\n"
+        "quxml: edit 2, set //type[@n=$m] --arg m=1 k=2: no element matches //type[@n=$m]\n");
 }
 
 TEST_F(GivenValues, are_shown_by_explain) {
@@ -141,10 +144,13 @@ TEST_F(GivenValues, are_shown_by_explain) {
 TEST_F(GivenValues, are_needed_for_a_dollar_to_mean_anything) {
     expect_done(run("quxml query --count '/types/type[@n=$v]' types.xml"), "1\n");
     expect_done(run("quxml query --count '//type[c=$v]' types.xml"), "1\n");
-    expect(run("quxml query --count '/types/type[c=$w]' types.xml"), 1, "0\n",
-           "quxml: note: step 2, type[c=$w]: $w stands for itself here; with --arg w=VALUE and without "
-           "quotes it "
-           "stands for VALUE\n");
+    expect(
+        run("quxml query --count '/types/type[c=$w]' types.xml"), 1, "0\n",
+        "quxml: note: step 2, type[c=$w]: $w stands for itself here; with --arg w=VALUE and without "
+        "quotes it "
+        "stands for VALUE\n"
+        "quxml: note: /types/type matches 5 nodes; none has a child c with the text \"$w\"; there is \"[x] = "
+        "\\\"y\\\"\", \"it's\", \"10.0.0.1/24\", \"$v\", \"last()\"\n");
     expect_done(run("quxml query --count '/types/type[@n=$w][c=\"$v\"]' --arg w= types.xml"), "1\n");
 }
 

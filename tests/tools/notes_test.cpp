@@ -26,6 +26,7 @@ struct Noted {
     const char* path;
     const char* selected;  // the ids of what it selects
     std::vector<std::string> notes;
+    const char* reason = nullptr;  // why nothing matches, if that is more than the notes say
 };
 
 const std::string root = "the first step names the root element itself, not a child of it";
@@ -42,7 +43,7 @@ const std::vector<Noted>& get_paths_without_match() {
     static const std::vector<Noted> paths = {
         {"", "", {"step 1, (empty): a name is missing here; any name is *"}},
         {"//", "", {"step 1, (empty): a name is missing here; any name is *"}},
-        {"b/c", "", {"step 1, b: " + root}},
+        {"b/c", "", {"step 1, b: " + root}, "the root element is called a, not b"},
         {"'",
          "",
          {"step 1, ': " + root, "step 1, ': no element can have the name \"'\"; the quotes belong to it"}},
@@ -75,7 +76,8 @@ const std::vector<Noted>& get_paths_without_match() {
         {"/a/[@id]", "", {"step 2, [@id]: a name is missing here; any name is *"}},
         {"/a/p:b",
          "",
-         {"step 2, p:b: a declared prefix is dropped when a document is read, so that only \"b\" is left"}},
+         {"step 2, p:b: a declared prefix is dropped when a document is read, so that only \"b\" is left"},
+         "/a has 3 children: b; none is called p:b"},
         {"//b[@id=2]",
          "",
          {"step 1, b[@id=2]: the character before = is not part of the name; for \"id\" write "
@@ -103,19 +105,23 @@ const std::vector<Noted>& get_paths_without_match() {
          {"step 2, b[@id and @item]: the blanks in \"id and @item\" belong to the name"}},
         {"//b[c]",
          "",
-         {"step 1, b[c]: to compare an attribute write [@name =c], for the text of a child [name='c']"}},
+         {"step 1, b[c]: to compare an attribute write [@name =c], for the text of a child [name='c']"},
+         "//b matches 4 nodes; none has \"c\" as its attribute item; there is \"3\""},
         {"/a/b[0]",
          "",
          {"step 2, b[0]: this is not a position; positions begin with 1; from the end they are [last()], "
-          "[last()-1] and so on"}},
+          "[last()-1] and so on"},
+         "/a/b matches 3 nodes; none has \"0\" as its attribute item; there is \"3\""},
         {"/a/b[-1]",
          "",
          {"step 2, b[-1]: this is not a position; positions begin with 1; from the end they are [last()], "
-          "[last()-1] and so on"}},
+          "[last()-1] and so on"},
+         "/a/b matches 3 nodes; none has \"-1\" as its attribute item; there is \"3\""},
         {"/a/b[-2]",
          "",
          {"step 2, b[-2]: this is not a position; positions begin with 1; from the end they are [last()], "
-          "[last()-1] and so on"}},
+          "[last()-1] and so on"},
+         "/a/b matches 3 nodes; none has \"-2\" as its attribute item; there is \"3\""},
         {"/a/b[position()=0]", "", {"step 2, b[position()=0]: positions begin with 1; the last is [last()]"}},
         {"/a/b[position()=-1]",
          "",
@@ -123,7 +129,8 @@ const std::vector<Noted>& get_paths_without_match() {
         {"//b[99999999999999]",
          "",
          {"step 1, b[99999999999999]: this is not a position; positions count only after a single /",
-          "step 1, b[99999999999999]: it is compared as text here; after a single / it would be too large"}},
+          "step 1, b[99999999999999]: it is compared as text here; after a single / it would be too large"},
+         "//b matches 4 nodes; none has \"99999999999999\" as its attribute item; there is \"3\""},
         {"/a/b[2 or 3]",
          "",
          {"step 2, b[2 or 3]: this is not a position; for that, write [position()=2]",
@@ -178,7 +185,8 @@ const std::vector<Noted>& get_paths_with_matches() {
 TEST_F(PathNotes, are_written_by_a_query_that_matches_nothing_if_they_may_be_the_reason) {
     for (const Noted& one : get_paths_without_match()) {
         SCOPED_TRACE(one.path);
-        expect(run_with("quxml query", one.path, "a.xml"), 1, one.selected, to_lines(one.notes));
+        const std::string reason = one.reason == nullptr ? "" : to_lines({one.reason});
+        expect(run_with("quxml query", one.path, "a.xml"), 1, one.selected, to_lines(one.notes) + reason);
     }
 }
 

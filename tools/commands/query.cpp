@@ -14,6 +14,7 @@
 #include "commands/commands.h"
 #include "commands/hints.h"
 #include "commands/path_arguments.h"
+#include "paths/reasons.h"
 #include "paths/selection.h"
 #include "reading/input.h"
 #include "reading/losses.h"
@@ -34,7 +35,7 @@ constexpr const char* help_on_query =
     "no value can hold. Exits with 1 if there is none. The path starts with the name of the root\n"
     "element; put it in quotes, since the shell has its own use for brackets and stars. Notes on\n"
     "standard error say where the path does something other than it seems to and, if nothing matches,\n"
-    "what may be the reason. \"quxml explain\" says more.\n"
+    "how far it leads and what stands there. \"quxml explain\" says more.\n"
     "CDATA sections, text beside other content and entity references are not read, so queries answer\n"
     "as if they were not there, and a warning says so; --value refuses with 3 to write the value of an\n"
     "element that holds any. Nothing is said of comments, prefixes and the rest of what \"quxml loss\"\n"
@@ -115,9 +116,12 @@ std::vector<quxml::Node*> get_matches(const quxml::Document& document, const Que
     std::vector<quxml::Node*> matches =
         select(document, options.path, options.quiet ? PathNotes::silent : PathNotes::written,
                options.prefix ? NameMatch::prefix : NameMatch::whole);
+    if (options.attribute.empty() || matches.empty())
+        return matches;
     const auto has_none = [&](const quxml::Node* match) { return !has_attribute(match, options.attribute); };
-    if (!options.attribute.empty())
-        matches.erase(std::remove_if(matches.begin(), matches.end(), has_none), matches.end());
+    if (!options.quiet && std::all_of(matches.begin(), matches.end(), has_none))
+        write_note(get_reason_for_no_attribute(options.path.text, matches, options.attribute));
+    matches.erase(std::remove_if(matches.begin(), matches.end(), has_none), matches.end());
     return matches;
 }
 

@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "paths/notes.h"
+#include "paths/reasons.h"
 #include "paths/walk.h"
 #include "terminal/Failure.h"
 #include "terminal/messages.h"
@@ -93,6 +94,12 @@ void write_notes(quxml::Node* root, const std::vector<PathStep>& steps, NameMatc
     }
 }
 
+void write_reason(quxml::Node* root, const std::vector<PathStep>& steps, NameMatch names) {
+    const std::string reason = get_reason(root, steps, names);
+    if (!reason.empty())
+        write_note(reason);
+}
+
 void write_note_on_case(const PathStep& last, const std::vector<quxml::Node*>& nodes) {
     if (last.name_test == "*" || last.kind == StepKind::all_children)
         return;
@@ -112,7 +119,9 @@ std::vector<quxml::Node*> select(const quxml::Document& document, const Path& pa
     std::vector<quxml::Node*> nodes = get_matches(root, path, steps, names);
     if (notes == PathNotes::written) {
         write_notes(root, steps, names, !nodes.empty());
-        if (names == NameMatch::whole)
+        if (nodes.empty())
+            write_reason(root, steps, names);
+        else if (names == NameMatch::whole)
             write_note_on_case(steps.back(), nodes);
     }
     return nodes;

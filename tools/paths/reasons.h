@@ -1,0 +1,25 @@
+#ifndef QUXML_TOOLS_PATHS_REASONS_H
+#define QUXML_TOOLS_PATHS_REASONS_H
+
+#include <quxml/Node.h>
+
+#include <string>
+#include <vector>
+
+#include "paths/names.h"
+#include "paths/steps.h"
+#include "paths/walk.h"
+
+namespace tool {
+
+/// Why a path selects nothing: the longest part of it that matches, and what stands there instead of what was asked for.
+/// Takes about as long as the query. Empty if the notes on the step say it all.
+/// \param steps  without a fault; they select nothing
+std::string get_reason(quxml::Node* root, const std::vector<PathStep>& steps, NameMatch names);
+
+/// Why none of some nodes has an attribute, and which ones they have.
+std::string get_reason_for_no_attribute(const std::string& path, const Nodes& nodes, const std::string& name);
+
+}  // namespace tool
+
+#endif
