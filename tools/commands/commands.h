@@ -18,6 +18,7 @@ using Action = std::function<ExitCode()>;
 /// `action`.
 void add_add(CLI::App& app, Action& action);
 void add_check(CLI::App& app, Action& action);
+void add_complete(CLI::App& app, Action& action);
 void add_diff(CLI::App& app, Action& action);
 void add_edit(CLI::App& app, Action& action);
 void add_explain(CLI::App& app, Action& action);

@@ -1,5 +1,6 @@
 #include "manual/completion.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -31,6 +32,52 @@ std::string get_command_words(const CLI::App& app) {
         words.push_back(command->get_name());
     return join(words, " ");
 }
+
+/// Whether a command asks a file with a path.
+bool has_path_and_file(const CLI::App& command) {
+    std::vector<std::string> names;
+    for (const CLI::Option* argument : get_arguments(command))
+        names.push_back(argument->get_name(true));
+    return std::count(names.begin(), names.end(), "PATH") != 0 &&
+           std::count(names.begin(), names.end(), "FILE") != 0;
+}
+
+std::string get_asking_commands(const CLI::App& app) {
+    std::vector<std::string> names;
+    for (const CLI::App* command : get_commands(app)) {
+        if (has_path_and_file(*command))
+            names.push_back(command->get_name());
+    }
+    return join(names, " | ");
+}
+
+// ---- bash ----
+
+/// The program lists how the path may go on in the file that stands after it, or after <. Outside of quotes the shell
+/// completes only what follows the last @ = or :, and backslashes stand before what means something to it.
+constexpr const char* paths_in_bash =
+    "_quxml_paths() {\n"
+    "    local typed=${COMP_LINE:0:COMP_POINT} head='' file i\n"
+    "    for ((i = 2; i < ${#COMP_WORDS[@]}; ++i)); do\n"
+    "        file=${COMP_WORDS[i]//[\\\"\\'\\\\]/}\n"
+    "        if ((i > COMP_CWORD)) || { ((i < COMP_CWORD)) && [ \"${COMP_WORDS[i - 1]}\" = '<' ]; }; then\n"
+    "            [ -f \"$file\" ] && break\n"
+    "        fi\n"
+    "        file=\n"
+    "    done\n"
+    "    [ -n \"$file\" ] || return\n"
+    "    typed=${typed##*[[:blank:]]}\n"
+    "    case $typed in\n"
+    "        [\\\"\\']*) typed=${typed:1} ;;\n"
+    "        *)\n"
+    "            typed=${typed//\\\\/}\n"
+    "            head=${typed%\"${typed##*[@=:]}\"}\n"
+    "            ;;\n"
+    "    esac\n"
+    "    mapfile -t COMPREPLY < <(\"${COMP_WORDS[0]}\" complete -- \"$typed\" \"$file\" 2>/dev/null)\n"
+    "    COMPREPLY=(\"${COMPREPLY[@]#\"$head\"}\")\n"
+    "    compopt -o nospace 2>/dev/null\n"
+    "}\n";
 
 // ---- zsh ----
 
@@ -69,26 +116,50 @@ std::string get_zsh_command(const CLI::App& command) {
     std::string text = "        " + command.get_name() + ")\n            _arguments";
     for (const CLI::Option* option : get_options(command))
         text += get_zsh_option(*option);
-    return text + " \\\n                '*:argument:_files'\n            ;;\n";
+    const std::string argument = has_path_and_file(command) ? "_quxml_paths" : "_files";
+    return text + " \\\n                '*:argument:" + argument + "'\n            ;;\n";
 }
+
+/// The same as for bash.
+constexpr const char* paths_in_zsh =
+    "_quxml_paths() {\n"
+    "    local file i\n"
+    "    local -a found\n"
+    "    for ((i = CURRENT + 1; i <= $#words; ++i)); do\n"
+    "        file=${(Q)words[i]}\n"
+    "        [[ -f $file ]] && break\n"
+    "        file=\n"
+    "    done\n"
+    "    [[ -n $file ]] && found=(${(f)\"$(${(Q)words[1]} complete -- \"${(Q)PREFIX}\" \"$file\" "
+    "2>/dev/null)\"})\n"
+    "    if (($#found)); then\n"
+    "        compadd -S '' -a found\n"
+    "    else\n"
+    "        _files\n"
+    "    fi\n"
+    "}\n";
 
 }  // namespace
 
 std::string get_bash_completion(const CLI::App& app) {
-    std::string text =
-        "# bash completion for quxml\n"
-        "_quxml() {\n"
-        "    local current=${COMP_WORDS[COMP_CWORD]} words=\n"
-        "    COMPREPLY=()\n"
-        "    case $COMP_CWORD:${COMP_WORDS[1]} in\n"
-        "        1:*) words=\"" +
-        get_command_words(app) + ' ' + get_words(app) + "\" ;;\n";
+    std::string text = std::string("# bash completion for quxml\n") + paths_in_bash +
+                       "_quxml() {\n"
+                       "    local current=${COMP_WORDS[COMP_CWORD]} words=\n"
+                       "    COMPREPLY=()\n"
+                       "    case $COMP_CWORD:${COMP_WORDS[1]} in\n"
+                       "        1:*) words=\"" +
+                       get_command_words(app) + ' ' + get_words(app) + "\" ;;\n";
     for (const CLI::App* command : get_commands(app))
         text += "        *:" + command->get_name() + ") words=\"" + get_words(*command) + "\" ;;\n";
     return text +
            "    esac\n"
            "    if [ \"$COMP_CWORD\" -gt 1 ] && [ \"${current:0:1}\" != - ]; then\n"
-           "        mapfile -t COMPREPLY < <(compgen -f -- \"$current\")\n"
+           "        case ${COMP_WORDS[1]} in\n"
+           "            " +
+           get_asking_commands(app) +
+           ") _quxml_paths ;;\n"
+           "        esac\n"
+           "        [ \"${#COMPREPLY[@]}\" -gt 0 ] || mapfile -t COMPREPLY < <(compgen -f -- \"$current\")\n"
            "    else\n"
            "        mapfile -t COMPREPLY < <(compgen -W \"$words\" -- \"$current\")\n"
            "    fi\n"
@@ -97,11 +168,10 @@ std::string get_bash_completion(const CLI::App& app) {
 }
 
 std::string get_zsh_completion(const CLI::App& app) {
-    std::string text =
-        "#compdef quxml\n"
-        "_quxml() {\n"
-        "    local -a commands\n"
-        "    commands=(\n";
+    std::string text = std::string("#compdef quxml\n") + paths_in_zsh +
+                       "_quxml() {\n"
+                       "    local -a commands\n"
+                       "    commands=(\n";
     for (const CLI::App* command : get_commands(app))
         text += "        '" + command->get_name() + ':' + escape_for_zsh(command->get_description()) + "'\n";
     text +=

@@ -50,7 +50,7 @@ std::vector<const CLI::Option*> get_arguments(const CLI::App& command) {
 }
 
 std::vector<const CLI::App*> get_commands(const CLI::App& app) {
-    return app.get_subcommands([](const CLI::App* /*command*/) { return true; });
+    return app.get_subcommands([](const CLI::App* command) { return !command->get_group().empty(); });
 }
 
 std::string get_synopsis(const CLI::App& command) {

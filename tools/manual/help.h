@@ -28,7 +28,7 @@ std::string get_value_name(const CLI::Option& option);
 std::vector<const CLI::Option*> get_options(const CLI::App& command);
 std::vector<const CLI::Option*> get_arguments(const CLI::App& command);
 
-/// The commands of the program.
+/// The commands of the program, but for those that only shells call.
 std::vector<const CLI::App*> get_commands(const CLI::App& app);
 
 /// Such as "quxml set [OPTIONS] PATH SETTING... [FILE]".

@@ -129,6 +129,7 @@ constexpr const char* paths =
     "    by query --attribute.\n"
     "  - Names of steps are compared without regard to case, but only of ASCII letters,\n"
     "    whatever the locale; names and values in predicates exactly.\n"
+    "With a FILE after it, bash and zsh complete PATH: names of elements, and of attributes after [@.\n"
     "\"quxml explain\" shows how a path is taken and where that is a surprise. Commands that change\n"
     "documents warn of surprises as well, and so does query.\n";
 

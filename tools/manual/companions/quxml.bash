@@ -1,4 +1,26 @@
 # bash completion for quxml
+_quxml_paths() {
+    local typed=${COMP_LINE:0:COMP_POINT} head='' file i
+    for ((i = 2; i < ${#COMP_WORDS[@]}; ++i)); do
+        file=${COMP_WORDS[i]//[\"\'\\]/}
+        if ((i > COMP_CWORD)) || { ((i < COMP_CWORD)) && [ "${COMP_WORDS[i - 1]}" = '<' ]; }; then
+            [ -f "$file" ] && break
+        fi
+        file=
+    done
+    [ -n "$file" ] || return
+    typed=${typed##*[[:blank:]]}
+    case $typed in
+        [\"\']*) typed=${typed:1} ;;
+        *)
+            typed=${typed//\\/}
+            head=${typed%"${typed##*[@=:]}"}
+            ;;
+    esac
+    mapfile -t COMPREPLY < <("${COMP_WORDS[0]}" complete -- "$typed" "$file" 2>/dev/null)
+    COMPREPLY=("${COMPREPLY[@]#"$head"}")
+    compopt -o nospace 2>/dev/null
+}
 _quxml() {
     local current=${COMP_WORDS[COMP_CWORD]} words=
     COMPREPLY=()
@@ -19,7 +41,10 @@ _quxml() {
         *:edit) words="-h --help -i --in-place --backup --diff --quiet -e --edit --arg" ;;
     esac
     if [ "$COMP_CWORD" -gt 1 ] && [ "${current:0:1}" != - ]; then
-        mapfile -t COMPREPLY < <(compgen -f -- "$current")
+        case ${COMP_WORDS[1]} in
+            query | set | unset | text | add | remove) _quxml_paths ;;
+        esac
+        [ "${#COMPREPLY[@]}" -gt 0 ] || mapfile -t COMPREPLY < <(compgen -f -- "$current")
     else
         mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
     fi

@@ -1,0 +1,89 @@
+// The last name of the path is not complete. What stands before it is a path of its own, and says where the name has to
+// be: in what that selects, anywhere below it, or among its attributes. A star in its place selects all that may stand
+// there.
+
+#include "paths/completions.h"
+
+#include <quxml/Attribute.h>
+#include <quxml/Element.h>
+
+#include <cstddef>
+#include <unordered_set>
+#include <utility>
+
+#include "paths/selection.h"
+#include "paths/walk.h"
+#include "terminal/Failure.h"
+#include "terminal/words.h"
+
+namespace tool {
+
+namespace {
+
+class Completions {
+public:
+    Completions(const quxml::Document& of, const std::string& text, std::size_t name_begin)
+        : document(of), head(text.substr(0, name_begin)), beginning(text.substr(name_begin)) {}
+
+    void add_attributes_of(const Nodes& nodes) {
+        for (const quxml::Node* node : nodes) {
+            if (const auto* element = dynamic_cast<const quxml::Element*>(node))
+                for (const quxml::Attribute* attribute : element->get_attributes())
+                    add(attribute->get_name());
+        }
+    }
+
+    void add_names(const Nodes& nodes) {
+        for (const quxml::Node* node : nodes)
+            add(node->get_name());
+    }
+
+    /// What a path selects; nothing if it cannot be understood.
+    Nodes select(const std::string& path) const {
+        try {
+            return tool::select(document, {path, {}}, PathNotes::silent);
+        } catch (const Failure&) {
+            return {};
+        }
+    }
+
+    std::vector<std::string> take() { return std::move(found); }
+
+private:
+    /// Texts have no name.
+    void add(const std::string& name) {
+        if (!name.empty() && begins_with(name, beginning) && known.insert(name).second)
+            found.push_back(head + name);
+    }
+
+    const quxml::Document& document;
+    std::string head;
+    std::string beginning;
+    std::unordered_set<std::string> known;
+    std::vector<std::string> found;
+};
+
+}  // namespace
+
+std::vector<std::string> get_completions(const quxml::Document& document, const std::string& beginning) {
+    const std::size_t slash = beginning.rfind('/');
+    const std::size_t step = slash == std::string::npos ? 0 : slash + 1;
+    const std::size_t bracket =
+        beginning.find('[', step) == std::string::npos ? std::string::npos : beginning.rfind('[');
+    if (bracket != std::string::npos) {
+        if (beginning.compare(bracket, 2, "[@") != 0)
+            return {};
+        Completions completions(document, beginning, bracket + 2);
+        completions.add_attributes_of(completions.select(beginning.substr(0, bracket)));
+        return completions.take();
+    }
+    Completions completions(document, beginning, step);
+    const std::string head = beginning.substr(0, step);
+    if (step <= 1)
+        completions.add_names({document.get_root_node()});
+    else
+        completions.add_names(completions.select(head + '*'));
+    return completions.take();
+}
+
+}  // namespace tool
