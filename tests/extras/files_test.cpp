@@ -120,6 +120,24 @@ TEST_F(Files, that_are_not_xml_are_named_with_line_and_column) {
     EXPECT_THROW_MESSAGE(read_file(put("empty.xml", "")), FileError, folder + "empty.xml: Empty document.");
 }
 
+TEST_F(Files, that_are_not_xml_have_errors_at_columns_of_characters) {
+    const auto column_of_error_in = [this](const std::string& text) {
+        try {
+            read_file(put("a.xml", text));
+        } catch (const FileError& error) {
+            return error.get_column();
+        }
+        return 0;
+    };
+    EXPECT_EQ(column_of_error_in("<a>ee</b>"), 10);
+    EXPECT_EQ(column_of_error_in("<a>\u00e9\u00e9</b>"), 10);
+    EXPECT_EQ(column_of_error_in("<a b='\u00e9'>\u20ac</b>"), 15);
+    std::string longer = "<a>";
+    for (int i = 0; i != 100000; ++i)
+        longer += "\u00e9";
+    EXPECT_EQ(column_of_error_in(longer + "</b>"), 100008);
+}
+
 TEST_F(Files, are_created_with_the_mode_of_new_files) {
     const std::string name = folder + "a.xml";
     const mode_t former = ::umask(027);

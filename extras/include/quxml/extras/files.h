@@ -30,7 +30,7 @@ public:
     /// Where libxml2 noticed the error, counted from 1; 0 if the error has no place in the text.
     int get_line() const noexcept;
 
-    /// In bytes, as libxml2 counts them.
+    /// In characters, as libxml2 counts them.
     int get_column() const noexcept;
 
 private:

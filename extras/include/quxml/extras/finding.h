@@ -114,10 +114,16 @@ private:
     Read read;
 };
 
-/// The value of an attribute.
+/// The value of an attribute. Keeps a copy of its name.
+/// \throws std::bad_alloc
+/// \par Complexity
+/// Each comparison is linear in the attributes of the element and in the length of the value.
 Selected where(const std::string& attribute_name);
 
-/// The first text of the first child element called `child`; empty if that has no text.
+/// The first text of the first child element called `child`; empty if that has no text. Keeps a copy of the name.
+/// \throws std::bad_alloc
+/// \par Complexity
+/// Each comparison is linear in the children of the element and in the length of the text.
 Selected where_text(const std::string& child);
 
 }  // namespace extras

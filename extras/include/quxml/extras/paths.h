@@ -16,7 +16,8 @@ namespace extras {
 /// A text has the path of its parent with "/" at the end, which selects all children of the parent, and an
 /// attribute that of its element with "/@" and its name, which selects nothing. Names that hold a "/", a
 /// bracket or an asterisk give paths that say where the node is and select something else.
-/// \return an absolute path, for a free-standing node the one that it has as a root.
+/// \return an absolute path, for a free-standing node the one that it has as a root. A copy.
+/// \throws std::bad_alloc
 /// \par Complexity
 /// Linear in the siblings of the node and of everything above it.
 std::string path_of(const Node& node);
@@ -26,6 +27,10 @@ std::string path_of(const Node& node);
 class NodePaths {
 public:
     /// As `path_of`.
+    /// \return a copy.
+    /// \throws std::bad_alloc what has been asked for before can be asked for again.
+    /// \par Complexity
+    /// Linear in the length of the path, and once in the children of each node above.
     std::string get(const Node& node);
 
 private:

@@ -106,11 +106,13 @@ inline void write_formatted(Output out, const Node& node) {
     write(out, node, Layout());
 }
 
-/// The compact text.
+/// The compact text. Unlike with the functions above, all of it is in memory at once.
+/// \throws std::bad_alloc
 std::string to_text(const Document& document);
 std::string to_text(const Node& node);
 
-/// The text as `layout` says.
+/// The text as `layout` says, in memory likewise.
+/// \throws std::bad_alloc
 std::string to_text(const Document& document, const Layout& layout);
 std::string to_text(const Node& node, const Layout& layout);
 
