@@ -27,15 +27,6 @@ namespace tool {
 
 namespace {
 
-constexpr const char* help_on_exit_codes =
-    "Exit codes:\n"
-    "  0  done, or at least one match\n"
-    "  1  no match, a difference between documents, or something would be lost (loss)\n"
-    "  2  the command line cannot be understood\n"
-    "  3  the document is not well-formed XML, or the work would lose or spoil something\n"
-    "  4  the path cannot be understood\n"
-    "  5  reading, writing or memory failed; a reader that closes the pipe is not a failure";
-
 std::string get_version() {
     return "quxml " + std::to_string(QUXML_VERSION_MAJOR) + '.' + std::to_string(QUXML_VERSION_MINOR) + '.' +
            std::to_string(QUXML_VERSION_PATCH);

@@ -46,7 +46,7 @@ struct Formatted {
 };
 
 TEST_F(Format, changes_only_white_space_between_elements) {
-    const std::array<Formatted, 30> all{{
+    const std::array<Formatted, 32> all{{
         {"<a/>", "<a/>\n"},
         {"\n\n <a/>\n\n", "<a/>\n"},
         {R"(<?xml version='1.0' encoding="utf-8" ?><a ></a >)",
@@ -80,6 +80,11 @@ TEST_F(Format, changes_only_white_space_between_elements) {
         {"<a xml:space='default'><b/></a>", "<a xml:space='default'>\n  <b/>\n</a>\n"},
         {"<a x=' xml:space=' xml:space='default'><b/></a>",
          "<a x=' xml:space=' xml:space='default'>\n  <b/>\n</a>\n"},
+        // What looks like one within the value of another does not count.
+        {R"(<a b=" xml:space='default'" xml:space="preserve"><c/> <c/></a>)",
+         "<a b=\" xml:space='default'\" xml:space=\"preserve\"><c/> <c/></a>\n"},
+        {R"(<a b=" xml:space='preserve'" xml:space="default"><c/> <c/></a>)",
+         "<a b=\" xml:space='preserve'\" xml:space=\"default\">\n  <c/>\n  <c/>\n</a>\n"},
         {"<!DOCTYPE a [<!ATTLIST a xml:space CDATA 'preserve'>]><a> <b/></a>",
          "<!DOCTYPE a [<!ATTLIST a xml:space CDATA 'preserve'>]>\n<a> <b/></a>\n"},
         // Lines inside of tags stay where they are.

@@ -99,7 +99,7 @@ TEST_F(Loss, finds_nothing_in_what_the_library_writes) {
     }
 }
 
-/// `format` keeps what `format --canonical` writes in another way.
+/// `format` keeps what `format --canonical` writes differently.
 TEST_F(Loss, notes_the_first_other_spelling_if_nothing_else_is_listed) {
     const std::string declared = std::string(declaration) + '\n';
     const std::array<const char*, 17> all{

@@ -39,7 +39,7 @@ protected:
         }
     }
 
-    std::string get_complaint() const { return get_path() + ": somebody else changed it in the meantime"; }
+    std::string get_complaint() const { return get_path() + ": someone else changed it in the meantime"; }
 };
 
 TEST_F(ReplaceFile, replaces_what_nobody_else_touched) {

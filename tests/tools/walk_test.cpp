@@ -44,7 +44,7 @@ private:
 
 constexpr std::array<const char*, 6> names{"a", "b", "c", "A", "ab", "\xc3\xa4"};
 constexpr std::array<const char*, 3> keys{"k", "kk", "item"};
-// Each can be written in a path behind / and behind //.
+// Each can be written in a path after / and after //.
 constexpr std::array<const char*, 7> values{"x", "y", "1", "2", "02", "+1", "x y"};
 
 void fill(Element& element, Random& random, int levels) {

@@ -21,7 +21,7 @@ constexpr const char* help_on_loss =
     "One line for each: FILE:LINE:COLUMN: what it is: what stands there. Exits with 1 if anything would\n"
     "be lost. Lines that say \"note\" do not count: attribute values that need escapes are written so\n"
     "that they read back, but only by this program and not by the library alone. Where nothing else is\n"
-    "listed, a note \"spelling\" shows the first place that \"format --canonical\" writes in another way\n"
+    "listed, a note \"spelling\" shows the first place that \"format --canonical\" writes differently\n"
     "and \"format\" as it stands: quotes, references, spaces in tags, <a></a>, the XML declaration. If\n"
     "nothing at all is listed, both write the same bytes. Indentation is not listed. Line ends other\n"
     "than line feeds are listed once, where the first stands. Names whose prefix is not declared keep\n"
@@ -33,7 +33,7 @@ constexpr const char* help_on_loss =
 
 std::string get_line(const std::string& file, const Loss& loss) {
     return get_label(file) + ':' + std::to_string(loss.place.line) + ':' + std::to_string(loss.place.column) +
-           (is_note(loss) ? ": note: " : ": ") + get_name(loss.kind) + ": " + loss.excerpt + '\n';
+           (is_harmless(loss.kind) ? ": note: " : ": ") + get_name(loss.kind) + ": " + loss.excerpt + '\n';
 }
 
 ExitCode loss(const std::string& file) {

@@ -145,7 +145,7 @@ QueryInput read(const QueryOptions& options) {
 
 void warn_of_unseen(const std::string& file, const std::vector<Loss>& unseen) {
     if (!unseen.empty())
-        write_warning(file, "queries do not see " + get_summary(unseen) + "; " + get_advice(file));
+        write_warning(file, "queries do not see " + get_summary(unseen) + "; " + get_pointer_to_loss(file));
 }
 
 std::unordered_set<quxml::Element*> get_elements(const std::vector<quxml::Node*>& nodes) {

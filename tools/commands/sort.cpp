@@ -12,11 +12,10 @@ namespace {
 
 constexpr const char* help_on_sort =
     "Children are sorted by name, and namesakes by their attribute \"item\": those with a number first,\n"
-    "then those without one, in the order they have. Elements move with all their bytes, and nothing\n"
-    "else changes. With an element go the comments and processing instructions\n"
-    "directly above it, with no blank line between, and those after it on its last line; all others\n"
-    "stay in their places, and so does white space. The content of an element that has text beside its\n"
-    "elements keeps its order.\n"
+    "then those without an item, in the order they have. Elements move with all their bytes, and nothing\n"
+    "else changes. With an element go the comments and processing instructions directly above it, with no\n"
+    "blank line between, and those after it on its last line; all others stay in their places, and so\n"
+    "does white space. The content of an element that has text beside its elements keeps its order.\n"
     "With --canonical the sorted document is written as \"format --canonical\" writes it.\n"
     "\n"
     "Examples:\n"

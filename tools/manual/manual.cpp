@@ -150,7 +150,7 @@ constexpr const char* sections =
     "extended attributes are not kept. FILE is not touched if nothing changes, if something of it\n"
     "would be lost with \\fB\\-\\-canonical\\fR (\\fB\\-\\-lossy\\fR overrules this), if the result would "
     "not be read back as it is,\n"
-    "or if somebody else changes it in the meantime. A new file that a killed process left behind has a "
+    "or if someone else changes it in the meantime. A new file that a killed process left behind has a "
     "name\n"
     "that begins with .quxml\\-.\n"
     ".PP\n"

@@ -1,3 +1,8 @@
+// A path is judged before anything is looked for: whether the library would come to a predicate that it refuses depends on
+// the document, but here a bad path is bad on every document. Then the library finds the nodes, in the order of their
+// addresses, and they are put into document order. A path that has names in place of values is not one that the library
+// knows: it is followed step by step instead, and each step is asked of the library.
+
 #include "paths/selection.h"
 
 #include <quxml/Element.h>

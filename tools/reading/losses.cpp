@@ -13,6 +13,8 @@
 #include <string_view>
 
 #include "reading/encoding.h"
+#include "reading/entities.h"
+#include "reading/start_tag.h"
 #include "reading/xml_events.h"
 #include "terminal/Progress.h"
 #include "terminal/messages.h"
@@ -47,58 +49,8 @@ struct Content {
     std::vector<Text> texts;
 };
 
-bool is_white(std::string_view text) {
-    return text.find_first_not_of(white_space) == std::string_view::npos;
-}
-
 bool has(std::string_view text, char character) {
     return text.find(character) != std::string_view::npos;
-}
-
-/// An attribute as it stands in a start tag.
-struct RawAttribute {
-    std::size_t begin;
-    std::string_view name;
-    std::string_view value;
-    std::size_t end;
-};
-
-/// Takes the attributes out of a start tag, which is known to be well-formed, one after the other.
-class AttributeScanner {
-public:
-    AttributeScanner(std::string_view scanned_text, std::size_t first, std::size_t limit)
-        : text(scanned_text.substr(0, limit)), next(first), end(text.size()) {
-        skip_name();
-    }
-
-    bool has_next() {
-        next = std::min(text.find_first_not_of(white_space, next), end);
-        return next < end;
-    }
-
-    RawAttribute take_next() {
-        const std::size_t begin = next;
-        skip_name();
-        const std::string_view name = text.substr(begin, next - begin);
-        const std::size_t opening = text.find_first_of("\"'", next);
-        const std::size_t closing = text.find(text[opening], opening + 1);
-        next = closing + 1;
-        return {begin, name, text.substr(opening + 1, closing - opening - 1), next};
-    }
-
-private:
-    void skip_name() { next = std::min(text.find_first_of(" \t\r\n=", next), end); }
-
-    std::string_view text;
-    std::size_t next;
-    std::size_t end;
-};
-
-constexpr std::array<std::string_view, 5> predefined{"amp", "lt", "gt", "quot", "apos"};
-
-bool is_entity(std::string_view reference) {
-    return reference.substr(0, 1) != "#" &&
-           std::find(predefined.begin(), predefined.end(), reference) == predefined.end();
 }
 
 /// Whether a reference stands for a character that an attribute value cannot hold as it is.
@@ -112,16 +64,6 @@ bool needs_escape(std::string_view reference) {
     return character < ' ' || character == '&' || character == '<' || character == '"';
 }
 
-template <typename Test>
-bool any_reference(std::string_view value, Test test) {
-    for (std::size_t ampersand = value.find('&'); ampersand != std::string_view::npos;
-         ampersand = value.find('&', ampersand + 1)) {
-        if (test(value.substr(ampersand + 1, value.find(';', ampersand) - ampersand - 1)))
-            return true;
-    }
-    return false;
-}
-
 class LossFinder {
 public:
     explicit LossFinder(std::string_view searched_text) : text(searched_text) {}
@@ -129,8 +71,8 @@ public:
     /// What libxml2 does not report: the XML declaration, and line ends, which are listed once.
     void take_text_itself() {
         const std::string_view beginning = "<?xml";
-        if (begins_with(text, beginning) && is_white(text.substr(beginning.size(), 1)))
-            take_declaration(text.find("?>"));
+        if (begins_with(text, beginning) && is_white_space(text.substr(beginning.size(), 1)))
+            take_declaration();
         const std::size_t end = text.find('\r');
         if (end != std::string_view::npos)
             add(LossKind::line_ends, end, end + (text.substr(end + 1, 1) == "\n" ? 2 : 1));
@@ -183,6 +125,10 @@ private:
         found.push_back({kind, begin, end, std::nullopt});
     }
 
+    void add(LossKind kind, const AttributeExtent& attribute) {
+        add(kind, attribute.name, attribute.get_end());
+    }
+
     void add_content(LossKind kind, std::size_t begin, std::size_t end) {
         add(kind, begin, end);
         if (!open.empty())
@@ -190,14 +136,13 @@ private:
     }
 
     /// UTF-8 is what is read when no encoding is named, so the name is not a loss.
-    void take_declaration(std::size_t end) {
-        AttributeScanner attributes(text, 0, end);
-        while (attributes.has_next()) {
-            const RawAttribute attribute = attributes.take_next();
-            if (attribute.name == "standalone")
-                add(LossKind::standalone, attribute.begin, attribute.end);
-            else if (attribute.name == "version" && attribute.value != "1.0")
-                add(LossKind::version, attribute.begin, attribute.end);
+    void take_declaration() {
+        for (const AttributeExtent& attribute : get_attributes(text, 0)) {
+            const std::string_view name = get_name(text, attribute);
+            if (name == "standalone")
+                add(LossKind::standalone, attribute);
+            else if (name == "version" && get_value(text, attribute) != "1.0")
+                add(LossKind::version, attribute);
         }
     }
 
@@ -223,7 +168,7 @@ private:
                 {event.begin, event.begin, true, false, false, has(event.content.substr(0, 1), '\n')});
         }
         Text& last = content.texts.back();
-        last.is_white = last.is_white && is_white(event.content);
+        last.is_white = last.is_white && is_white_space(event.content);
         last.has_line_feed = last.has_line_feed || has(event.content, '\n');
         last.has_carriage_return = last.has_carriage_return || has(event.content, '\r');
     }
@@ -256,34 +201,31 @@ private:
     void take_tag(const Event& event) {
         if (event.element_loses_prefix)
             add(LossKind::prefix, event.begin, event.end);
-        std::map<std::string_view, RawAttribute> kept;
-        AttributeScanner attributes(text, event.begin, event.end);
-        while (attributes.has_next()) {
-            const RawAttribute attribute = attributes.take_next();
-            if (attribute.name == "xmlns" || begins_with(attribute.name, "xmlns:"))
-                add(LossKind::namespace_declaration, attribute.begin, attribute.end);
+        std::map<std::string_view, AttributeExtent> kept;
+        for (const AttributeExtent& attribute : get_attributes(text, event.begin)) {
+            if (declares_namespace(get_name(text, attribute)))
+                add(LossKind::namespace_declaration, attribute);
             else
                 take_attribute(attribute, event.prefixed_attributes, kept);
         }
     }
 
     /// Of attributes with the same name the last value is read.
-    void take_attribute(const RawAttribute& attribute, const std::vector<std::string>& prefixed,
-                        std::map<std::string_view, RawAttribute>& kept) {
-        const bool loses_prefix =
-            std::find(prefixed.begin(), prefixed.end(), attribute.name) != prefixed.end();
-        const std::string_view name =
-            loses_prefix ? attribute.name.substr(attribute.name.find(':') + 1) : attribute.name;
-        const auto [namesake, is_first] = kept.insert({name, attribute});
+    void take_attribute(const AttributeExtent& attribute, const std::vector<std::string>& prefixed,
+                        std::map<std::string_view, AttributeExtent>& kept) {
+        const std::string_view written = get_name(text, attribute);
+        const std::string_view read = get_read_name(written, prefixed);
+        const auto [namesake, is_first] = kept.insert({read, attribute});
         if (!is_first)
-            add(LossKind::replaced_attribute, namesake->second.begin, namesake->second.end);
+            add(LossKind::replaced_attribute, namesake->second);
         namesake->second = attribute;
-        if (loses_prefix)
-            add(LossKind::prefix, attribute.begin, attribute.end);
-        if (any_reference(attribute.value, is_entity))
-            add(LossKind::entity, attribute.begin, attribute.end);
-        else if (has(attribute.value, '"') || any_reference(attribute.value, needs_escape))
-            add(LossKind::escape, attribute.begin, attribute.end);
+        if (read != written)
+            add(LossKind::prefix, attribute);
+        const std::string_view value = get_value(text, attribute);
+        if (has_entity(value))
+            add(LossKind::entity, attribute);
+        else if (has(value, '"') || any_reference(value, needs_escape))
+            add(LossKind::escape, attribute);
     }
 
     std::string_view text;
@@ -292,14 +234,10 @@ private:
     std::vector<Found> found;
 };
 
-std::string get_excerpt(std::string_view text, const Found& one) {
+std::string get_excerpt_of(std::string_view text, const Found& one) {
     if (one.kind == LossKind::line_ends)
         return one.end - one.begin == 2 ? "CR LF" : "CR";
-    constexpr std::size_t longest = 50;
-    std::size_t end = std::min(one.end, one.begin + longest);
-    while (end > one.begin && end < text.size() && !begins_character(text[end]))
-        --end;
-    return to_printable(text.substr(one.begin, end - one.begin)) + (end < one.end ? "..." : "");
+    return get_excerpt(text.substr(one.begin, one.end - one.begin));
 }
 
 std::vector<Loss> locate(std::string_view text, const std::vector<Found>& found) {
@@ -307,43 +245,8 @@ std::vector<Loss> locate(std::string_view text, const std::vector<Found>& found)
     std::vector<Loss> losses;
     losses.reserve(found.size());
     for (const Found& one : found)
-        losses.push_back({one.kind, places.find(one.begin), get_excerpt(text, one), one.element});
+        losses.push_back({one.kind, places.find(one.begin), get_excerpt_of(text, one), one.element});
     return losses;
-}
-
-struct Name {
-    const char* one;
-    const char* many;
-};
-
-/// In the order of LossKind.
-constexpr std::array<Name, 18> kind_names{{
-    {"encoding", "encodings"},
-    {"byte-order mark", "byte-order marks"},
-    {"XML version", "XML versions"},
-    {"standalone declaration", "standalone declarations"},
-    {"line ends", "line ends"},
-    {"DOCTYPE", "DOCTYPEs"},
-    {"comment", "comments"},
-    {"processing instruction", "processing instructions"},
-    {"CDATA section", "CDATA sections"},
-    {"text beside other content", "texts beside other content"},
-    {"white space", "white spaces"},
-    {"entity reference", "entity references"},
-    {"prefix", "prefixes"},
-    {"namespace declaration", "namespace declarations"},
-    {"replaced attribute", "replaced attributes"},
-    {"carriage return", "carriage returns"},
-    {"attribute value that needs escapes", "attribute values that need escapes"},
-    {"spelling", "spellings"},
-}};
-
-/// Line ends are listed once, however many there are.
-std::string count_in_words(LossKind kind, std::size_t count) {
-    const Name name = kind_names.at(static_cast<std::size_t>(kind));
-    if (kind == LossKind::line_ends)
-        return name.many;
-    return std::to_string(count) + ' ' + (count == 1 ? name.one : name.many);
 }
 
 }  // namespace
@@ -369,38 +272,26 @@ std::vector<Loss> find_losses(const std::string& document) {
     return losses;
 }
 
-bool is_content(const Loss& loss) {
-    return loss.kind == LossKind::text || loss.kind == LossKind::cdata || loss.kind == LossKind::entity ||
-           loss.kind == LossKind::replaced_attribute;
-}
-
 std::vector<Loss> get_content(const std::vector<Loss>& losses) {
     std::vector<Loss> content;
-    std::copy_if(losses.begin(), losses.end(), std::back_inserter(content), is_content);
+    std::copy_if(losses.begin(), losses.end(), std::back_inserter(content),
+                 [](const Loss& loss) { return is_content(loss.kind); });
     return content;
 }
 
-bool is_note(const Loss& loss) {
-    return loss.kind == LossKind::escape || loss.kind == LossKind::carriage_return ||
-           loss.kind == LossKind::spelling;
-}
-
 bool has_losses(const std::vector<Loss>& losses) {
-    return !std::all_of(losses.begin(), losses.end(), is_note);
+    return !std::all_of(losses.begin(), losses.end(),
+                        [](const Loss& loss) { return is_harmless(loss.kind); });
 }
 
-std::string get_advice(const std::string& file) {
+std::string get_pointer_to_loss(const std::string& file) {
     return "\"quxml loss" + (file == standard_input ? "" : ' ' + get_label(file)) + "\" lists them";
 }
 
-std::string get_name(LossKind kind) {
-    return kind_names.at(static_cast<std::size_t>(kind)).one;
-}
-
 std::string get_summary(const std::vector<Loss>& losses) {
-    std::array<std::size_t, kind_names.size()> counts{};
+    std::array<std::size_t, number_of_loss_kinds> counts{};
     for (const Loss& loss : losses) {
-        if (!is_note(loss))
+        if (!is_harmless(loss.kind))
             ++counts.at(static_cast<std::size_t>(loss.kind));
     }
     std::string summary;

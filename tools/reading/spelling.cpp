@@ -1,13 +1,17 @@
+// Where a document is first spelled differently from how the library would write it.
+//
 // Nothing of the document would be lost, so it has nothing but tags, texts that are alone in their elements, and white
-// space between tags.
+// space between tags. So three things are looked at, from left to right: each start tag by itself; what stands between
+// a start tag and the end tag that directly follows it, which is a text, or nothing where <a/> would do; and each end tag,
+// which has no blanks. White space between tags is layout and does not count.
 
 #include "reading/spelling.h"
 
-#include <algorithm>
-#include <array>
 #include <cstddef>
 #include <string_view>
 
+#include "reading/entities.h"
+#include "reading/start_tag.h"
 #include "reading/xml_events.h"
 #include "terminal/terminal.h"
 #include "terminal/words.h"
@@ -19,32 +23,27 @@ namespace {
 constexpr std::size_t none = std::string_view::npos;
 constexpr std::string_view declaration = "<?xml version=\"1.0\"?>";
 
-/// Attributes one space apart, between double quotes and with no space around the "=". Values that need a reference are
-/// noted as such.
+/// One space before it, none around the "=", and double quotes.
+bool is_canonical(std::string_view tag, const AttributeExtent& attribute) {
+    return tag.substr(attribute.begin, attribute.name - attribute.begin) == " " &&
+           tag.substr(attribute.name_end, attribute.value - attribute.name_end) == "=\"";
+}
+
+/// Values that need a reference are noted as such.
 bool is_canonical_tag(std::string_view tag) {
-    std::size_t place = tag.find_first_of(" \t\r\n/>");
-    while (tag[place] == ' ') {
-        const std::size_t equals = tag.find('=', place);
-        if (equals == none || tag.find_first_of(white_space, place + 1) < equals || tag[equals + 1] != '"')
+    std::size_t end = get_name_end(tag, 0);
+    for (const AttributeExtent& attribute : get_attributes(tag, 0)) {
+        if (!is_canonical(tag, attribute) || get_value(tag, attribute).find_first_of("&\t\r\n") != none)
             return false;
-        const std::size_t end = tag.find('"', equals + 2);
-        if (tag.substr(0, end).find_first_of("&\t\r\n", equals) != none)
-            return false;
-        place = end + 1;
+        end = attribute.get_end();
     }
-    const std::string_view rest = tag.substr(place);
+    const std::string_view rest = tag.substr(end);
     return rest == ">" || rest == "/>";
 }
 
 bool is_canonical_text(std::string_view text) {
-    constexpr std::array<std::string_view, 5> references{"&amp;", "&lt;", "&gt;", "&quot;", "&apos;"};
-    for (std::size_t place = text.find_first_of("&>\"'"); place != none;
-         place = text.find_first_of("&>\"'", place + 1)) {
-        const auto is_here = [&](std::string_view one) { return begins_with(text.substr(place), one); };
-        if (std::none_of(references.begin(), references.end(), is_here))
-            return false;
-    }
-    return true;
+    return text.find_first_of(">\"'") == none &&
+           !any_reference(text, [](std::string_view reference) { return !is_predefined(reference); });
 }
 
 class SpellingFinder {
@@ -95,14 +94,6 @@ private:
     std::size_t begin = 0;
     std::size_t end = 0;
 };
-
-std::string get_excerpt(std::string_view text) {
-    constexpr std::size_t longest = 50;
-    std::size_t size = std::min(text.size(), longest);
-    while (size < text.size() && !begins_character(text[size]))
-        --size;
-    return to_printable(text.substr(0, size)) + (size < text.size() ? "..." : "");
-}
 
 }  // namespace
 

@@ -7,6 +7,8 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "terminal/words.h"
+
 namespace tool {
 
 namespace {
@@ -133,6 +135,14 @@ std::string to_printable_lines(std::string_view text) {
 
 std::string escape_controls(std::string_view text) {
     return replace_each(text, escape_character);
+}
+
+std::string get_excerpt(std::string_view text) {
+    constexpr std::size_t longest = 50;
+    std::size_t size = std::min(text.size(), longest);
+    while (size > 0 && size < text.size() && !begins_character(text[size]))
+        --size;
+    return to_printable(text.substr(0, size)) + (size < text.size() ? "..." : "");
 }
 
 }  // namespace tool

@@ -27,6 +27,9 @@ std::string to_printable_lines(std::string_view text);
 /// \n, \x1b and \".
 std::string escape_controls(std::string_view text);
 
+/// The beginning of a text, as `to_printable` gives it; "..." follows if there is more of it.
+std::string get_excerpt(std::string_view text);
+
 }  // namespace tool
 
 #endif

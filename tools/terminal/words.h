@@ -20,6 +20,10 @@ inline bool begins_with(std::string_view text, std::string_view beginning) {
     return text.substr(0, beginning.size()) == beginning;
 }
 
+inline bool is_white_space(std::string_view text) {
+    return text.find_first_not_of(white_space) == std::string_view::npos;
+}
+
 inline bool contains(const std::string& text, const char* part) {
     return text.find(part) != std::string::npos;
 }

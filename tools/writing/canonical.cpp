@@ -23,7 +23,7 @@ namespace {
 std::string get_warning(const RewriteOptions& options, const std::vector<Loss>& losses) {
     return options.in_place
                ? "this is lost: " + get_summary(losses)
-               : "left out of the output: " + get_summary(losses) + "; " + get_advice(options.file);
+               : "left out of the output: " + get_summary(losses) + "; " + get_pointer_to_loss(options.file);
 }
 
 void refuse_or_warn(const RewriteOptions& options, const std::string& text) {
@@ -35,7 +35,7 @@ void refuse_or_warn(const RewriteOptions& options, const std::string& text) {
     if (options.in_place && !options.lossy)
         throw Failure(ExitCode::malformed,
                       get_label(options.file) + ": not touched, this would be lost: " + get_summary(losses) +
-                          "; " + get_advice(options.file) + ", --lossy changes the file anyway");
+                          "; " + get_pointer_to_loss(options.file) + ", --lossy changes the file anyway");
     if (!options.quiet)
         write_warning(options.file, get_warning(options, losses));
 }

@@ -1,3 +1,16 @@
+// Each edit becomes patches of the text that change as little as possible, and keep the way in which the document is laid
+// out.
+//
+// An attribute that is there keeps its place and its quotes; a new one follows the last, at the same distance and between the
+// same quotes. An element that is added stands after everything in its parent, with the same white space before it as the
+// last child there has. A parent without children gets its first line from its own indentation
+// and from what each level of the document adds to it. An element that is removed takes its lines along if nothing else
+// stands on them.
+//
+// What the library reads must come out as it was meant. An element that holds nothing but white space has that for a text,
+// unless a line end comes first; so what remains when the last child goes may have to go too, and an edit after
+// which a text would appear or vanish that nobody asked for is refused.
+
 #include "writing/edits.h"
 
 #include <quxml/Attribute.h>
@@ -5,6 +18,8 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "reading/entities.h"
+#include "reading/start_tag.h"
 #include "terminal/Failure.h"
 #include "terminal/words.h"
 #include "trees/node_paths.h"
@@ -31,10 +46,6 @@ bool has_line_end(std::string_view text) {
     return text.find_first_of(line_ends) != none;
 }
 
-bool is_blank(std::string_view text) {
-    return text.find_first_not_of(white_space) == none;
-}
-
 /// White space that the library takes for indentation and not for text, if an element has nothing else.
 bool is_unread(std::string_view text) {
     return text.empty() || line_ends.find(text[0]) != none;
@@ -55,17 +66,6 @@ std::string get_separator(std::string_view document, std::size_t child, const st
     const std::string_view space = get_part(document, skip_white_space_before(document, child), child);
     const std::size_t line = space.find_last_of(line_ends);
     return line == none ? std::string(space) : line_end + std::string(space.substr(line + 1));
-}
-
-/// Whether a value has a reference that is not just a way to write a character.
-bool has_entity(std::string_view value) {
-    static constexpr std::string_view characters[] = {"&amp;", "&lt;", "&gt;", "&quot;", "&apos;", "&#"};
-    for (std::size_t place = value.find('&'); place != none; place = value.find('&', place + 1)) {
-        const auto is_here = [&](std::string_view one) { return value.substr(place, one.size()) == one; };
-        if (std::none_of(std::begin(characters), std::end(characters), is_here))
-            return true;
-    }
-    return false;
 }
 
 struct Range {
@@ -125,8 +125,8 @@ void require_to_hold_text_alone(const Located& located) {
 void require_no_text(std::string_view document, const Located& located) {
     const Extent& extent = located.extent;
     const bool has_text_alone = extent.elements == 0 && (extent.has_text || extent.sections != 0);
-    const bool has_written_blanks =
-        located.element.has_child_text() && !is_blank(get_part(document, extent.tag_end, extent.content_end));
+    const bool has_written_blanks = located.element.has_child_text() &&
+                                    !is_white_space(get_part(document, extent.tag_end, extent.content_end));
     if (has_text_alone || has_written_blanks)
         throw refusal(located.element, "has text, which would be lost beside an element");
 }
@@ -134,17 +134,17 @@ void require_no_text(std::string_view document, const Located& located) {
 }  // namespace
 
 void Editor::set_value(const Located& located, const AttributeExtent& attribute, const Setting& setting) {
-    const std::string_view written = get_part(document, attribute.value, attribute.value_end);
     const quxml::Attribute* read = located.element.get_attribute(setting.first);
-    if (read->get_value() != setting.second || has_entity(written))
+    if (read->get_value() != setting.second || has_entity(get_value(document, attribute)))
         patches.push_back({attribute.value, attribute.value_end,
                            to_attribute_value(setting.second, document[attribute.value - 1])});
 }
 
 void Editor::set(const Located& located, const std::vector<Setting>& settings) {
     const Extent& extent = located.extent;
-    const std::vector<AttributeExtent> attributes = get_attributes(document, extent);
-    const std::size_t end = attributes.empty() ? get_name_end(document, extent) : attributes.back().get_end();
+    const std::vector<AttributeExtent> attributes = get_attributes(document, extent.begin);
+    const std::size_t end =
+        attributes.empty() ? get_name_end(document, extent.begin) : attributes.back().get_end();
     const std::string_view space =
         attributes.empty() ? " " : get_part(document, attributes.back().begin, attributes.back().name);
     const char quote = attributes.empty() ? '"' : document[attributes.back().value - 1];
@@ -152,7 +152,8 @@ void Editor::set(const Located& located, const std::vector<Setting>& settings) {
     for (const Setting& setting : settings) {
         const auto last =
             std::find_if(attributes.rbegin(), attributes.rend(), [&](const AttributeExtent& one) {
-                return get_read_name(document, extent, one) == setting.first;
+                return get_read_name(get_name(document, one), extent.attributes_losing_prefix) ==
+                       setting.first;
             });
         if (last != attributes.rend()) {
             set_value(located, *last, setting);
@@ -175,11 +176,12 @@ void Editor::unset(const Located& located, const std::vector<std::string>& names
     };
     for (const std::string& name : names)
         require_no_default(name);
-    for (const AttributeExtent& attribute : get_attributes(document, located.extent)) {
-        const std::string_view read = get_read_name(document, located.extent, attribute);
+    for (const AttributeExtent& attribute : get_attributes(document, located.extent.begin)) {
+        const std::string_view written = get_name(document, attribute);
+        const std::string_view read = get_read_name(written, located.extent.attributes_losing_prefix);
         if (std::find(names.begin(), names.end(), read) == names.end())
             continue;
-        require_no_default(std::string(get_part(document, attribute.name, attribute.name_end)));
+        require_no_default(std::string(written));
         patches.push_back({attribute.begin, attribute.get_end(), ""});
     }
 }
@@ -240,7 +242,7 @@ void Editor::append(const Located& parent, const NewElement& added) {
         return;
     }
     const std::string_view content = get_part(document, extent.tag_end, extent.content_end);
-    if (is_blank(content)) {
+    if (is_white_space(content)) {
         if (!content.empty() && is_unread(content)) {
             patches.push_back({extent.tag_end, extent.tag_end, inner + element});
         } else {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "reading/default_attributes.h"
+#include "reading/start_tag.h"
 #include "writing/markup.h"
 #include "writing/patches.h"
 

@@ -1,6 +1,5 @@
 // Where things stand is asked of libxml2, which the library reads with as well: the n-th start tag that it reports is
-// the n-th element of the tree. Only what is inside a start tag is taken apart here; that is easy, since libxml2 has
-// found it well-formed.
+// the n-th element of the tree.
 //
 // For each open element it is known where it begins and, if it is one of those that are looked for, which.
 
@@ -8,6 +7,7 @@
 
 #include <algorithm>
 
+#include "reading/start_tag.h"
 #include "reading/xml_events.h"
 #include "terminal/words.h"
 
@@ -17,12 +17,6 @@ namespace {
 
 constexpr std::size_t none = std::string_view::npos;
 constexpr std::string_view line_end_characters = "\r\n";
-constexpr std::string_view end_of_name = " \t\r\n=/>";
-
-bool is_blank(std::string_view text) {
-    return text.find_first_not_of(white_space) == none;
-}
-
 /// How deeper levels are indented: by what a child that begins a line has before it and its parent, which does so as
 /// well, has not. The first child for which that is not nothing decides.
 class IndentFinder {
@@ -39,7 +33,7 @@ public:
         has_lines = true;
         const std::string_view outer = document.substr(parent_line, parent - parent_line);
         const std::string_view inner = document.substr(child_line, child - child_line);
-        if (inner.substr(0, outer.size()) == outer)
+        if (begins_with(inner, outer))
             indent = inner.substr(outer.size());
     }
 
@@ -129,7 +123,7 @@ private:
                 mate_end = none;
                 break;
             default:
-                extent.has_text = extent.has_text || !is_blank(event.content);
+                extent.has_text = extent.has_text || !is_white_space(event.content);
         }
     }
 
@@ -163,10 +157,6 @@ private:
     std::size_t mate_end = none;
 };
 
-std::size_t skip_blanks(std::string_view document, std::size_t position) {
-    return document.find_first_not_of(white_space, position);
-}
-
 }  // namespace
 
 std::string find_line_end(std::string_view document) {
@@ -182,38 +172,9 @@ Markup find_extents(std::string_view document, const std::vector<std::size_t>& n
     return {std::move(finder.get_extents()), finder.get_indent(), find_line_end(document)};
 }
 
-std::size_t get_name_end(std::string_view document, const Extent& extent) {
-    return document.find_first_of(end_of_name, extent.begin);
-}
-
 std::string_view get_written_name(std::string_view document, const Extent& extent) {
     const std::size_t begin = extent.begin + 1;
-    return document.substr(begin, get_name_end(document, extent) - begin);
-}
-
-std::vector<AttributeExtent> get_attributes(std::string_view document, const Extent& extent) {
-    std::vector<AttributeExtent> attributes;
-    std::size_t end = get_name_end(document, extent);
-    for (std::size_t name = skip_blanks(document, end); document[name] != '/' && document[name] != '>';
-         name = skip_blanks(document, end)) {
-        AttributeExtent attribute{end, name, document.find_first_of(end_of_name, name), 0, 0};
-        const std::size_t quote = document.find_first_of("\"'", attribute.name_end);
-        attribute.value = quote + 1;
-        attribute.value_end = document.find(document[quote], attribute.value);
-        end = attribute.get_end();
-        attributes.push_back(attribute);
-    }
-    return attributes;
-}
-
-std::string_view get_read_name(std::string_view document, const Extent& extent,
-                               const AttributeExtent& attribute) {
-    const std::string_view name = document.substr(attribute.name, attribute.name_end - attribute.name);
-    if (name == "xmlns" || name.substr(0, 6) == "xmlns:")
-        return {};
-    const std::vector<std::string>& losing = extent.attributes_losing_prefix;
-    const bool loses_prefix = std::find(losing.begin(), losing.end(), name) != losing.end();
-    return loses_prefix ? name.substr(name.find(':') + 1) : name;
+    return document.substr(begin, get_name_end(document, extent.begin) - begin);
 }
 
 std::size_t get_line_begin(std::string_view document, std::size_t position) {

@@ -45,29 +45,8 @@ std::string find_line_end(std::string_view document);
 /// \throws std::bad_alloc
 Markup find_extents(std::string_view document, const std::vector<std::size_t>& numbers);
 
-/// Where an attribute or a namespace declaration stands in its document.
-struct AttributeExtent {
-    std::size_t begin;  // of the white space before it
-    std::size_t name;
-    std::size_t name_end;
-    std::size_t value;  // after the quote
-    std::size_t value_end;
-
-    std::size_t get_end() const { return value_end + 1; }
-};
-
-/// What is in a start tag, from left to right.
-std::vector<AttributeExtent> get_attributes(std::string_view document, const Extent& extent);
-
-/// The byte after the element's name in its start tag.
-std::size_t get_name_end(std::string_view document, const Extent& extent);
-
 /// The element's name as it is written, with its prefix.
 std::string_view get_written_name(std::string_view document, const Extent& extent);
-
-/// The name that the library gives an attribute; empty for a namespace declaration, which it does not read.
-std::string_view get_read_name(std::string_view document, const Extent& extent,
-                               const AttributeExtent& attribute);
 
 /// Where the blanks and tabs before `position` begin, if these are all that its line has before it; else
 /// `position` itself if it begins the line, and npos if it does not.

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "reading/start_tag.h"
 #include "reading/xml_events.h"
 #include "terminal/words.h"
 
@@ -12,25 +13,17 @@ namespace tool {
 
 namespace {
 
-constexpr std::size_t none = std::string_view::npos;
-
-bool is_blank(std::string_view text) {
-    return text.find_first_not_of(white_space) == none;
-}
-
 /// Whether an element's attribute xml:space is "preserve". One that the DOCTYPE gives is taken to be.
-bool preserves_space(std::string_view tag, const Event& event) {
-    const std::vector<std::string>& names = event.prefixed_attributes;
+bool preserves_space(std::string_view document, const Event& event) {
     constexpr std::string_view name = "xml:space";
+    const std::vector<std::string>& names = event.prefixed_attributes;
     if (std::find(names.begin(), names.end(), name) == names.end())
         return false;
-    for (std::size_t place = tag.find(name); place != none; place = tag.find(name, place + 1)) {
-        const std::size_t equals = tag.find_first_not_of(white_space, place + name.size());
-        const bool is_name = white_space.find(tag[place - 1]) != none && equals != none && tag[equals] == '=';
-        if (is_name)
-            return tag.substr(tag.find_first_of("\"'", equals) + 1, 8) == "preserve";
-    }
-    return true;
+    const std::vector<AttributeExtent> attributes = get_attributes(document, event.begin);
+    const auto found = std::find_if(attributes.begin(), attributes.end(), [&](const AttributeExtent& one) {
+        return get_name(document, one) == name;
+    });
+    return found == attributes.end() || get_value(document, *found) == "preserve";
 }
 
 class OutlineReader {
@@ -38,7 +31,7 @@ public:
     explicit OutlineReader(std::string_view text) : document(text) {
         add(ItemKind::document, 0, 0);
         opened.push_back(0);
-        const bool has_declaration = begins_with(document, "<?xml") && is_blank(document.substr(5, 1));
+        const bool has_declaration = begins_with(document, "<?xml") && is_white_space(document.substr(5, 1));
         if (has_declaration)
             add(ItemKind::declaration, 0, document.find("?>") + 2);
     }
@@ -86,8 +79,7 @@ private:
         const std::size_t tag_end = event.end + (document[event.end] == '/' ? 2 : 1);
         opened.push_back(items.size());
         add(ItemKind::element, event.begin, tag_end);
-        items.back().preserves_space =
-            tool::preserves_space(document.substr(event.begin, tag_end - event.begin), event);
+        items.back().preserves_space = tool::preserves_space(document, event);
     }
 
     void close(std::size_t content_end, std::size_t end) {
@@ -102,7 +94,7 @@ private:
     void note_text_before(std::size_t begin) {
         if (is_in_doctype)
             end_doctype(begin);
-        if (!is_blank(document.substr(edge, begin - edge)))
+        if (!is_white_space(document.substr(edge, begin - edge)))
             items[opened.back()].is_mixed = true;
     }
 

@@ -1,3 +1,17 @@
+// A file is replaced in an order in which each step may fail, or be the last that the machine makes, and the file is whole:
+//
+// 1. The old file is locked, and read under the lock. Another process of this program waits until the result has its name,
+//    and then finds that it has locked a file without a name: it locks again what stands there by then.
+// 2. A new file is made in the same folder, since only within a file system can a file take another one's name at once.
+// 3. It gets the owner of the old one while it is still empty and nobody else may read it.
+// 4. It is written, and then gets the mode: both a new owner and new text can clear bits of a mode.
+// 5. It is synced. If it got its name before, a loss of power could leave the name without the text.
+// 6. The old file is compared with what it was when it was read: a program that knows nothing of the lock may have changed it.
+// 7. The new file gets the old one's name. From here on nothing fails any more.
+// 8. The folder is synced, so that the new name outlasts a loss of power too.
+//
+// Up to step 7 the old file is untouched, and the new one is removed if a step fails. A backup is made in the same way, before.
+
 #include "writing/replace_file.h"
 
 #include <fcntl.h>
@@ -208,7 +222,7 @@ bool is_unchanged(const struct stat& one, const struct stat& other) {
 
 void require_unchanged(const Original& original) {
     if (!is_unchanged(get_status(original.path), original.status))
-        throw Failure(ExitCode::io, get_label(original.path) + ": somebody else changed it in the meantime");
+        throw Failure(ExitCode::io, get_label(original.path) + ": someone else changed it in the meantime");
 }
 
 // ---- The lock ----
