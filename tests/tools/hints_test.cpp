@@ -38,15 +38,22 @@ TEST_F(Hints, say_that_a_terminal_is_read) {
     skip_without_terminal();
     if (IsSkipped())
         return;
-    const std::string hint =
-        "quxml: hint: reading standard input from the terminal, since no FILE is given; Ctrl-D ends it\r\n";
-    for (const char* command : {"query //b", "format", "sort", "check", "loss", "set //b x=1"}) {
-        const std::string quxml = std::string("'" QUXML_TOOL "' ") + command;
+    const std::vector<std::pair<std::string, const char*>> all = {
+        {"query //b", "FILE"}, {"format", "FILE"},      {"sort", "FILE"},     {"check", "FILE"},
+        {"loss", "FILE"},      {"set //b x=1", "FILE"}, {"edit a.xml", "-e"}, {"edit -i a.xml", "-e"},
+    };
+    for (const auto& [command, missing] : all) {
+        const std::string hint =
+            std::string("quxml: hint: reading standard input from the terminal, since no ") + missing +
+            " is given; Ctrl-D ends it\r\n";
+        const std::string quxml = "'" QUXML_TOOL "' " + command;
         const std::string shown =
             run_on_terminal("stty -icanon min 0 time 0 <&2; " + quxml + " <&2 >/dev/null");
         EXPECT_EQ(shown.substr(0, hint.size()), hint) << command;
     }
-    EXPECT_FALSE(contains(run_on_terminal("'" QUXML_TOOL "' check </dev/null"), "note: "));
+    EXPECT_FALSE(contains(run_on_terminal("'" QUXML_TOOL "' check </dev/null"), "hint: "));
+    EXPECT_FALSE(
+        contains(run_on_terminal("'" QUXML_TOOL "' edit -e 'remove //b' a.xml </dev/null"), "hint: "));
 }
 
 }  // namespace

@@ -2,12 +2,14 @@
 #include <algorithm>
 #include <cstddef>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "commands/DocumentEdit.h"
 #include "commands/commands.h"
+#include "commands/hints.h"
 #include "commands/rewrite_options.h"
 #include "reading/input.h"
 #include "terminal/Failure.h"
@@ -197,6 +199,8 @@ ExitCode edit(const EditsOptions& options) {
     const bool is_input_taken = options.lines.empty();
     if (is_input_taken && options.destination.file == standard_input)
         throw Failure(ExitCode::usage, "standard input has the edits, so a FILE is needed");
+    if (is_input_taken && !options.quiet)
+        write_terminal_hint("-e");
     const std::vector<WrittenEdit> edits = parse_edits(is_input_taken ? read_lines() : options.lines);
     give(edits, options.values);
     return change_document(options.destination,

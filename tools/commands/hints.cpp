@@ -23,8 +23,13 @@ void write_hints(const std::string& file, const std::vector<Argument>& arguments
             write_hint("reading standard input; " + quote(argument.value) + " is taken for " + argument.name +
                        ", though it is also a file");
     }
+    write_terminal_hint("FILE");
+}
+
+void write_terminal_hint(const std::string& missing) {
     if (isatty(STDIN_FILENO) == 1)
-        write_hint("reading standard input from the terminal, since no FILE is given; Ctrl-D ends it");
+        write_hint("reading standard input from the terminal, since no " + missing +
+                   " is given; Ctrl-D ends it");
 }
 
 }  // namespace tool

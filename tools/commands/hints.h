@@ -19,6 +19,10 @@ struct Argument {
 /// a file, or somebody has to type the document.
 void write_hints(const std::string& file, const std::vector<Argument>& arguments = {});
 
+/// The same where standard input is read for lack of an argument: if it is a terminal, somebody has to type.
+/// \param missing  what would have to be given, such as "FILE"
+void write_terminal_hint(const std::string& missing);
+
 }  // namespace tool
 
 #endif
