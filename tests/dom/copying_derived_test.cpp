@@ -143,7 +143,7 @@ public:
     }
 };
 
-/// Can not be copied.
+/// Cannot be copied.
 class StubbornElement : public Element, public SelfCopying {
 public:
     using Element::Element;

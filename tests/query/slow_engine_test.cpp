@@ -1,6 +1,6 @@
 // The library against the slow engine: every path of up to three steps over a few names and predicates, and
 // random paths, well formed and not, over random trees, in whatever order their nodes lie in memory. Each path
-// is tried with the library's own comparators and with a user's, for which it walks in another way.
+// is tried with the library's own comparators and with a user's, for which it walks differently.
 
 #include "query/slow_engine.h"
 
@@ -36,7 +36,7 @@ using quxml_test::Tree;
                                          << "] instead of [" << expected << "]";
 }
 
-/// What the library finds by a user's comparator, for which it walks in another way.
+/// What the library finds by a user's comparator, for which it walks differently.
 std::string find_by(const quxml::StringComparator& comparator, const Tree& tree, Node* start,
                     const std::string& path) {
     return tree.outcome([&] { return XPathHelper(comparator).find(start, path); });

@@ -1,6 +1,7 @@
-# bash show.sh GDB STRIP PROGRAM MODE WORK [EMULATOR...]: compares what gdb shows of PROGRAM with show.out. MODE is `live`, `core` for
-# a core file that gdb makes, `stripped` for one of a program without symbols, `paths` for running the program with the paths that were shown, or `manual` for the sessions in
-# docs/debugging.md. EMULATOR is what starts the program where the machine can not. Ends with 77 where gdb can not look at programs.
+# bash show.sh GDB STRIP PROGRAM MODE WORK [EMULATOR...]: compares what gdb shows of PROGRAM with show.out. MODE is `live`,
+# `core` for a core file that gdb makes, `stripped` for one of a program without symbols, `paths` for running the program
+# with the paths that were shown, or `manual` for the sessions in docs/debugging.md. EMULATOR is what starts the program
+# where the machine cannot. Ends with 77 where gdb cannot look at programs.
 # shellcheck shell=bash
 set -euo pipefail
 export LC_ALL=C.UTF-8
