@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "commands/creation.h"
 #include "commands/rewrite_options.h"
 #include "terminal/Failure.h"
 #include "terminal/messages.h"
@@ -32,6 +33,15 @@ ExitCode run(const DocumentEdit& edit, const EditOptions& options) {
 }
 
 }  // namespace
+
+void DocumentEdit::add_create_option(CLI::App& command) {
+    command.add_flag("--create", is_creating, "Make the elements that PATH misses");
+}
+
+std::vector<quxml::Element*> DocumentEdit::get_elements(EditedDocument& document, PathNotes notes) const {
+    return is_creating ? select_or_create(document, path, notes)
+                       : select_elements(document.get_tree(), path, notes);
+}
 
 void add_edit_options(CLI::App& command, EditOptions& options) {
     add_destination_options(command, options.destination);

@@ -50,8 +50,18 @@ protected:
         add_path_arguments(command, path, description);
     }
 
+    /// Adds the option to make elements that the path misses.
+    void add_create_option(CLI::App& command);
+
+    bool creates() const { return is_creating; }
+
+    /// The elements that the path selects, made if that is wanted.
+    /// \throws Failure
+    std::vector<quxml::Element*> get_elements(EditedDocument& document, PathNotes notes) const;
+
 private:
     Path path;
+    bool is_creating = false;
 };
 
 using OwnedEdit = std::unique_ptr<DocumentEdit>;

@@ -1,10 +1,12 @@
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "commands/DocumentEdit.h"
 #include "commands/argument_checks.h"
+#include "commands/creation.h"
 
 namespace tool {
 
@@ -17,9 +19,12 @@ constexpr const char* help_on_add =
     "\n"
     "Refused with 3 for elements that have text or CDATA and no elements, since the text would not be read\n"
     "any more beside an element: remove the text first, with text PATH ''.\n"
+    "With --create the elements that PATH misses are made, as set does it, and an element that has such a\n"
+    "child already, with these attributes and this text, gets none.\n"
     "\n"
     "Examples:\n"
     "  quxml add -i /settings host --attribute name=kitchen --attribute port=80 settings.xml\n"
+    "  quxml add -i --create /zone service --attribute name=ssh zone.xml      unless it is there\n"
     "  quxml add /catalog/shelf book --item 3 <catalog.xml\n"
     "  quxml add \"/catalog/book[@id='emma']\" note --text 'lent to Jane' <catalog.xml";
 
@@ -43,6 +48,7 @@ public:
             ->allow_extra_args(false)
             ->check(CLI::Validator(check_setting, ""));
         add_path(command, "Which elements");
+        add_create_option(command);
         command.add_option("NAME", added.name, "The new element's name")
             ->required()
             ->check(CLI::Validator(check_name, ""));
@@ -59,7 +65,14 @@ public:
     }
 
     void apply(EditedDocument& document, PathNotes notes) const override {
-        document.add(select_elements(document.get_tree(), get_path(), notes), added);
+        std::vector<quxml::Element*> parents = get_elements(document, notes);
+        if (creates())
+            parents.erase(
+                std::remove_if(parents.begin(), parents.end(),
+                               [&](const quxml::Element* parent) { return has_such_child(*parent, added); }),
+                parents.end());
+        if (!parents.empty())
+            document.add(parents, added);
     }
 
 private:

@@ -21,10 +21,17 @@ constexpr const char* help_on_set =
     "characters, or a value that the DOCTYPE declares to be a list of words and that has more than one\n"
     "blank between them. Write such a value differently.\n"
     "\n"
+    "With --create an element is made for each step of PATH that selects nothing: with the name, and with\n"
+    "the attributes, the item and the texts of children that [@name='value'], [2] and [name='text'] ask\n"
+    "for, after the children that are there. The path then selects it, so that doing it again changes\n"
+    "nothing. Refused with 4 is a path with //, *, position() or anything else that does not say what to\n"
+    "make, and one that does not say where: the steps before must select one element.\n"
+    "\n"
     "Examples:\n"
     "  quxml set -i /settings/network dhcp=no address=10.0.0.7 settings.xml\n"
     "  quxml set \"/catalog/book[@id='emma']\" lang=en <catalog.xml >new.xml\n"
     "  quxml set '//mime-type[@type=$t]' --arg t=text/plain icon=text <types.xml\n"
+    "  quxml set -i --create \"/settings/host[@name='kitchen']/network\" dhcp=no settings.xml\n"
     "  quxml set -i --backup /settings volume= settings.xml        an empty value, and settings.xml~";
 
 class Set : public DocumentEdit {
@@ -39,6 +46,7 @@ public:
 
     void add_arguments(CLI::App& command) override {
         add_path(command, "Which elements");
+        add_create_option(command);
         command.add_option("SETTING", settings, "NAME=VALUE, one or more")->required();
     }
 
@@ -57,7 +65,7 @@ public:
     }
 
     void apply(EditedDocument& document, PathNotes notes) const override {
-        document.set(select_elements(document.get_tree(), get_path(), notes), split_settings(settings));
+        document.set(get_elements(document, notes), split_settings(settings));
     }
 
 private:

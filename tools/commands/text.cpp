@@ -20,9 +20,11 @@ constexpr const char* help_on_text =
     "entity, which VALUE would take the place of: take it out by hand first. In CDATA a carriage return and\n"
     "what the document's encoding lacks cannot be written: make it plain text by hand first. White space\n"
     "that begins with a line feed is not read as a text.\n"
+    "With --create the elements that PATH misses are made, as set does it.\n"
     "\n"
     "Examples:\n"
     "  quxml text -i /settings/host/name kitchen settings.xml\n"
+    "  quxml text -i --create \"/settings/host[@name='kitchen']/address\" 10.0.0.7 settings.xml\n"
     "  quxml text -i -- /settings/options -v settings.xml\n"
     "  quxml text \"/catalog/book[@id='emma']/title\" 'Emma & Co' <catalog.xml";
 
@@ -38,6 +40,7 @@ public:
 
     void add_arguments(CLI::App& command) override {
         add_path(command, "Which elements");
+        add_create_option(command);
         command.add_option("VALUE", value, "The text")->required();
     }
 
@@ -48,7 +51,7 @@ public:
     }
 
     void apply(EditedDocument& document, PathNotes notes) const override {
-        document.set_text(select_elements(document.get_tree(), get_path(), notes), value);
+        document.set_text(get_elements(document, notes), value);
     }
 
 private:

@@ -21,20 +21,14 @@
 
 namespace tool {
 
-namespace {
-
-quxml::NodeSet find(quxml::Node* root, const std::string& path, NameMatch names) {
-    return names == NameMatch::prefix ? root->find_substring_match(path) : root->find_exact_match(path);
-}
-
-Failure bad_query(const std::string& path, const std::string& reason) {
-    return {ExitCode::bad_query, "bad query \"" + path + "\": " + reason +
+Failure bad_query(const Path& path, const std::string& reason) {
+    return {ExitCode::bad_query, "bad query \"" + path.text + "\": " + reason +
                                      "\n\"quxml explain\" shows how a path is taken; put it in quotes."};
 }
 
 /// Whether the library would come to a predicate that it refuses depends on the document; a bad query is a bad
 /// query in any case.
-void require_no_fault(const std::string& path, const std::vector<PathStep>& steps) {
+void require_no_fault(const Path& path, const std::vector<PathStep>& steps) {
     int number = 0;
     for (const PathStep& step : steps) {
         ++number;
@@ -46,6 +40,12 @@ void require_no_fault(const std::string& path, const std::vector<PathStep>& step
     }
 }
 
+namespace {
+
+quxml::NodeSet find(quxml::Node* root, const std::string& path, NameMatch names) {
+    return names == NameMatch::prefix ? root->find_substring_match(path) : root->find_exact_match(path);
+}
+
 /// The library knows nothing about given values.
 bool has_given_value(const std::vector<PathStep>& steps) {
     return std::any_of(steps.begin(), steps.end(), [](const PathStep& step) {
@@ -55,13 +55,13 @@ bool has_given_value(const std::vector<PathStep>& steps) {
 }
 
 Nodes get_matches(quxml::Node* root, const Path& path, const std::vector<PathStep>& steps, NameMatch names) {
-    require_no_fault(path.text, steps);
+    require_no_fault(path, steps);
     try {
         if (has_given_value(steps))
             return PathWalk(names).take(steps, root);
         return in_document_order(root, find(root, path.text, names));
     } catch (const std::logic_error& error) {
-        throw bad_query(path.text, error.what());
+        throw bad_query(path, error.what());
     }
 }
 
@@ -138,8 +138,8 @@ void require_no_gap(const Path& path) {
         const std::string gap = get_gap(step);
         ++number;
         if (!gap.empty())
-            throw bad_query(path.text, "step " + std::to_string(number) + ", " + step.text + ": " + gap +
-                                           ", and nothing is changed on a guess" + get_advice_on_cut(step));
+            throw bad_query(path, "step " + std::to_string(number) + ", " + step.text + ": " + gap +
+                                      ", and nothing is changed on a guess" + get_advice_on_cut(step));
     }
 }
 

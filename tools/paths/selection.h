@@ -9,6 +9,7 @@
 
 #include "paths/names.h"
 #include "paths/steps.h"
+#include "terminal/Failure.h"
 
 namespace tool {
 
@@ -20,6 +21,13 @@ enum class PathNotes { written, silent };
 /// \throws Failure  (bad_query)
 std::vector<quxml::Node*> select(const quxml::Document& document, const Path& path, PathNotes notes,
                                  NameMatch names = NameMatch::whole);
+
+/// A path that is refused, with the reason.
+Failure bad_query(const Path& path, const std::string& reason);
+
+/// Refuses a path with a predicate that the library refuses.
+/// \throws Failure  (bad_query)
+void require_no_fault(const Path& path, const std::vector<PathStep>& steps);
 
 /// Refuses a path with a gap in it, as scripts make it of a variable that is not set: it would select too much.
 /// \throws Failure  (bad_query)

@@ -33,10 +33,10 @@ _quxml() {
         *:query) words="-h --help --prefix -0 --null --value --attribute --path --count --lossy --quiet --arg" ;;
         *:explain) words="-h --help --prefix --arg" ;;
         *:diff) words="-h --help --quiet --lossy" ;;
-        *:set) words="-h --help -i --in-place --backup --diff --quiet --arg" ;;
+        *:set) words="-h --help -i --in-place --backup --diff --quiet --arg --create" ;;
         *:unset) words="-h --help -i --in-place --backup --diff --quiet --arg" ;;
-        *:text) words="-h --help -i --in-place --backup --diff --quiet --arg" ;;
-        *:add) words="-h --help -i --in-place --backup --diff --quiet --item --text --attribute --arg" ;;
+        *:text) words="-h --help -i --in-place --backup --diff --quiet --arg --create" ;;
+        *:add) words="-h --help -i --in-place --backup --diff --quiet --item --text --attribute --arg --create" ;;
         *:remove) words="-h --help -i --in-place --backup --diff --quiet --arg" ;;
         *:edit) words="-h --help -i --in-place --backup --diff --quiet -e --edit --arg" ;;
     esac
