@@ -1,5 +1,9 @@
 // Editing changes the bytes concerned and no others, whatever a document holds and however it is laid out.
 
+#include <quxml/Document.h>
+#include <quxml/Element.h>
+
+#include <random>
 #include <string>
 #include <vector>
 
@@ -70,6 +74,27 @@ TEST_F(EditedBytes, are_those_that_are_concerned) {
         {"add '//*' n", "<a><b/></a>", "<a><b><n/></b><n/></a>"},
         {"add /a n --item 2 --attribute 'x=a\"b' --text 'a & b'", "<a><b/></a>",
          R"(<a><b/><n item="2" x="a&quot;b">a &amp; b</n></a>)"},
+        // add --sorted
+        {"add --sorted /a b", "<a>\n  <a/>\n  <c/>\n</a>\n", "<a>\n  <a/>\n  <b/>\n  <c/>\n</a>\n"},
+        {"add --sorted /a b", "<a>\r\n\t<!-- about c -->\r\n\t<c/>\r\n</a>",
+         "<a>\r\n\t<b/>\r\n\t<!-- about c -->\r\n\t<c/>\r\n</a>"},
+        {"add --sorted /a b", "<a>\n  <!-- part -->\n\n  <a/> <!-- a -->\n  <?c?> <c/>\n</a>",
+         "<a>\n  <!-- part -->\n\n  <a/> <!-- a -->\n  <b/>\n  <?c?> <c/>\n</a>"},
+        {"add --sorted /a b", "<a>\n  <!-- part -->\n\n  <c/>\n</a>",
+         "<a>\n  <!-- part -->\n\n  <b/>\n  <c/>\n</a>"},
+        {"add --sorted /a b", "<a> <a/> <c/> </a>", "<a> <a/> <b/> <c/> </a>"},
+        {"add --sorted /a b", "<a><c/></a>", "<a><b/><c/></a>"},
+        {"add --sorted /a d", "<a>\n  <c/>\n</a>", "<a>\n  <c/>\n  <d/>\n</a>"},
+        {"add --sorted /a b", "<a/>", "<a>\n  <b/>\n</a>"},
+        {"add --sorted /a b", "<p:a xmlns:p='u'><p:c/></p:a>", "<p:a xmlns:p='u'><p:b/><p:c/></p:a>"},
+        {"add --sorted /a b --item 3", "<a><b item='1'/><b/><b item='10'/></a>",
+         "<a><b item='1'/><b/><b item=\"3\"/><b item='10'/></a>"},
+        {"add --sorted /a b --attribute item=3", "<a><b item='1'/><b item='3'/></a>",
+         "<a><b item='1'/><b item=\"3\"/><b item='3'/></a>"},
+        {"add --sorted /a b", "<a><b item='1'/><b/><c/></a>", "<a><b item='1'/><b/><b/><c/></a>"},
+        {"add --sorted '//*' b", "<a><c><c/></c></a>", "<a><b/><c><b/><c><b/></c></c></a>"},
+        {"edit -e 'add --sorted /a b' -e 'add --sorted /a a --text 1'", "<a>\n <c/>\n</a>",
+         "<a>\n <a>1</a>\n <b/>\n <c/>\n</a>"},
         // remove
         {"remove /a/b", "<a>\n  <!-- c -->\n\n  <b>\n  </b>\n</a>", "<a>\n  <!-- c -->\n\n</a>"},
         {"remove /a/b", "<a>\r\n  <b/>\r\n  <c/>\r\n</a>", "<a>\r\n  <c/>\r\n</a>"},
@@ -156,6 +181,50 @@ TEST_F(EditedBytes, are_not_touched_where_that_would_lose_or_show_something) {
         expect(run("quxml " + command + " a.xml"), 3, "", "quxml: " + message + '\n');
     }
     EXPECT_EQ(run("quxml set --quiet //q x=1 a.xml").code, 1);
+}
+
+TEST_F(EditedBytes, have_a_sorted_place_only_among_sorted_elements) {
+    const std::string at_the_end = "; without --sorted it is added at the end\n";
+    const std::vector<std::pair<std::string, std::string>> all = {
+        {"<a><c/><b/></a>", "has elements that are not sorted, so there is no sorted place for another"},
+        {"<a><b item='2'/><b/><b item='1'/></a>",
+         "has elements that are not sorted, so there is no sorted place for another"},
+        {"<a>one <b/> two</a>", "has text beside its elements, which are then never sorted"},
+        {"<a><![CDATA[one]]><b/></a>", "has text beside its elements, which are then never sorted"},
+        {"<!DOCTYPE a [<!ENTITY e '<b/>'>]><a>&e;<c/></a>",
+         "has text beside its elements, which are then never sorted"},
+        {"<a><b item='1'/><b item='99999999999'/></a>",
+         "has an element with an item that is a number out of range"},
+    };
+    for (const auto& [document, reason] : all) {
+        SCOPED_TRACE(document);
+        write("a.xml", document);
+        expect(run("quxml add --quiet --sorted --item 3 /a b a.xml"), 3, "",
+               "quxml: /a " + reason + at_the_end);
+    }
+}
+
+TEST_F(EditedBytes, stand_where_the_library_puts_a_sorted_element) {
+    std::mt19937 random(17);
+    const auto pick = [&random](std::vector<std::string> all) { return all[random() % all.size()]; };
+    for (int round = 0; round < 20; ++round) {
+        quxml::Document document(true);
+        quxml::Element* const root = document.create_root_node("a");
+        std::string edits;
+        for (int i = 0; i < 8; ++i) {
+            const std::string name = pick({"b", "c", "d"});
+            const std::string item = pick({"", "1", "2", "10"});
+            const std::string number = std::to_string(i);
+            quxml::Element* const added = item.empty() ? root->add_child(name) : root->add_child(name, item);
+            added->set_attribute("n", number);
+            edits += "add --sorted /a " + name + (item.empty() ? "" : " --item " + item) +
+                     " --attribute n=" + number + '\n';
+        }
+        SCOPED_TRACE(edits);
+        write("a.xml", "<?xml version=\"1.0\"?>\n<a/>\n");
+        write("edits.txt", edits);
+        expect_done(run("quxml edit a.xml <edits.txt"), document.write_to_string_formatted(true));
+    }
 }
 
 struct Encoded {

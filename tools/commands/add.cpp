@@ -22,10 +22,16 @@ constexpr const char* help_on_add =
     "With --create the elements that PATH misses are made, as set does it, and an element that has such a\n"
     "child already, with these attributes and this text, gets none.\n"
     "\n"
+    "With --sorted the new element stands where a document that keeps its children sorted puts it: by name\n"
+    "and, among namesakes, by the attribute \"item\", before those with an equal one; without an item it\n"
+    "follows its namesakes. Comments directly above the element that comes next stay with that one. Refused\n"
+    "with 3 if the elements are not sorted so, or have text beside them.\n"
+    "\n"
     "Examples:\n"
     "  quxml add -i /settings host --attribute name=kitchen --attribute port=80 settings.xml\n"
     "  quxml add -i --create /zone service --attribute name=ssh zone.xml      unless it is there\n"
     "  quxml add /catalog/shelf book --item 3 <catalog.xml\n"
+    "  quxml add --sorted --item 3 /catalog/shelf book <catalog.xml\n"
     "  quxml add \"/catalog/book[@id='emma']\" note --text 'lent to Jane' <catalog.xml";
 
 class Add : public DocumentEdit {
@@ -47,6 +53,7 @@ public:
             ->type_name("NAME=VALUE")
             ->allow_extra_args(false)
             ->check(CLI::Validator(check_setting, ""));
+        command.add_flag("--sorted", added.is_sorted, "At its place in the order of names and items");
         add_path(command, "Which elements");
         add_create_option(command);
         command.add_option("NAME", added.name, "The new element's name")

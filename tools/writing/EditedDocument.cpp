@@ -7,6 +7,9 @@
 #include <quxml/TextNode.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <optional>
 #include <unordered_map>
 #include <utility>
 
@@ -21,6 +24,7 @@
 #include "trees/element_numbers.h"
 #include "trees/node_paths.h"
 #include "trees/tree.h"
+#include "writing/SortedPlaces.h"
 
 namespace tool {
 
@@ -33,7 +37,7 @@ void set_text_of(quxml::Element& element, const std::string& value) {
         element.add_child_text(value);
 }
 
-void add_to(quxml::Element& parent, const NewElement& added) {
+void append_to(quxml::Element& parent, const NewElement& added) {
     if (quxml::Node* const blanks = parent.get_child_text())
         parent.remove_child(blanks);
     quxml::Element* const element =
@@ -42,6 +46,18 @@ void add_to(quxml::Element& parent, const NewElement& added) {
         element->set_attribute(name, value);
     if (!added.text.empty())
         element->add_child_text(added.text);
+}
+
+/// Only a node itself can name a place among its children. So those from there on become the first ones, the new
+/// element the last one, and then it and the others the first ones again: moving the last child to the front takes no time.
+void insert_into(quxml::Element& parent, std::size_t place, const NewElement& added) {
+    const auto set_first = [&](quxml::Node* child) { parent.set_child_first(child); };
+    const quxml::NodeList children = parent.get_children();
+    const auto next = std::next(children.begin(), static_cast<std::ptrdiff_t>(place));
+    std::for_each(children.rbegin(), std::make_reverse_iterator(next), set_first);
+    append_to(parent, added);
+    set_first(parent.get_children().back());
+    std::for_each(std::make_reverse_iterator(next), children.rend(), set_first);
 }
 
 /// Removing a child takes as long as finding it, but for the last one; nor is there a quicker way to move one to the
@@ -179,9 +195,17 @@ void EditedDocument::add(const std::vector<quxml::Element*>& parents, const NewE
     require_characters_of_value(added.text);
     const Selected selected = locate(parents);
     Editor editor(text.get_text(), selected.markup);
+    const auto places = added.is_sorted ? std::make_unique<SortedPlaces>(text.get_text()) : nullptr;
     for (std::size_t i = 0; i != selected.elements.size(); ++i) {
-        editor.append({*selected.elements[i], selected.markup.extents[i]}, added);
-        add_to(*selected.elements[i], added);
+        quxml::Element& parent = *selected.elements[i];
+        const Located located{parent, selected.markup.extents[i]};
+        if (const auto place = places ? places->find(located, added) : std::nullopt) {
+            editor.insert(located, place->begin, added);
+            insert_into(parent, place->child, added);
+        } else {
+            editor.append(located, added);
+            append_to(parent, added);
+        }
     }
     text.apply(std::move(editor.get_patches()));
 }
@@ -228,7 +252,7 @@ void EditedDocument::require_to_read_back() const {
                                                    ": not written: it would be read back otherwise: " +
                                                    get_first_difference(wanted, *read->get_root_node()));
     } catch (const Failure& failure) {
-        if (failure.get_code() != ExitCode::malformed || std::string(failure.what()) != "")
+        if (failure.get_code() != ExitCode::malformed || !std::string_view(failure.what()).empty())
             throw;
         throw Failure(ExitCode::malformed,
                       get_label(file) + ": not written: " + get_first_error(text.get_text()));

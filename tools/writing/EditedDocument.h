@@ -34,7 +34,7 @@ public:
 
     void set_text(const std::vector<quxml::Element*>& elements, const std::string& value);
 
-    /// Adds an element to each of these, after the others.
+    /// Adds an element to each of these, after the others or at its sorted place.
     void add(const std::vector<quxml::Element*>& parents, const NewElement& added);
 
     /// Removes elements, and texts, none of which is in another of them. The root element stays.

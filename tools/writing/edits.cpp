@@ -263,6 +263,12 @@ void Editor::append(const Located& parent, const NewElement& added) {
     patches.push_back({end, end, separator + element});
 }
 
+/// What stands there gets the same white space before it as it had.
+void Editor::insert(const Located& parent, std::size_t place, const NewElement& added) {
+    const std::string separator = get_separator(document, place, markup.line_end);
+    patches.push_back({place, place, write(parent.extent, added) + separator});
+}
+
 void Editor::remove(const Located& parent, const std::vector<const Extent*>& children) {
     const Extent& extent = parent.extent;
     const std::vector<Range> ranges = get_ranges(document, children);

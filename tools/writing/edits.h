@@ -29,6 +29,7 @@ struct NewElement {
     std::string item;
     std::vector<Setting> attributes;
     std::string text;
+    bool is_sorted = false;  // it stands where a parent that keeps its children sorted would put it
 };
 
 /// An element of a document, and where it stands in its text.
@@ -54,6 +55,9 @@ public:
 
     /// Puts an element after everything in its parent.
     void append(const Located& parent, const NewElement& added);
+
+    /// Puts an element before what begins at `place`, a child of its parent or a remark.
+    void insert(const Located& parent, std::size_t place, const NewElement& added);
 
     /// Takes out some children, given from first to last.
     void remove(const Located& parent, const std::vector<const Extent*>& children);

@@ -178,4 +178,12 @@ std::vector<Patch> move_elements(std::string_view document, const std::vector<It
     return Mover(document, find_regions(document, items, orders)).run();
 }
 
+std::vector<std::size_t> find_units(std::string_view document, const std::vector<Item>& items,
+                                    std::size_t parent) {
+    std::vector<std::size_t> begins;
+    for (const Range& unit : UnitFinder(document, items).find(parent))
+        begins.push_back(unit.begin);
+    return begins;
+}
+
 }  // namespace tool

@@ -1,6 +1,7 @@
 #ifndef QUXML_TOOLS_WRITING_MOVING_H
 #define QUXML_TOOLS_WRITING_MOVING_H
 
+#include <cstddef>
 #include <string_view>
 #include <vector>
 
@@ -15,6 +16,11 @@ namespace tool {
 /// \param orders  sorted by their elements, none of which is mixed
 std::vector<Patch> move_elements(std::string_view document, const std::vector<Item>& items,
                                  const std::vector<Order>& orders);
+
+/// Where the elements in another one begin, each with the remarks above it that move with it.
+/// \param parent  the index of its item
+std::vector<std::size_t> find_units(std::string_view document, const std::vector<Item>& items,
+                                    std::size_t parent);
 
 }  // namespace tool
 

@@ -123,4 +123,12 @@ std::vector<Item> get_outline(std::string_view document) {
     return reader.finish(is_well_formed);
 }
 
+/// The document's own item can begin where another does.
+std::size_t find_item(const std::vector<Item>& items, std::size_t begin) {
+    const auto found =
+        std::lower_bound(items.begin() + 1, items.end(), begin,
+                         [](const Item& item, std::size_t place) { return item.begin < place; });
+    return static_cast<std::size_t>(found - items.begin());
+}
+
 }  // namespace tool

@@ -36,7 +36,7 @@ _quxml() {
         *:set) words="-h --help -i --in-place --backup --diff --quiet --arg --create" ;;
         *:unset) words="-h --help -i --in-place --backup --diff --quiet --arg" ;;
         *:text) words="-h --help -i --in-place --backup --diff --quiet --arg --create" ;;
-        *:add) words="-h --help -i --in-place --backup --diff --quiet --item --text --attribute --arg --create" ;;
+        *:add) words="-h --help -i --in-place --backup --diff --quiet --item --text --attribute --sorted --arg --create" ;;
         *:remove) words="-h --help -i --in-place --backup --diff --quiet --arg" ;;
         *:edit) words="-h --help -i --in-place --backup --diff --quiet -e --edit --arg" ;;
     esac
