@@ -38,10 +38,12 @@ public:
             add(node->get_name());
     }
 
-    /// What a path selects; nothing if it cannot be understood.
+    /// What a path selects; nothing if it cannot be understood. A set of all nodes would take longer than the walk.
     Nodes select(const std::string& path) const {
         try {
-            return tool::select(document, {path, {}}, PathNotes::silent);
+            const std::vector<PathStep> steps = get_steps({path, {}});
+            require_no_fault({path, {}}, steps);
+            return PathWalk(NameMatch::whole).take(steps, document.get_root_node());
         } catch (const Failure&) {
             return {};
         }
