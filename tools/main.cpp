@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <csignal>
 #include <exception>
+#include <memory>
 #include <new>
 #include <sstream>
 #include <string>
@@ -26,6 +27,13 @@
 namespace tool {
 
 namespace {
+
+constexpr const char* description =
+    "Looks into XML documents, and changes them. set, unset, text, add, remove and edit change what\n"
+    "they are asked to change, format only white space between elements, and sort only their order;\n"
+    "all of them keep every other byte. Only format and sort with --canonical leave out what the\n"
+    "library does not read, such as comments, CDATA sections and prefixes: \"quxml loss\" lists these,\n"
+    "a warning says so, and a file that has any is changed in place only with --lossy.";
 
 std::string get_version() {
     return "quxml " + std::to_string(QUXML_VERSION_MAJOR) + '.' + std::to_string(QUXML_VERSION_MINOR) + '.' +
@@ -138,13 +146,7 @@ std::string get_companion(const CLI::App& app, const std::string& option) {
 }
 
 ExitCode run(int argc, const char* const* argv) {
-    CLI::App app(
-        "Looks into XML documents, and changes them. set, unset, text, add, remove and edit change what\n"
-        "they are asked to change, format only white space between elements, and sort only their order;\n"
-        "all of them keep every other byte. Only format and sort with --canonical leave out what the\n"
-        "library does not read, such as comments, CDATA sections and prefixes: \"quxml loss\" lists these,\n"
-        "a warning says so, and a file that has any is changed in place only with --lossy.",
-        "quxml");
+    CLI::App app(description, "quxml");
     Action action;
     set_up(app, action);
     std::string companion = argc == 2 ? get_companion(app, argv[1]) : "";

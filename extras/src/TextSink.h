@@ -20,13 +20,15 @@ public:
     /// What has been gathered: to append to, and to change from where it was appended to.
     std::string& text() { return out.text != nullptr ? *out.text : gathered; }
 
-    /// Hands on what has been gathered if it is much. \throws std::system_error
+    /// Hands on what has been gathered if it is much.
+    /// \throws std::system_error
     void settle() {
         if (gathered.size() >= limit)
             flush();
     }
 
-    /// Hands on what has been gathered. \throws std::system_error
+    /// Hands on what has been gathered.
+    /// \throws std::system_error
     void flush();
 
 private:

@@ -1,7 +1,5 @@
 #include "quxml/extras/finding.h"
 
-#include <utility>
-
 #include "quxml/extras/Fields.h"
 #include "quxml/extras/ranges.h"
 

@@ -8,7 +8,6 @@
 #include <charconv>
 #include <cmath>
 #include <cstddef>
-#include <cstdlib>
 #include <limits>
 #include <locale>
 #include <sstream>

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <vector>
 
 #include "quxml/extras/Fields.h"
 #include "quxml/extras/paths.h"

@@ -1,6 +1,5 @@
 #include "quxml/Element.h"
 
-#include <memory>
 #include <utility>
 
 #include "Filling.h"

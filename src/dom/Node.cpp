@@ -24,9 +24,7 @@
 
 #include <algorithm>
 #include <iterator>
-#include <memory>
 #include <stdexcept>
-#include <utility>
 
 #include "NodeAccess.h"
 #include "failure.h"

@@ -14,6 +14,7 @@
 #include "quxml/Document.h"
 #include "quxml/Element.h"
 #include "quxml/TextNode.h"
+#include "support/locales.h"
 #include "support/small_stack.h"
 #include "support/test_names.h"
 #include "support/tree_text.h"
@@ -25,6 +26,7 @@ using quxml::Element;
 using quxml::Node;
 using quxml_test::build;
 using quxml_test::build_chain;
+using quxml_test::GlobalLocale;
 using quxml_test::note_of;
 using quxml_test::on_small_stack;
 using quxml_test::to_line;
@@ -169,18 +171,6 @@ protected:
             *begin = do_toupper(*begin);
         return end;
     }
-};
-
-/// Sets the global locale until the end of a test.
-class GlobalLocale {
-public:
-    explicit GlobalLocale(const std::locale& locale) : former(std::locale::global(locale)) {}
-    GlobalLocale(const GlobalLocale&) = delete;
-    GlobalLocale& operator=(const GlobalLocale&) = delete;
-    ~GlobalLocale() { std::locale::global(former); }
-
-private:
-    std::locale former;
 };
 
 TEST(SubpathOf, folds_case_under_the_global_locale) {

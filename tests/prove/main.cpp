@@ -25,6 +25,7 @@
 #include "dom/integer.h"
 #include "quxml/quxml.h"
 #include "support/locales.h"
+#include "support/plain_escaping.h"
 
 namespace {
 
@@ -49,30 +50,6 @@ using Writer = std::function<void(const std::string& text, std::string& out)>;
 
 constexpr std::size_t word_size = sizeof(std::size_t);
 
-void escape_plainly(const std::string& text, std::string& out) {
-    for (const char c : text) {
-        switch (c) {
-            case '"':
-                out += "&quot;";
-                break;
-            case '&':
-                out += "&amp;";
-                break;
-            case '\'':
-                out += "&apos;";
-                break;
-            case '<':
-                out += "&lt;";
-                break;
-            case '>':
-                out += "&gt;";
-                break;
-            default:
-                out += c;
-        }
-    }
-}
-
 class Escaping {
 public:
     Escaping(const Writer& writer, Proof& made) : write(writer), proof(made) {}
@@ -81,7 +58,7 @@ public:
         written.clear();
         expected.clear();
         write(text, written);
-        escape_plainly(text, expected);
+        quxml_test::escape_plainly(text, expected);
         return proof.holds(written == expected, text);
     }
 
@@ -183,7 +160,7 @@ private:
 
 /// Takes an apostrophe that stands last in a word, after a byte that differs in its lowest bit, for a letter.
 void write_with_fault(const std::string& text, std::string& out) {
-    escape_plainly(text, out);
+    quxml_test::escape_plainly(text, out);
     if (text.size() == word_size && text.substr(word_size - 2) == "&'")
         out.replace(out.size() - 6, 6, "'");
 }

@@ -95,7 +95,7 @@ TEST_F(Companions, manual_has_every_command_and_option_of_the_help) {
 TEST_F(Companions, manual_names_the_surprises_of_paths_and_the_limits) {
     for (const char* part :
          {"[position()>1] leaves out the last", "[2] is not a position", "//b stops at the first b",
-          "only of ASCII letters", "libxml2 2.9.14, more than 257", "names of more than 50,000 bytes"})
+          "only of ASCII letters", "names of more than 50,000 bytes"})
         EXPECT_TRUE(contains(manual, part)) << part;
 }
 
@@ -110,8 +110,12 @@ TEST_F(Companions, manual_is_true_about_the_limits) {
             text = "<a>" + text + "</a>";
         return text;
     };
-    EXPECT_EQ(check(nest(257)), 0);
-    EXPECT_EQ(check(nest(258)), 3);
+    const std::string manual = run("quxml --write-manual").out;
+    const std::string sentence = "too many levels of elements: with libxml2 2.9.14, more than ";
+    ASSERT_TRUE(contains(manual, sentence));
+    const int most_levels = std::stoi(manual.substr(manual.find(sentence) + sentence.size()));
+    EXPECT_EQ(check(nest(most_levels)), 0);
+    EXPECT_EQ(check(nest(most_levels + 1)), 3);
     EXPECT_EQ(check('<' + std::string(50000, 'a') + "/>"), 0);
     EXPECT_EQ(check('<' + std::string(50001, 'a') + "/>"), 3);
     EXPECT_EQ(check("<a b='" + std::string(9990000, 'x') + "'/>"), 0);

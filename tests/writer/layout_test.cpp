@@ -23,6 +23,7 @@
 #include "quxml/Document.h"
 #include "quxml/TextNode.h"
 #include "support/check_links.h"
+#include "support/plain_escaping.h"
 #include "support/small_stack.h"
 #include "support/tree_text.h"
 
@@ -34,6 +35,7 @@ using quxml::Element;
 using quxml::Node;
 using quxml::TextNode;
 using quxml_test::build;
+using quxml_test::escape_plainly;
 using quxml_test::links_agree;
 using quxml_test::on_small_stack;
 using quxml_test::to_line;
@@ -435,32 +437,6 @@ TEST(WriteAttribute, attributes_are_no_children_so_an_element_with_attributes_al
 /// The same text by plain recursion over the public interface.
 std::string write_simply(const Node* node, int depth);
 
-std::string escape_simply(const std::string& text) {
-    std::string out;
-    for (const char c : text) {
-        switch (c) {
-            case '"':
-                out += "&quot;";
-                break;
-            case '&':
-                out += "&amp;";
-                break;
-            case '\'':
-                out += "&apos;";
-                break;
-            case '<':
-                out += "&lt;";
-                break;
-            case '>':
-                out += "&gt;";
-                break;
-            default:
-                out += c;
-        }
-    }
-    return out;
-}
-
 std::string tag_simply(const Element& element) {
     std::string out = "<" + element.get_name();
     for (const Attribute* attribute : element.get_attributes()) {
@@ -485,7 +461,8 @@ std::string write_element_simply(const Element& element, int depth) {
 std::string write_simply(const Node* node, int depth) {
     if (const auto* element = dynamic_cast<const Element*>(node))
         return write_element_simply(*element, depth);
-    const std::string text = escape_simply(dynamic_cast<const TextNode&>(*node).get_content());
+    std::string text;
+    escape_plainly(dynamic_cast<const TextNode&>(*node).get_content(), text);
     if (depth < 0 || node->get_parent()->get_children().size() == 1)
         return text;
     return spaces(2 * depth) + text + "\n";

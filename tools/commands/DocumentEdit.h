@@ -37,7 +37,8 @@ public:
     /// What of the arguments could be taken for something else.
     virtual std::vector<Argument> get_arguments() const = 0;
 
-    /// Makes the edit. \throws Failure
+    /// Makes the edit.
+    /// \throws Failure
     virtual void apply(EditedDocument& document, PathNotes notes) const = 0;
 
     const Path& get_path() const { return path; }

@@ -9,6 +9,7 @@
 #include "reading/input.h"
 #include "terminal/Failure.h"
 #include "terminal/messages.h"
+#include "terminal/words.h"
 
 namespace tool {
 
@@ -34,7 +35,7 @@ void write_unless(bool quiet, const std::string& message) {
 
 ExitCode check(const std::string& file, bool quiet) {
     try {
-        parse_document(file, read_text(file), false, quiet ? Errors::silent : Errors::written);
+        parse_document(file, read_text(file), quiet ? Errors::silent : Errors::written);
         return ExitCode::done;
     } catch (const Failure& failure) {
         write_unless(quiet, failure.what());

@@ -18,7 +18,7 @@ struct CompleteOptions {
 
 ExitCode complete(const CompleteOptions& options) {
     const std::shared_ptr<quxml::Document> document =
-        parse_document(options.file, read_text(options.file), false, Errors::silent);
+        parse_document(options.file, read_text(options.file), Errors::silent);
     std::string text;
     for (const std::string& completion : get_completions(*document, options.path))
         text += completion + '\n';

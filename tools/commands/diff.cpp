@@ -13,6 +13,7 @@
 #include "terminal/Failure.h"
 #include "terminal/messages.h"
 #include "terminal/output.h"
+#include "terminal/words.h"
 #include "trees/differences.h"
 
 namespace tool {
@@ -51,7 +52,7 @@ struct DiffInput {
 
 DiffInput read(const std::string& file) {
     const std::string text = read_text(file);
-    std::shared_ptr<quxml::Document> document = parse_document(file, text, false);
+    std::shared_ptr<quxml::Document> document = parse_document(file, text);
     return {file, std::move(document), find_losses(text)};
 }
 

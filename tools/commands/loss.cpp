@@ -10,6 +10,7 @@
 #include "reading/spelling.h"
 #include "terminal/messages.h"
 #include "terminal/output.h"
+#include "terminal/words.h"
 
 namespace tool {
 
@@ -39,7 +40,7 @@ std::string get_line(const std::string& file, const Loss& loss) {
 ExitCode loss(const std::string& file) {
     write_hints(file);
     const std::string document = read_text(file);
-    parse_document(file, document, false);
+    parse_document(file, document);
     std::vector<Loss> losses = find_losses(document);
     if (losses.empty())
         losses = find_spelling(document);

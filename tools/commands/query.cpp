@@ -1,4 +1,3 @@
-#include <quxml/Attribute.h>
 #include <quxml/Document.h>
 #include <quxml/Element.h>
 
@@ -21,6 +20,7 @@
 #include "terminal/Failure.h"
 #include "terminal/messages.h"
 #include "terminal/output.h"
+#include "terminal/words.h"
 #include "trees/element_numbers.h"
 #include "trees/node_paths.h"
 #include "trees/tree.h"
@@ -139,7 +139,7 @@ struct QueryInput {
 /// there. Comments and the like are no answer to any query, so nothing is said of them.
 QueryInput read(const QueryOptions& options) {
     const std::string text = read_text(options.file);
-    std::shared_ptr<quxml::Document> document = parse_document(options.file, text, false);
+    std::shared_ptr<quxml::Document> document = parse_document(options.file, text);
     return {std::move(document), get_content(find_losses(text))};
 }
 

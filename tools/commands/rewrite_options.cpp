@@ -3,6 +3,8 @@
 #include <CLI/CLI.hpp>
 #include <cstddef>
 
+#include "commands/hints.h"
+
 namespace tool {
 
 namespace {
@@ -61,13 +63,9 @@ void add_file_argument(CLI::App& command, std::string& file) {
     command.add_option("FILE", file, "The document; standard input if it is - or missing");
 }
 
-PathNotes get_path_notes(const RewriteOptions& options) {
-    return options.quiet ? PathNotes::silent : PathNotes::written;
-}
-
-void write_hints(const RewriteOptions& options, const std::vector<Argument>& arguments) {
+void write_hints(const RewriteOptions& options) {
     if (!options.quiet && !options.in_place)
-        write_hints(options.file, arguments);
+        write_hints(options.file);
 }
 
 }  // namespace tool

@@ -2,10 +2,7 @@
 #define QUXML_TOOLS_COMMANDS_REWRITE_OPTIONS_H
 
 #include <string>
-#include <vector>
 
-#include "commands/hints.h"
-#include "paths/selection.h"
 #include "writing/rewrite.h"
 
 namespace CLI {
@@ -28,11 +25,8 @@ void add_layout_options(CLI::App& command, RewriteOptions& options);
 /// Adds to a command the last argument, FILE.
 void add_file_argument(CLI::App& command, std::string& file);
 
-/// Which notes on its path a command writes with these options.
-PathNotes get_path_notes(const RewriteOptions& options);
-
 /// Hints about standard input, unless they are unwanted.
-void write_hints(const RewriteOptions& options, const std::vector<Argument>& arguments = {});
+void write_hints(const RewriteOptions& options);
 
 }  // namespace tool
 

@@ -1,6 +1,5 @@
 #include <CLI/CLI.hpp>
 #include <memory>
-#include <string>
 
 #include "commands/commands.h"
 #include "commands/rewrite_options.h"

@@ -1,16 +1,16 @@
 #include "paths/names.h"
 
 #include <algorithm>
-#include <locale>
 #include <string>
+
+#include "terminal/words.h"
 
 namespace tool {
 
 namespace {
 
 bool is_same_letter(char one, char other) {
-    const std::locale& plain = std::locale::classic();
-    return std::tolower(one, plain) == std::tolower(other, plain);
+    return in_lower_case(one) == in_lower_case(other);
 }
 
 bool begins_as(const std::string& name, const std::string& test) {

@@ -4,7 +4,6 @@
 #include <quxml/Document.h>
 #include <quxml/Node.h>
 
-#include <string>
 #include <vector>
 
 #include "paths/names.h"

@@ -18,7 +18,6 @@
 
 #include "paths/steps.h"
 
-#include <quxml/Element.h>
 #include <quxml/XPathHelper.h>
 
 #include <cstddef>

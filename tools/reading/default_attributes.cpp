@@ -11,7 +11,7 @@ namespace tool {
 
 namespace {
 
-struct Reading {
+struct Defaults {
     std::set<AttributeName> names{};
     bool out_of_memory = false;
 };
@@ -19,13 +19,13 @@ struct Reading {
 void on_attribute(void* context, const xmlChar* element, const xmlChar* name, int type, int presence,
                   const xmlChar* value, xmlEnumerationPtr values) {
     auto* parser = static_cast<xmlParserCtxtPtr>(context);
-    auto& reading = *static_cast<Reading*>(parser->_private);
+    auto& defaults = *static_cast<Defaults*>(parser->_private);
     try {
         if (value != nullptr)
-            reading.names.emplace(reinterpret_cast<const char*>(element),
-                                  reinterpret_cast<const char*>(name));
+            defaults.names.emplace(reinterpret_cast<const char*>(element),
+                                   reinterpret_cast<const char*>(name));
     } catch (const std::bad_alloc&) {
-        reading.out_of_memory = true;
+        defaults.out_of_memory = true;
     }
     xmlSAX2AttributeDecl(context, element, name, type, presence, value, values);
 }
@@ -42,18 +42,18 @@ void on_start(void* context, const xmlChar* /*name*/, const xmlChar* /*prefix*/,
 std::set<AttributeName> find_default_attributes(std::string_view document) {
     if (!can_be_parsed(document))
         return {};
-    Reading reading;
+    Defaults defaults;
     const ParserOwner parser = create_parser(document);
-    parser->_private = &reading;
+    parser->_private = &defaults;
     xmlCtxtUseOptions(parser.get(), XML_PARSE_IGNORE_ENC);
     // The error is const from libxml2 2.12 on.
     parser->sax->serror = [](void* /*context*/, auto* /*error*/) {};
     parser->sax->attributeDecl = on_attribute;
     parser->sax->startElementNs = on_start;
     xmlParseDocument(parser.get());
-    if (reading.out_of_memory)
+    if (defaults.out_of_memory)
         throw std::bad_alloc();
-    return reading.names;
+    return defaults.names;
 }
 
 }  // namespace tool

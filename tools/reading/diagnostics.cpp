@@ -8,8 +8,8 @@
 #include <tuple>
 #include <vector>
 
+#include "reading/PlaceFinder.h"
 #include "reading/encoding.h"
-#include "reading/places.h"
 #include "reading/xml_events.h"
 #include "terminal/messages.h"
 #include "terminal/words.h"
@@ -123,8 +123,8 @@ void write_errors(const std::string& file, const std::string& document, const st
     for (std::size_t i = 0; i < count; ++i)
         write_error(file, shown, errors[i]);
     if (count < errors.size())
-        write_remark(get_label(file),
-                     std::to_string(errors.size() - count) + " more errors follow from these");
+        write_addition(get_label(file),
+                       std::to_string(errors.size() - count) + " more errors follow from these");
 }
 
 }  // namespace tool

@@ -74,12 +74,12 @@ std::string read_text(const std::string& file) {
 }
 
 std::shared_ptr<quxml::Document> parse_document(const std::string& file, const std::string& text,
-                                                bool keep_sorted, Errors errors) {
+                                                Errors errors) {
     try {
         const Progress progress("parsing " + get_label(file), 0);
         if (has_zero_character(text))
             throw quxml::DomParserError("there is a zero character");
-        return quxml::from_string(text, keep_sorted);
+        return quxml::from_string(text, false);
     } catch (const quxml::DomParserError& error) {
         if (is_out_of_memory(error, text))
             throw std::bad_alloc();

@@ -18,7 +18,7 @@ enum class Errors { written, silent };
 /// The document in a text that was read from `file`. What is wrong with it is written to standard error.
 /// \throws Failure  (io, malformed)
 std::shared_ptr<quxml::Document> parse_document(const std::string& file, const std::string& text,
-                                                bool keep_sorted, Errors errors = Errors::written);
+                                                Errors errors = Errors::written);
 
 }  // namespace tool
 

@@ -41,7 +41,8 @@ inline bool can_be_parsed(std::string_view document) {
     return !document.empty() && document.size() <= INT_MAX;
 }
 
-/// A parser that reads `document`, which has to outlive it and can be parsed. \throws std::bad_alloc
+/// A parser that reads `document`, which has to outlive it and can be parsed.
+/// \throws std::bad_alloc
 inline ParserOwner create_parser(std::string_view document) {
     ParserOwner parser(xmlCreateMemoryParserCtxt(document.data(), static_cast<int>(document.size())));
     if (!parser)

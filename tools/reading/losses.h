@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "reading/PlaceFinder.h"
 #include "reading/loss_kinds.h"
-#include "reading/places.h"
 
 namespace tool {
 

@@ -21,7 +21,6 @@ namespace tool {
 namespace {
 
 constexpr std::size_t none = std::string_view::npos;
-constexpr std::string_view declaration = "<?xml version=\"1.0\"?>";
 
 /// One space before it, none around the "=", and double quotes.
 bool is_canonical(std::string_view tag, const AttributeExtent& attribute) {
@@ -49,7 +48,7 @@ bool is_canonical_text(std::string_view text) {
 class SpellingFinder {
 public:
     explicit SpellingFinder(std::string_view text) : document(text) {
-        if (!begins_with(document, declaration))
+        if (!begins_with(document, library_declaration))
             note(0, begins_with(document, "<?xml") ? document.find("?>") + 2 : 0);
     }
 

@@ -1,8 +1,11 @@
 #include "terminal/messages.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <iostream>
 
+#include "terminal/colours.h"
 #include "terminal/terminal.h"
 #include "terminal/words.h"
 
@@ -10,18 +13,12 @@ namespace tool {
 
 namespace {
 
-constexpr const char* bold = "\033[1m";
-constexpr const char* red = "\033[1;31m";
-constexpr const char* green = "\033[1;32m";
-constexpr const char* magenta = "\033[1;35m";
-constexpr const char* plain = "\033[0m";
-
-std::string coloured(const char* colour, const std::string& text) {
-    return has_colours() ? colour + text + plain : text;
+std::string coloured(Colour colour, const std::string& text) {
+    return has_colours(STDERR_FILENO) ? in_colour(colour, text) : text;
 }
 
-std::string get_heading(const std::string& place, const char* colour, const std::string& kind) {
-    return coloured(bold, place + ": ") + coloured(colour, kind + ": ");
+std::string get_heading(const std::string& place, Colour colour, const std::string& kind) {
+    return coloured(Colour::bold, place + ": ") + coloured(colour, kind + ": ");
 }
 
 std::size_t count_characters(std::string_view text) {
@@ -34,7 +31,7 @@ std::string show(const Excerpt& excerpt) {
         return "";
     const std::string before = to_printable(excerpt.line.substr(0, excerpt.caret));
     const std::string blanks(count_characters(before), ' ');
-    return "    " + to_printable(excerpt.line) + "\n    " + blanks + coloured(green, "^") + '\n';
+    return "    " + to_printable(excerpt.line) + "\n    " + blanks + coloured(Colour::bold_green, "^") + '\n';
 }
 
 }  // namespace
@@ -56,14 +53,14 @@ void write_hint(std::string_view text) {
 }
 
 void write_warning(const std::string& file, const std::string& text) {
-    std::cerr << get_heading(get_label(file), magenta, "warning") << text << '\n';
+    std::cerr << get_heading(get_label(file), Colour::bold_magenta, "warning") << text << '\n';
 }
 
 void write_error(const std::string& place, const std::string& text, const Excerpt& excerpt) {
-    std::cerr << get_heading(place, red, "error") << to_printable(text) << '\n' << show(excerpt);
+    std::cerr << get_heading(place, Colour::bold_red, "error") << to_printable(text) << '\n' << show(excerpt);
 }
 
-void write_remark(const std::string& place, const std::string& text) {
+void write_addition(const std::string& place, const std::string& text) {
     std::cerr << place << ": " << text << '\n';
 }
 

@@ -10,9 +10,6 @@ namespace tool {
 // What the program writes to standard error, except for the bar of `Progress`. Whatever a text holds, it is harmless on
 // a terminal; a terminal that knows colours gets them.
 
-/// The FILE of a command line that names none.
-constexpr const char* standard_input = "-";
-
 /// How messages call a file: by its name, escaped so that it is one line and harmless on a terminal, or
 /// "standard input" for "-".
 std::string get_label(const std::string& file);
@@ -41,7 +38,7 @@ struct Excerpt {
 void write_error(const std::string& place, const std::string& text, const Excerpt& excerpt);
 
 /// What there is to add to errors: "PLACE: TEXT".
-void write_remark(const std::string& place, const std::string& text);
+void write_addition(const std::string& place, const std::string& text);
 
 }  // namespace tool
 

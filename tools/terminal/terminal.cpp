@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <string_view>
 
 #include "terminal/words.h"
@@ -12,16 +11,6 @@
 namespace tool {
 
 namespace {
-
-bool is_set(const char* variable) {
-    const char* value = std::getenv(variable);
-    return value != nullptr && *value != '\0';
-}
-
-bool is_dumb() {
-    const char* terminal = std::getenv("TERM");
-    return terminal == nullptr || std::string_view(terminal) == "dumb";
-}
 
 /// Some terminals take the characters U+0080 to U+009F for control characters.
 bool is_control_sequence(std::string_view character) {
@@ -112,14 +101,6 @@ std::string replace_each(std::string_view text, std::string (*replace)(std::stri
 
 bool has_terminal() {
     return isatty(STDERR_FILENO) == 1;
-}
-
-bool has_colours() {
-    return has_terminal() && !is_set("NO_COLOR") && !is_dumb();
-}
-
-bool has_coloured_output() {
-    return isatty(STDOUT_FILENO) != 0 && !is_set("NO_COLOR") && !is_dumb();
 }
 
 std::string to_printable(std::string_view text) {

@@ -9,12 +9,6 @@ namespace tool {
 /// Whether standard error is a terminal.
 bool has_terminal();
 
-/// Whether standard error may be coloured: it is a terminal that knows colours, and NO_COLOR is not set.
-bool has_colours();
-
-/// The same for standard output.
-bool has_coloured_output();
-
 /// UTF-8 text that is harmless on any terminal: control characters become question marks, tabs and line ends
 /// blanks, and bytes that are not UTF-8 question marks.
 std::string to_printable(std::string_view text);

@@ -16,6 +16,14 @@ inline bool begins_character(char byte) {
     return (static_cast<unsigned char>(byte) & mask) != continuation;
 }
 
+/// The FILE of a command line that names none.
+constexpr const char* standard_input = "-";
+
+/// As names in paths are compared: only letters of ASCII have an upper and a lower case, whatever the locale.
+inline char in_lower_case(char byte) {
+    return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
+}
+
 inline bool begins_with(std::string_view text, std::string_view beginning) {
     return text.substr(0, beginning.size()) == beginning;
 }

@@ -11,7 +11,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <map>
-#include <set>
 #include <unordered_map>
 #include <utility>
 #include <vector>

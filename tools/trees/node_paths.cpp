@@ -3,7 +3,8 @@
 #include <quxml/Element.h>
 
 #include <algorithm>
-#include <cctype>
+
+#include "terminal/words.h"
 
 namespace tool {
 
@@ -11,7 +12,7 @@ namespace {
 
 std::string in_lower_case(std::string text) {
     std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char byte) { return static_cast<char>(std::tolower(byte)); });
+                   [](char byte) { return tool::in_lower_case(byte); });
     return text;
 }
 

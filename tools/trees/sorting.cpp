@@ -3,7 +3,6 @@
 
 #include "trees/sorting.h"
 
-#include <quxml/Attribute.h>
 #include <quxml/Element.h>
 
 #include <algorithm>

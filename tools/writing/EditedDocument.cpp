@@ -78,6 +78,16 @@ bool is_forbidden(char character) {
     return is_control && white_space.find(character) == std::string_view::npos;
 }
 
+std::unordered_set<quxml::Element*> get_elements_and_parents(const std::vector<quxml::Node*>& nodes) {
+    std::unordered_set<quxml::Element*> elements;
+    for (quxml::Node* node : nodes) {
+        elements.insert(node->get_parent());
+        if (auto* element = dynamic_cast<quxml::Element*>(node))
+            elements.insert(element);
+    }
+    return elements;
+}
+
 std::string get_first_difference(const quxml::Node& wanted, const quxml::Node& read) {
     std::string difference = "its elements would have another order";
     find_differences(wanted, read, [&](const std::string& line) {
@@ -100,7 +110,7 @@ std::string get_first_error(std::string_view document) {
 EditedDocument::EditedDocument(std::string name_of_file, std::string document)
     : file(std::move(name_of_file)),
       text(std::move(document)),
-      tree(parse_document(file, text.get_bytes(), false)) {}
+      tree(parse_document(file, text.get_bytes())) {}
 
 EditedDocument::Selected EditedDocument::locate(const std::unordered_set<quxml::Element*>& elements) const {
     NumberedElements numbered = number_elements(tree->get_root_node(), elements);
@@ -211,23 +221,27 @@ void EditedDocument::add(const std::vector<quxml::Element*>& parents, const NewE
 }
 
 void EditedDocument::remove(const std::vector<quxml::Node*>& nodes) {
-    std::unordered_set<quxml::Element*> wanted;
-    for (quxml::Node* node : nodes) {
-        wanted.insert(node->get_parent());
-        if (auto* element = dynamic_cast<quxml::Element*>(node))
-            wanted.insert(element);
-    }
-    const Selected selected = locate(wanted);
     const std::unordered_set<const quxml::Node*> removed(nodes.begin(), nodes.end());
+    const Selected selected = locate(get_elements_and_parents(nodes));
+    std::vector<Patch> patches = make_removal(selected, removed);
+    for (quxml::Element* parent : selected.elements) {
+        if (removed.count(parent) == 0)
+            remove_children(*parent, removed);
+    }
+    text.apply(std::move(patches));
+}
+
+/// Of an element of which no child element is removed, all that it has is: a text.
+std::vector<Patch> EditedDocument::make_removal(const Selected& selected,
+                                                const std::unordered_set<const quxml::Node*>& removed) const {
     std::unordered_map<const quxml::Node*, std::vector<const Extent*>> children;
     for (std::size_t i = 0; i != selected.elements.size(); ++i) {
         if (removed.count(selected.elements[i]) != 0)
             children[selected.elements[i]->get_parent()].push_back(&selected.markup.extents[i]);
     }
-
     Editor editor(text.get_text(), selected.markup);
     for (std::size_t i = 0; i != selected.elements.size(); ++i) {
-        quxml::Element& parent = *selected.elements[i];
+        const quxml::Element& parent = *selected.elements[i];
         const auto found = children.find(&parent);
         if (found != children.end()) {
             editor.remove({parent, selected.markup.extents[i]}, found->second);
@@ -235,17 +249,12 @@ void EditedDocument::remove(const std::vector<quxml::Node*>& nodes) {
             editor.clear(selected.markup.extents[i]);
         }
     }
-    for (quxml::Element* parent : selected.elements) {
-        if (removed.count(parent) == 0)
-            remove_children(*parent, removed);
-    }
-    text.apply(std::move(editor.get_patches()));
+    return std::move(editor.get_patches());
 }
 
 void EditedDocument::require_to_read_back() const {
     try {
-        const std::shared_ptr<quxml::Document> read =
-            parse_document(file, text.get_bytes(), false, Errors::silent);
+        const std::shared_ptr<quxml::Document> read = parse_document(file, text.get_bytes(), Errors::silent);
         const quxml::Node& wanted = *tree->get_root_node();
         if (!is_same_tree(wanted, *read->get_root_node()))
             throw Failure(ExitCode::malformed, get_label(file) +

@@ -9,8 +9,8 @@
 #include <unordered_set>
 #include <vector>
 
+#include "writing/Editor.h"
 #include "writing/EncodedText.h"
-#include "writing/edits.h"
 
 namespace tool {
 
@@ -55,6 +55,9 @@ private:
 
     Selected locate(const std::unordered_set<quxml::Element*>& elements) const;
     Selected locate(const std::vector<quxml::Element*>& elements) const;
+
+    std::vector<Patch> make_removal(const Selected& selected,
+                                    const std::unordered_set<const quxml::Node*>& removed) const;
 
     void require_characters_of_attributes(const std::vector<Setting>& attributes) const;
     void require_characters_of_name(const std::string& name) const;

@@ -15,6 +15,7 @@
 
 #include "reading/encoding.h"
 #include "terminal/Failure.h"
+#include "terminal/words.h"
 
 namespace tool {
 
@@ -86,8 +87,8 @@ private:
 };
 
 std::size_t get_character_size(std::string_view text) {
-    const auto is_first = [](char byte) { return (static_cast<unsigned char>(byte) & 0xc0U) != 0x80; };
-    return static_cast<std::size_t>(std::find_if(text.begin() + 1, text.end(), is_first) - text.begin());
+    return static_cast<std::size_t>(std::find_if(text.begin() + 1, text.end(), begins_character) -
+                                    text.begin());
 }
 
 unsigned long get_code_point(std::string_view character) {

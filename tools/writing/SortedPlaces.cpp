@@ -39,15 +39,15 @@ std::size_t find_child(const quxml::Element& parent, const NewElement& added) {
 
 }  // namespace
 
-std::optional<Place> SortedPlaces::find(const Located& parent, const NewElement& added) const {
-    const std::size_t item = find_item(items, parent.extent.begin);
-    if (items[item].is_mixed && parent.extent.elements != 0)
+std::optional<SortedPlace> SortedPlaces::find(const Located& parent, const NewElement& added) const {
+    const std::size_t piece = find_piece(pieces, parent.extent.begin);
+    if (pieces[piece].is_mixed && parent.extent.elements != 0)
         throw refusal(parent.element, "has text beside its elements, which are then never sorted");
     const std::size_t child = find_child(parent.element, added);
-    const std::vector<std::size_t> begins = find_units(document, items, item);
+    const std::vector<std::size_t> begins = find_units(document, pieces, piece);
     if (child == begins.size())
         return std::nullopt;
-    return Place{child, begins.at(child)};
+    return SortedPlace{child, begins.at(child)};
 }
 
 }  // namespace tool

@@ -6,13 +6,13 @@
 #include <string_view>
 #include <vector>
 
-#include "writing/edits.h"
+#include "writing/Editor.h"
 #include "writing/outline.h"
 
 namespace tool {
 
 /// A child of an element, and where it begins in the text, with the remarks that belong to it.
-struct Place {
+struct SortedPlace {
     std::size_t child;
     std::size_t begin;
 };
@@ -21,15 +21,15 @@ struct Place {
 class SortedPlaces {
 public:
     /// \param text  of the document, which stays as it is
-    explicit SortedPlaces(std::string_view text) : document(text), items(get_outline(text)) {}
+    explicit SortedPlaces(std::string_view text) : document(text), pieces(get_outline(text)) {}
 
     /// The child before which an element is to be added; nothing if that is after all of them.
     /// \throws Failure  (malformed) if the elements of the parent are not sorted, or stand beside text
-    std::optional<Place> find(const Located& parent, const NewElement& added) const;
+    std::optional<SortedPlace> find(const Located& parent, const NewElement& added) const;
 
 private:
     std::string_view document;
-    std::vector<Item> items;
+    std::vector<Piece> pieces;
 };
 
 }  // namespace tool

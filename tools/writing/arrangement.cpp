@@ -1,5 +1,5 @@
 // What the library reads of a sorted document is compared as the text that it would write of it: so no two trees are held
-// at once. A document that is only laid out needs no tree: where the same items have the same bytes, the same is read.
+// at once. A document that is only laid out needs no tree: where the same pieces have the same bytes, the same is read.
 
 #include "writing/arrangement.h"
 
@@ -19,14 +19,11 @@
 #include "writing/formatting.h"
 #include "writing/moving.h"
 #include "writing/outline.h"
+#include "writing/read_back.h"
 
 namespace tool {
 
 namespace {
-
-std::string get_indent(const std::string& option) {
-    return option == "tab" ? "\t" : std::string(std::stoul(option), ' ');
-}
 
 /// What the library would write, with escapes that leave no doubt.
 std::string write_tree(quxml::Node& root) {
@@ -36,94 +33,70 @@ std::string write_tree(quxml::Node& root) {
     return text;
 }
 
-std::vector<Item> find_items(const std::string& file, const EncodedText& text) {
+std::vector<Piece> find_pieces(const std::string& file, const EncodedText& text) {
     const Progress progress("looking for elements", 0);
-    std::vector<Item> items = get_outline(text.get_text());
-    if (items.front().end != text.get_text().size())
+    std::vector<Piece> pieces = get_outline(text.get_text());
+    if (pieces.front().end != text.get_text().size())
         throw Failure(ExitCode::malformed,
                       get_label(file) + ": not all of its elements are found in its text");
-    return items;
+    return pieces;
 }
 
 /// Elements in mixed content stay where they are, and so does what is in them.
-std::vector<bool> find_fixed_elements(const std::vector<Item>& items) {
+std::vector<bool> find_fixed_elements(const std::vector<Piece>& pieces) {
     std::vector<bool> fixed;
     std::size_t fixed_up_to = 0;
-    for (std::size_t i = 0; i != items.size(); ++i) {
-        if (items[i].is_mixed)
-            fixed_up_to = std::max(fixed_up_to, items[i].after);
-        if (items[i].kind == ItemKind::element)
+    for (std::size_t i = 0; i != pieces.size(); ++i) {
+        if (pieces[i].is_mixed)
+            fixed_up_to = std::max(fixed_up_to, pieces[i].after);
+        if (pieces[i].kind == PieceKind::element)
             fixed.push_back(i < fixed_up_to);
     }
     return fixed;
 }
 
-Failure refusal(const std::string& file) {
-    return {ExitCode::malformed,
-            get_label(file) + ": not written: the result would not be read back as it is"};
-}
-
-bool reads_back(const std::string& file, const std::string& bytes, const std::string& wanted) {
-    try {
-        return write_tree(*parse_document(file, bytes, false, Errors::silent)->get_root_node()) == wanted;
-    } catch (const Failure& failure) {
-        if (failure.get_code() != ExitCode::malformed)
-            throw;
-        return false;
-    }
-}
-
 /// Sorts the tree and the text, and compares them.
 void sort(const std::string& file, std::shared_ptr<quxml::Document> document, EncodedText& text) {
     quxml::Element* const root = document->get_root_node();
-    const std::vector<Item> items = find_items(file, text);
-    const std::vector<Order> orders = sort_tree(file, root, find_fixed_elements(items));
+    const std::vector<Piece> pieces = find_pieces(file, text);
+    const std::vector<Order> orders = sort_tree(file, root, find_fixed_elements(pieces));
     if (orders.empty())
         return;
     const std::string wanted = write_tree(*root);
     document.reset();  // what follows needs the memory
-    text.apply(move_elements(text.get_text(), items, orders));
-    if (!reads_back(file, text.get_bytes(), wanted))
-        throw refusal(file);
+    text.apply(move_elements(text.get_text(), pieces, orders));
+    require_to_read_back(file, text.get_bytes(),
+                         [&](quxml::Element& read) { return write_tree(read) == wanted; });
 }
 
 /// The encoding must not follow from the declaration alone.
 void remove_declaration(const std::string& file, EncodedText& text) {
-    const std::vector<Item> items = find_items(file, text);
-    if (items[1].kind != ItemKind::declaration)
+    const std::vector<Piece> pieces = find_pieces(file, text);
+    if (pieces[1].kind != PieceKind::declaration)
         return;
-    const std::string rest(text.get_text().substr(items[2].begin));
-    text.apply({{0, items[2].begin, ""}});
+    const std::string rest(text.get_text().substr(pieces[2].begin));
+    text.apply({{0, pieces[2].begin, ""}});
     text = EncodedText(text.take_bytes());
     if (text.get_text() != rest)
-        throw refusal(file);
+        refuse_to_write(file);
 }
 
 /// Lays out the text, and compares it with the old one, as it is taken for by then.
 void format(const std::string& file, EncodedText& text, const Layout& layout) {
     if (!layout.has_declaration)
         remove_declaration(file, text);
-    const std::vector<Item> items = find_items(file, text);
-    std::vector<Patch> patches = tool::format(text.get_text(), items, layout);
+    const std::vector<Piece> pieces = find_pieces(file, text);
+    std::vector<Patch> patches = tool::format(text.get_text(), pieces, layout);
     if (patches.empty())
         return;
     const std::string before(text.get_text());
     text.apply(std::move(patches));
     text = EncodedText(text.take_bytes());
-    if (!differ_only_in_layout(before, items, text.get_text(), find_items(file, text)))
-        throw refusal(file);
+    if (!differ_only_in_layout(before, pieces, text.get_text(), find_pieces(file, text)))
+        refuse_to_write(file);
 }
 
 }  // namespace
-
-Layout get_layout(const RewriteOptions& options) {
-    Layout layout;
-    layout.has_declaration = !options.no_declaration;
-    layout.compact = options.compact;
-    if (!options.indent.empty())
-        layout.indent = get_indent(options.indent);
-    return layout;
-}
 
 std::vector<Order> sort_tree(const std::string& file, quxml::Node* root, const std::vector<bool>& fixed) {
     try {
@@ -137,7 +110,7 @@ std::vector<Order> sort_tree(const std::string& file, quxml::Node* root, const s
 
 std::string arrange(const RewriteOptions& options, const std::string& bytes) {
     const std::string& file = options.file;
-    std::shared_ptr<quxml::Document> document = parse_document(file, bytes, false);
+    std::shared_ptr<quxml::Document> document = parse_document(file, bytes);
     if (!options.sorted)
         document.reset();
     EncodedText text(bytes);  // a copy only now: most memory is needed for parsing

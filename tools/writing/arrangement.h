@@ -17,10 +17,8 @@ namespace tool {
 /// \throws Failure  (malformed, io)
 std::string arrange(const RewriteOptions& options, const std::string& bytes);
 
-/// The layout that the options ask for.
-Layout get_layout(const RewriteOptions& options);
-
-/// Sorts the tree of a file, and says how. \throws Failure  (malformed) if it has items that cannot be compared.
+/// Sorts the tree of a file, and says how.
+/// \throws Failure  (malformed) if it has pieces that cannot be compared.
 std::vector<Order> sort_tree(const std::string& file, quxml::Node* root, const std::vector<bool>& fixed = {});
 
 }  // namespace tool

@@ -14,6 +14,7 @@
 #include "writing/arrangement.h"
 #include "writing/escaping.h"
 #include "writing/layout.h"
+#include "writing/read_back.h"
 
 namespace tool {
 
@@ -40,25 +41,20 @@ void refuse_or_warn(const RewriteOptions& options, const std::string& text) {
         write_warning(options.file, get_warning(options, losses));
 }
 
-/// The attribute values of `root` have been escaped for writing, so those that were read are escaped as well.
-bool reads_back(const RewriteOptions& options, const quxml::Node& root, const std::string& text) {
-    try {
-        const std::shared_ptr<quxml::Document> read =
-            parse_document(options.file, text, false, Errors::silent);
-        escape_attributes(read->get_root_node());
-        return is_same_tree(root, *read->get_root_node());
-    } catch (const Failure& failure) {
-        if (failure.get_code() != ExitCode::malformed)
-            throw;
-        return false;
-    }
+/// The attribute values of `root` have been escaped for writing, so those that are read are escaped as well.
+void require_tree_to_read_back(const RewriteOptions& options, const quxml::Node& root,
+                               const std::string& text) {
+    require_to_read_back(options.file, text, [&](quxml::Element& read) {
+        escape_attributes(&read);
+        return is_same_tree(root, read);
+    });
 }
 
 }  // namespace
 
 std::string write_canonical(const RewriteOptions& options, const std::string& text) {
-    const std::shared_ptr<quxml::Document> document = parse_document(options.file, text, false);
-    quxml::Node* const root = document->get_root_node();
+    const std::shared_ptr<quxml::Document> document = parse_document(options.file, text);
+    quxml::Element* const root = document->get_root_node();
     if (options.sorted)
         sort_tree(options.file, root);
     refuse_or_warn(options, text);
@@ -69,9 +65,8 @@ std::string write_canonical(const RewriteOptions& options, const std::string& te
         written = write_document(*document, get_layout(options));
         escape_carriage_returns(written);
     }
-    if (options.in_place && !reads_back(options, *root, written))
-        throw Failure(ExitCode::malformed,
-                      get_label(options.file) + ": not written: the result would not be read back as it is");
+    if (options.in_place)
+        require_tree_to_read_back(options, *root, written);
     return written;
 }
 

@@ -3,6 +3,7 @@
 #include "reading/input.h"
 #include "terminal/Failure.h"
 #include "terminal/output.h"
+#include "terminal/words.h"
 #include "writing/replace_file.h"
 #include "writing/unified_diff.h"
 

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "terminal/exit_codes.h"
-#include "terminal/messages.h"
+#include "terminal/words.h"
 
 namespace tool {
 

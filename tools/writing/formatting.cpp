@@ -12,43 +12,43 @@ namespace tool {
 
 namespace {
 
-bool has_lines_inside(const std::vector<Item>& items, std::size_t i) {
-    return items[i].after > i + 1 && !items[i].is_mixed && !items[i].preserves_space;
+bool has_lines_inside(const std::vector<Piece>& pieces, std::size_t i) {
+    return pieces[i].after > i + 1 && !pieces[i].is_mixed && !pieces[i].preserves_space;
 }
 
-/// What is written in an item itself: all of it, or its tags if only white space stands between the items in it.
+/// What is written in a piece itself: all of it, or its tags if only white space stands between the pieces in it.
 struct Written {
     std::string_view start;
     std::string_view end;
 };
 
-Written get_written(std::string_view document, const std::vector<Item>& items, std::size_t i) {
-    const Item& item = items[i];
-    if (item.kind == ItemKind::document)
+Written get_written(std::string_view document, const std::vector<Piece>& pieces, std::size_t i) {
+    const Piece& piece = pieces[i];
+    if (piece.kind == PieceKind::document)
         return {};
-    if (!has_lines_inside(items, i))
-        return {document.substr(item.begin, item.end - item.begin), {}};
-    return {document.substr(item.begin, item.content - item.begin),
-            document.substr(item.content_end, item.end - item.content_end)};
+    if (!has_lines_inside(pieces, i))
+        return {document.substr(piece.begin, piece.end - piece.begin), {}};
+    return {document.substr(piece.begin, piece.content - piece.begin),
+            document.substr(piece.content_end, piece.end - piece.content_end)};
 }
 
 class Formatter {
 public:
-    Formatter(std::string_view text, const std::vector<Item>& outline, const Layout& chosen)
-        : document(text), items(outline), layout(chosen), line_end(find_line_end(text)) {}
+    Formatter(std::string_view text, const std::vector<Piece>& outline, const Layout& chosen)
+        : document(text), pieces(outline), layout(chosen), line_end(find_line_end(text)) {}
 
     std::vector<Patch> run() {
         opened.push_back(0);
-        for (std::size_t i = 1; i != items.size();) {
-            while (items[opened.back()].after <= i)
+        for (std::size_t i = 1; i != pieces.size();) {
+            while (pieces[opened.back()].after <= i)
                 close();
-            replace_space(items[i].begin, edge == 0 ? "" : get_separator(opened.size() - 1));
-            if (has_lines_inside(items, i)) {
+            replace_space(pieces[i].begin, edge == 0 ? "" : get_separator(opened.size() - 1));
+            if (has_lines_inside(pieces, i)) {
                 opened.push_back(i);
-                edge = items[i++].content;
+                edge = pieces[i++].content;
             } else {
-                edge = items[i].end;
-                i = items[i].after;
+                edge = pieces[i].end;
+                i = pieces[i].after;
             }
         }
         while (opened.size() > 1)
@@ -59,10 +59,10 @@ public:
 
 private:
     void close() {
-        const Item& item = items[opened.back()];
+        const Piece& piece = pieces[opened.back()];
         opened.pop_back();
-        replace_space(item.content_end, get_separator(opened.size() - 1));
-        edge = item.end;
+        replace_space(piece.content_end, get_separator(opened.size() - 1));
+        edge = piece.end;
     }
 
     std::string get_separator(std::size_t level) const {
@@ -83,28 +83,29 @@ private:
     }
 
     std::string_view document;
-    const std::vector<Item>& items;
+    const std::vector<Piece>& pieces;
     const Layout& layout;
     std::string line_end;
-    std::vector<std::size_t> opened;  // the items that are still open
+    std::vector<std::size_t> opened;  // the pieces that are still open
     std::size_t edge = 0;             // where the last tag or remark ends
     std::vector<Patch> patches;
 };
 
 }  // namespace
 
-std::vector<Patch> format(std::string_view document, const std::vector<Item>& items, const Layout& layout) {
-    return Formatter(document, items, layout).run();
+std::vector<Patch> format(std::string_view document, const std::vector<Piece>& pieces, const Layout& layout) {
+    return Formatter(document, pieces, layout).run();
 }
 
-bool differ_only_in_layout(std::string_view one, const std::vector<Item>& items, std::string_view other,
-                           const std::vector<Item>& other_items) {
-    if (items.size() != other_items.size())
+bool differ_only_in_layout(std::string_view one, const std::vector<Piece>& pieces, std::string_view other,
+                           const std::vector<Piece>& other_pieces) {
+    if (pieces.size() != other_pieces.size())
         return false;
-    for (std::size_t i = 0; i != items.size(); i = has_lines_inside(items, i) ? i + 1 : items[i].after) {
-        const Written written = get_written(one, items, i);
-        const Written other_written = get_written(other, other_items, i);
-        const bool is_same = items[i].kind == other_items[i].kind && items[i].after == other_items[i].after &&
+    for (std::size_t i = 0; i != pieces.size(); i = has_lines_inside(pieces, i) ? i + 1 : pieces[i].after) {
+        const Written written = get_written(one, pieces, i);
+        const Written other_written = get_written(other, other_pieces, i);
+        const bool is_same = pieces[i].kind == other_pieces[i].kind &&
+                             pieces[i].after == other_pieces[i].after &&
                              written.start == other_written.start && written.end == other_written.end;
         if (!is_same)
             return false;

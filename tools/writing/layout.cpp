@@ -1,16 +1,16 @@
 #include "writing/layout.h"
 
 #include <quxml/Element.h>
-#include <quxml/TextNode.h>
 
 #include <cstddef>
 #include <vector>
+
+#include "reading/spelling.h"
 
 namespace tool {
 
 namespace {
 
-constexpr const char* standard_declaration = "<?xml version=\"1.0\"?>";
 constexpr const char* library_indent = "  ";
 
 /// Writes as the library does, with another indentation.
@@ -21,28 +21,28 @@ public:
     std::string write(const quxml::Node& root) {
         pending.push_back({&root, 0, false});
         while (!pending.empty()) {
-            const Step step = pending.back();
+            const Pending next = pending.back();
             pending.pop_back();
-            write_step(step);
+            write_next(next);
         }
         return out;
     }
 
 private:
-    struct Step {
+    struct Pending {
         const quxml::Node* node;
         std::size_t level;
         bool is_end;  // only the closing tag is left to write
     };
 
-    void write_step(const Step& step) {
-        const auto* element = dynamic_cast<const quxml::Element*>(step.node);
+    void write_next(const Pending& next) {
+        const auto* element = dynamic_cast<const quxml::Element*>(next.node);
         if (element == nullptr || !has_lines_inside(*element))
-            write_line(*step.node, step.level);
-        else if (step.is_end)
-            write_closing_tag(*element, step.level);
+            write_line(*next.node, next.level);
+        else if (next.is_end)
+            write_closing_tag(*element, next.level);
         else
-            open(*element, step.level);
+            open(*element, next.level);
     }
 
     /// Text that is alone stands on the line of its tags.
@@ -80,7 +80,7 @@ private:
 
     std::string indent;
     std::string out;
-    std::vector<Step> pending;
+    std::vector<Pending> pending;
 };
 
 std::string write_tree(const quxml::Node& root, const Layout& layout) {
@@ -93,8 +93,17 @@ std::string write_tree(const quxml::Node& root, const Layout& layout) {
 
 }  // namespace
 
+Layout get_layout(const RewriteOptions& options) {
+    Layout layout;
+    layout.has_declaration = !options.no_declaration;
+    layout.compact = options.compact;
+    if (!options.indent.empty())
+        layout.indent = options.indent == "tab" ? "\t" : std::string(std::stoul(options.indent), ' ');
+    return layout;
+}
+
 std::string write_document(const quxml::Document& document, const Layout& layout) {
-    const std::string declaration = layout.has_declaration ? standard_declaration : "";
+    const std::string declaration = layout.has_declaration ? library_declaration : "";
     const char* const line_end = layout.has_declaration && !layout.compact ? "\n" : "";
     return declaration + line_end + write_tree(*document.get_root_node(), layout);
 }

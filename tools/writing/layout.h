@@ -5,6 +5,8 @@
 
 #include <string>
 
+#include "writing/rewrite.h"
+
 namespace tool {
 
 /// How a document is laid out as text.
@@ -13,6 +15,9 @@ struct Layout {
     bool compact = false;         // everything on one line
     std::string indent = "  ";    // for each level
 };
+
+/// The layout that the options ask for.
+Layout get_layout(const RewriteOptions& options);
 
 /// The document as text that ends with a line feed. Its attribute values have been escaped.
 std::string write_document(const quxml::Document& document, const Layout& layout);

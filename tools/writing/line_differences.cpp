@@ -130,20 +130,8 @@ private:
         const std::size_t other_size = region.other_end - region.other_begin;
         std::vector<Reached> steps;
         for (std::size_t length = 0;; ++length) {
-            Reached reached(length + 1, none);
-            std::size_t best = 0;
-            std::size_t best_sum = 0;
-            for (std::size_t i = 0; i <= length; ++i) {
-                reached[i] = advance(region, steps, length, i);
-                if (reached[i] == none)
-                    continue;
-                const std::size_t other = get_other(reached[i], length, i);
-                if (reached[i] + other >= best_sum) {
-                    best_sum = reached[i] + other;
-                    best = i;
-                }
-            }
-            steps.push_back(std::move(reached));
+            steps.push_back(advance_all(region, steps, length));
+            const std::size_t best = find_furthest(steps.back());
             const std::size_t line = steps.back()[best];
             const std::size_t other = get_other(line, length, best);
             if ((line == size && other == other_size) || length == longest) {
@@ -151,6 +139,29 @@ private:
                 return {region.begin + line, region.other_begin + other};
             }
         }
+    }
+
+    Reached advance_all(const Region& region, const std::vector<Reached>& steps, std::size_t length) const {
+        Reached reached(length + 1);
+        for (std::size_t i = 0; i <= length; ++i)
+            reached[i] = advance(region, steps, length, i);
+        return reached;
+    }
+
+    /// The series that has passed most lines of both texts; of several the one with most deletions.
+    static std::size_t find_furthest(const Reached& reached) {
+        std::size_t best = 0;
+        std::size_t best_sum = 0;
+        for (std::size_t i = 0; i != reached.size(); ++i) {
+            if (reached[i] == none)
+                continue;
+            const std::size_t sum = reached[i] + get_other(reached[i], reached.size() - 1, i);
+            if (sum >= best_sum) {
+                best_sum = sum;
+                best = i;
+            }
+        }
+        return best;
     }
 
     static constexpr std::size_t none = SIZE_MAX;

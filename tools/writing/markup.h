@@ -8,7 +8,8 @@
 
 namespace tool {
 
-/// Where an element stands in its document, in bytes, and what is directly in it.
+/// Where an element stands in its document, in bytes, and what is directly in it. Edits take it, of the elements they
+/// change; what goes through a whole document takes its pieces (outline.h).
 struct Extent {
     std::size_t begin;            // of the start tag
     std::size_t tag_end;          // the byte after the start tag

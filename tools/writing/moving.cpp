@@ -11,20 +11,18 @@
 #include <string>
 #include <utility>
 
-#include "terminal/words.h"
-
 namespace tool {
 
 namespace {
 
-struct Range {
+struct Stretch {
     std::size_t begin;
     std::size_t end;
 };
 
 /// The units of a parent, from the first to the last, and the order that they get.
-struct Region {
-    std::vector<Range> units;
+struct UnitGroup {
+    std::vector<Stretch> units;
     const std::vector<std::size_t>& order;
 
     std::size_t get_begin() const { return units.front().begin; }
@@ -33,15 +31,15 @@ struct Region {
 
 class UnitFinder {
 public:
-    UnitFinder(std::string_view text, const std::vector<Item>& outline) : document(text), items(outline) {}
+    UnitFinder(std::string_view text, const std::vector<Piece>& outline) : document(text), pieces(outline) {}
 
-    std::vector<Range> find(std::size_t parent) {
-        edge = items[parent].content;
-        for (std::size_t i = parent + 1; i != items[parent].after; i = get_next_child(items, i)) {
-            if (items[i].kind == ItemKind::element) {
-                add_unit(items[i]);
+    std::vector<Stretch> find(std::size_t parent) {
+        edge = pieces[parent].content;
+        for (std::size_t i = parent + 1; i != pieces[parent].after; i = get_next_child(pieces, i)) {
+            if (pieces[i].kind == PieceKind::element) {
+                add_unit(pieces[i]);
             } else {
-                remarks.push_back({items[i].begin, items[i].end});
+                remarks.push_back({pieces[i].begin, pieces[i].end});
             }
         }
         give_to_last_unit(count_remarks_on_line());
@@ -49,7 +47,7 @@ public:
     }
 
 private:
-    void add_unit(const Item& element) {
+    void add_unit(const Piece& element) {
         const std::size_t on_line = count_remarks_on_line();
         const bool share_line = on_line == remarks.size() && !has_line_end_before(element.begin);
         const std::size_t given = share_line ? 0 : on_line;
@@ -94,94 +92,94 @@ private:
     }
 
     std::string_view document;
-    const std::vector<Item>& items;
-    std::size_t edge = 0;        // where the parent's start tag or the last unit's element ends
-    std::vector<Range> remarks;  // since then
-    std::vector<Range> units;
+    const std::vector<Piece>& pieces;
+    std::size_t edge = 0;          // where the parent's start tag or the last unit's element ends
+    std::vector<Stretch> remarks;  // since then
+    std::vector<Stretch> units;
 };
 
 class Mover {
 public:
-    Mover(std::string_view text, std::vector<Region> found) : document(text), regions(std::move(found)) {}
+    Mover(std::string_view text, std::vector<UnitGroup> found) : document(text), groups(std::move(found)) {}
 
     std::vector<Patch> run() {
         std::vector<Patch> patches;
         std::size_t done = 0;
-        for (const Region& region : regions) {
-            if (region.get_begin() < done)
+        for (const UnitGroup& group : groups) {
+            if (group.get_begin() < done)
                 continue;
-            done = region.get_end();
-            patches.push_back({region.get_begin(), done, write(region)});
+            done = group.get_end();
+            patches.push_back({group.get_begin(), done, write(group)});
         }
         return patches;
     }
 
 private:
-    std::string write(const Region& region) {
+    std::string write(const UnitGroup& group) {
         std::string text;
-        text.reserve(region.get_end() - region.get_begin());
-        add_pieces(region);
+        text.reserve(group.get_end() - group.get_begin());
+        add_parts(group);
         while (!pending.empty()) {
-            const Range range = pending.back();
+            const Stretch stretch = pending.back();
             pending.pop_back();
-            const Region* const inner = find_region_in(range);
-            text += document.substr(range.begin,
-                                    (inner == nullptr ? range.end : inner->get_begin()) - range.begin);
+            const UnitGroup* const inner = find_group_in(stretch);
+            text += document.substr(stretch.begin,
+                                    (inner == nullptr ? stretch.end : inner->get_begin()) - stretch.begin);
             if (inner == nullptr)
                 continue;
-            pending.push_back({inner->get_end(), range.end});
-            add_pieces(*inner);
+            pending.push_back({inner->get_end(), stretch.end});
+            add_parts(*inner);
         }
         return text;
     }
 
     /// The last to be written comes first.
-    void add_pieces(const Region& region) {
-        const std::vector<Range>& units = region.units;
+    void add_parts(const UnitGroup& group) {
+        const std::vector<Stretch>& units = group.units;
         for (std::size_t place = units.size(); place-- != 0;) {
-            pending.push_back(units[region.order[place]]);
+            pending.push_back(units[group.order[place]]);
             if (place != 0)
                 pending.push_back({units[place - 1].end, units[place].begin});
         }
     }
 
-    /// The first one; it begins within an element, and so after the beginning of the range.
-    const Region* find_region_in(const Range& range) const {
+    /// The first one; it begins within an element, and so after the beginning of the stretch.
+    const UnitGroup* find_group_in(const Stretch& stretch) const {
         const auto found = std::upper_bound(
-            regions.begin(), regions.end(), range.begin,
-            [](std::size_t place, const Region& region) { return place < region.get_begin(); });
-        return found != regions.end() && found->get_begin() < range.end ? &*found : nullptr;
+            groups.begin(), groups.end(), stretch.begin,
+            [](std::size_t place, const UnitGroup& group) { return place < group.get_begin(); });
+        return found != groups.end() && found->get_begin() < stretch.end ? &*found : nullptr;
     }
 
     std::string_view document;
-    std::vector<Region> regions;  // in document order
-    std::vector<Range> pending;
+    std::vector<UnitGroup> groups;  // in document order
+    std::vector<Stretch> pending;
 };
 
-std::vector<Region> find_regions(std::string_view document, const std::vector<Item>& items,
-                                 const std::vector<Order>& orders) {
-    std::vector<Region> regions;
-    regions.reserve(orders.size());
+std::vector<UnitGroup> find_groups(std::string_view document, const std::vector<Piece>& pieces,
+                                   const std::vector<Order>& orders) {
+    std::vector<UnitGroup> groups;
+    groups.reserve(orders.size());
     std::size_t number = 0;
-    for (std::size_t i = 0; i != items.size() && regions.size() != orders.size(); ++i) {
-        const Order& next = orders[regions.size()];
-        if (items[i].kind == ItemKind::element && number++ == next.element)
-            regions.push_back({UnitFinder(document, items).find(i), next.children});
+    for (std::size_t i = 0; i != pieces.size() && groups.size() != orders.size(); ++i) {
+        const Order& next = orders[groups.size()];
+        if (pieces[i].kind == PieceKind::element && number++ == next.element)
+            groups.push_back({UnitFinder(document, pieces).find(i), next.children});
     }
-    return regions;
+    return groups;
 }
 
 }  // namespace
 
-std::vector<Patch> move_elements(std::string_view document, const std::vector<Item>& items,
+std::vector<Patch> move_elements(std::string_view document, const std::vector<Piece>& pieces,
                                  const std::vector<Order>& orders) {
-    return Mover(document, find_regions(document, items, orders)).run();
+    return Mover(document, find_groups(document, pieces, orders)).run();
 }
 
-std::vector<std::size_t> find_units(std::string_view document, const std::vector<Item>& items,
+std::vector<std::size_t> find_units(std::string_view document, const std::vector<Piece>& pieces,
                                     std::size_t parent) {
     std::vector<std::size_t> begins;
-    for (const Range& unit : UnitFinder(document, items).find(parent))
+    for (const Stretch& unit : UnitFinder(document, pieces).find(parent))
         begins.push_back(unit.begin);
     return begins;
 }

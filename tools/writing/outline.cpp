@@ -1,4 +1,4 @@
-// Between items there is nothing but text. So it is enough to know where the items are: an element is mixed if anything
+// Between pieces there is nothing but text. So it is enough to know where the pieces are: an element is mixed if anything
 // but white space stands between two of them, be it text, a section of CDATA or a reference.
 
 #include "writing/outline.h"
@@ -29,11 +29,11 @@ bool preserves_space(std::string_view document, const Event& event) {
 class OutlineReader {
 public:
     explicit OutlineReader(std::string_view text) : document(text) {
-        add(ItemKind::document, 0, 0);
+        add(PieceKind::document, 0, 0);
         opened.push_back(0);
         const bool has_declaration = begins_with(document, "<?xml") && is_white_space(document.substr(5, 1));
         if (has_declaration)
-            add(ItemKind::declaration, 0, document.find("?>") + 2);
+            add(PieceKind::declaration, 0, document.find("?>") + 2);
     }
 
     void take(const Event& event) {
@@ -47,47 +47,47 @@ public:
                 break;
             case EventKind::doctype:
                 note_text_before(event.begin);
-                add(ItemKind::remark, event.begin, event.begin);
+                add(PieceKind::remark, event.begin, event.begin);
                 is_in_doctype = true;
                 break;
             case EventKind::comment:
             case EventKind::instruction:
                 note_text_before(event.begin);
-                add(ItemKind::remark, event.begin, event.end);
+                add(PieceKind::remark, event.begin, event.end);
                 break;
             default:
                 break;
         }
     }
 
-    std::vector<Item> finish(bool is_well_formed) {
+    std::vector<Piece> finish(bool is_well_formed) {
         if (is_well_formed && opened.size() == 1) {
             note_text_before(document.size());
             close(document.size(), document.size());
         }
-        return std::move(items);
+        return std::move(pieces);
     }
 
 private:
-    void add(ItemKind kind, std::size_t begin, std::size_t end) {
-        items.push_back({kind, begin, end, end, end, items.size() + 1});
+    void add(PieceKind kind, std::size_t begin, std::size_t end) {
+        pieces.push_back({kind, begin, end, end, end, pieces.size() + 1});
         edge = end;
     }
 
     void open(const Event& event) {
         note_text_before(event.begin);
         const std::size_t tag_end = event.end + (document[event.end] == '/' ? 2 : 1);
-        opened.push_back(items.size());
-        add(ItemKind::element, event.begin, tag_end);
-        items.back().preserves_space = tool::preserves_space(document, event);
+        opened.push_back(pieces.size());
+        add(PieceKind::element, event.begin, tag_end);
+        pieces.back().preserves_space = tool::preserves_space(document, event);
     }
 
     void close(std::size_t content_end, std::size_t end) {
-        Item& item = items[opened.back()];
+        Piece& piece = pieces[opened.back()];
         opened.pop_back();
-        item.content_end = content_end;
-        item.end = end;
-        item.after = items.size();
+        piece.content_end = content_end;
+        piece.end = end;
+        piece.after = pieces.size();
         edge = end;
     }
 
@@ -95,26 +95,26 @@ private:
         if (is_in_doctype)
             end_doctype(begin);
         if (!is_white_space(document.substr(edge, begin - edge)))
-            items[opened.back()].is_mixed = true;
+            pieces[opened.back()].is_mixed = true;
     }
 
     /// Where it ends is known once something else begins.
     void end_doctype(std::size_t next) {
         edge = document.substr(0, next).find_last_not_of(white_space) + 1;
-        items.back().content = items.back().content_end = items.back().end = edge;
+        pieces.back().content = pieces.back().content_end = pieces.back().end = edge;
         is_in_doctype = false;
     }
 
     std::string_view document;
-    std::vector<Item> items;
-    std::vector<std::size_t> opened;  // the items that are still open
+    std::vector<Piece> pieces;
+    std::vector<std::size_t> opened;  // the pieces that are still open
     std::size_t edge = 0;             // where the last tag or remark ends
     bool is_in_doctype = false;
 };
 
 }  // namespace
 
-std::vector<Item> get_outline(std::string_view document) {
+std::vector<Piece> get_outline(std::string_view document) {
     OutlineReader reader(document);
     const std::vector<Problem> problems =
         read_events(document, [&](const Event& event) { reader.take(event); });
@@ -123,12 +123,12 @@ std::vector<Item> get_outline(std::string_view document) {
     return reader.finish(is_well_formed);
 }
 
-/// The document's own item can begin where another does.
-std::size_t find_item(const std::vector<Item>& items, std::size_t begin) {
+/// The document's own piece can begin where another does.
+std::size_t find_piece(const std::vector<Piece>& pieces, std::size_t begin) {
     const auto found =
-        std::lower_bound(items.begin() + 1, items.end(), begin,
-                         [](const Item& item, std::size_t place) { return item.begin < place; });
-    return static_cast<std::size_t>(found - items.begin());
+        std::lower_bound(pieces.begin() + 1, pieces.end(), begin,
+                         [](const Piece& piece, std::size_t place) { return piece.begin < place; });
+    return static_cast<std::size_t>(found - pieces.begin());
 }
 
 }  // namespace tool

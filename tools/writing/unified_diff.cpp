@@ -1,11 +1,13 @@
 #include "writing/unified_diff.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstddef>
 #include <string_view>
 #include <vector>
 
-#include "terminal/terminal.h"
+#include "terminal/colours.h"
 #include "writing/line_differences.h"
 
 namespace tool {
@@ -63,8 +65,8 @@ public:
         : lines(some), others(more), has_colour(with_colours) {}
 
     void write_names(const std::string& name) {
-        write_coloured(bold, "--- " + name);
-        write_coloured(bold, "+++ " + name);
+        write_coloured(Colour::bold, "--- " + name);
+        write_coloured(Colour::bold, "+++ " + name);
     }
 
     /// Differences that are close to each other, with the lines around them.
@@ -72,43 +74,33 @@ public:
         const LineDifference& last = *(end - 1);
         const std::size_t before = std::min(first->begin, lines_around);
         const std::size_t after = std::min(lines.size() - last.end, lines_around);
-        write_coloured(cyan, "@@ -" + get_range(first->begin - before, last.end + after) + " +" +
-                                 get_range(first->other_begin - before, last.other_end + after) + " @@");
+        write_coloured(Colour::cyan, "@@ -" + get_range(first->begin - before, last.end + after) + " +" +
+                                         get_range(first->other_begin - before, last.other_end + after) +
+                                         " @@");
         std::size_t line = first->begin - before;
         for (; first != end; ++first) {
-            write_lines(lines, line, first->begin, ' ', "");
-            write_lines(lines, first->begin, first->end, '-', red);
-            write_lines(others, first->other_begin, first->other_end, '+', green);
+            write_lines(lines, line, first->begin, ' ', Colour::plain);
+            write_lines(lines, first->begin, first->end, '-', Colour::red);
+            write_lines(others, first->other_begin, first->other_end, '+', Colour::green);
             line = first->end;
         }
-        write_lines(lines, line, line + after, ' ', "");
+        write_lines(lines, line, line + after, ' ', Colour::plain);
     }
 
     std::string take() { return std::move(out); }
 
 private:
-    static constexpr const char* bold = "\033[1m";
-    static constexpr const char* red = "\033[31m";
-    static constexpr const char* green = "\033[32m";
-    static constexpr const char* cyan = "\033[36m";
-    static constexpr const char* plain = "\033[0m";
-
-    void write_coloured(std::string_view colour, std::string_view line) {
-        const bool is_coloured = has_colour && !colour.empty();
-        out += is_coloured ? colour : "";
-        out += line;
-        out += is_coloured ? plain : "";
-        out += '\n';
+    void write_coloured(Colour colour, const std::string& line) {
+        out += (has_colour ? in_colour(colour, line) : line) + '\n';
     }
 
-    void write_lines(const Lines& from, std::size_t begin, std::size_t end, char sign,
-                     std::string_view colour) {
+    void write_lines(const Lines& from, std::size_t begin, std::size_t end, char sign, Colour colour) {
         for (; begin != end; ++begin) {
             const std::string_view line = from[begin];
             const bool is_whole = line.back() == '\n';
             write_coloured(colour, sign + std::string(line.substr(0, line.size() - (is_whole ? 1 : 0))));
             if (!is_whole)
-                write_coloured("", "\\ No newline at end of file");
+                write_coloured(Colour::plain, "\\ No newline at end of file");
         }
     }
 
@@ -126,7 +118,7 @@ std::string get_unified_diff(const std::string& file, const std::string& before,
     const Lines lines = get_lines(before);
     const Lines others = get_lines(after);
     const Differences differences = find_line_differences(lines, others);
-    Writer writer(lines, others, has_coloured_output());
+    Writer writer(lines, others, has_colours(STDOUT_FILENO));
     writer.write_names(get_name(file));
     for (auto first = differences.begin(); first != differences.end();) {
         const auto is_far = [](const LineDifference& one, const LineDifference& next) {

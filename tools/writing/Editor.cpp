@@ -11,7 +11,7 @@
 // unless a line end comes first; so what remains when the last child goes may have to go too, and an edit after
 // which a text would appear or vanish that nobody asked for is refused.
 
-#include "writing/edits.h"
+#include "writing/Editor.h"
 
 #include <quxml/Attribute.h>
 
@@ -229,38 +229,46 @@ std::string Editor::write(const Extent& parent, const NewElement& added) const {
     return text + '>' + to_text(added.text, markup.line_end) + "</" + prefix + added.name + '>';
 }
 
+Editor::Lines Editor::get_lines(const Extent& parent) const {
+    const std::size_t line = get_line_begin(document, parent.begin);
+    if (line == none)
+        return {};
+    const std::string outer = markup.line_end + std::string(get_part(document, line, parent.begin));
+    return {outer + markup.indent, outer};
+}
+
+/// White space that is not read stays, after the new element.
+void Editor::fill_white_space(const Extent& parent, const Lines& lines, const std::string& element) {
+    const std::string_view space = get_part(document, parent.tag_end, parent.content_end);
+    if (!space.empty() && is_unread(space)) {
+        patches.push_back({parent.tag_end, parent.tag_end, lines.inner + element});
+    } else {
+        patches.push_back({parent.tag_end, parent.content_end, lines.inner + element + lines.outer});
+    }
+}
+
+void Editor::append_to_last_child(const Extent& parent, const Lines& lines, const std::string& element) {
+    const std::size_t end = skip_white_space_before(document, parent.content_end);
+    const std::string separator = get_separator(document, parent.last_child, markup.line_end);
+    const bool is_on_line_of_tag = parent.elements == 0 && !has_line_end(separator) &&
+                                   has_line_end(get_part(document, end, parent.content_end));
+    patches.push_back({end, end, (is_on_line_of_tag ? lines.inner : separator) + element});
+}
+
 void Editor::append(const Located& parent, const NewElement& added) {
     const Extent& extent = parent.extent;
     require_no_text(document, parent);
     const std::string element = write(extent, added);
-    const std::size_t line = get_line_begin(document, extent.begin);
-    const std::string outer =
-        line == none ? "" : markup.line_end + std::string(get_part(document, line, extent.begin));
-    const std::string inner = line == none ? "" : outer + markup.indent;
+    const Lines lines = get_lines(extent);
     if (extent.is_empty_tag) {
-        fill_empty_tag(extent, inner + element + outer);
-        return;
-    }
-    const std::string_view content = get_part(document, extent.tag_end, extent.content_end);
-    if (is_white_space(content)) {
-        if (!content.empty() && is_unread(content)) {
-            patches.push_back({extent.tag_end, extent.tag_end, inner + element});
-        } else {
-            patches.push_back({extent.tag_end, extent.content_end, inner + element + outer});
-        }
-        return;
-    }
-    if (extent.has_text || extent.sections != 0) {
+        fill_empty_tag(extent, lines.inner + element + lines.outer);
+    } else if (is_white_space(get_part(document, extent.tag_end, extent.content_end))) {
+        fill_white_space(extent, lines, element);
+    } else if (extent.has_text || extent.sections != 0) {
         patches.push_back({extent.content_end, extent.content_end, element});
-        return;
+    } else {
+        append_to_last_child(extent, lines, element);
     }
-    const std::size_t end = skip_white_space_before(document, extent.content_end);
-    std::string separator = get_separator(document, extent.last_child, markup.line_end);
-    // Something after the start tag, on its line.
-    if (extent.elements == 0 && !has_line_end(separator) &&
-        has_line_end(get_part(document, end, extent.content_end)))
-        separator = inner;
-    patches.push_back({end, end, separator + element});
 }
 
 /// What stands there gets the same white space before it as it had.

@@ -1,4 +1,4 @@
-#include "reading/places.h"
+#include "reading/PlaceFinder.h"
 
 #include <algorithm>
 

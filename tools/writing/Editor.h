@@ -1,5 +1,5 @@
-#ifndef QUXML_TOOLS_WRITING_EDITS_H
-#define QUXML_TOOLS_WRITING_EDITS_H
+#ifndef QUXML_TOOLS_WRITING_EDITOR_H
+#define QUXML_TOOLS_WRITING_EDITOR_H
 
 #include <quxml/Element.h>
 
@@ -68,6 +68,15 @@ public:
     std::vector<Patch>& get_patches() { return patches; }
 
 private:
+    /// What stands before a first child, and before the end tag after it, for the document's layout to go on.
+    struct Lines {
+        std::string inner{};
+        std::string outer{};
+    };
+
+    Lines get_lines(const Extent& parent) const;
+    void fill_white_space(const Extent& parent, const Lines& lines, const std::string& element);
+    void append_to_last_child(const Extent& parent, const Lines& lines, const std::string& element);
     void set_value(const Located& located, const AttributeExtent& attribute, const Setting& setting);
     void fill_empty_tag(const Extent& extent, const std::string& content);
     std::string write(const Extent& parent, const NewElement& added) const;

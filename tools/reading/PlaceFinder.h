@@ -1,5 +1,5 @@
-#ifndef QUXML_TOOLS_READING_PLACES_H
-#define QUXML_TOOLS_READING_PLACES_H
+#ifndef QUXML_TOOLS_READING_PLACE_FINDER_H
+#define QUXML_TOOLS_READING_PLACE_FINDER_H
 
 #include <cstddef>
 #include <string_view>
