@@ -111,8 +111,9 @@ void set_up(CLI::App& app, Action& action) {
     app.set_help_flag("-h,--help", "Write this help and exit");
     app.require_subcommand(1);
     app.footer(help_on_exit_codes);
-    for (const auto add : {add_format, add_sort, add_check, add_loss, add_query, add_explain, add_diff,
-                           add_set, add_unset, add_text, add_add, add_remove, add_edit, add_complete})
+    for (const auto add :
+         {add_format, add_sort, add_check, add_loss, add_outline, add_query, add_explain, add_diff, add_set,
+          add_unset, add_text, add_add, add_remove, add_edit, add_complete})
         add(app, action);
 }
 

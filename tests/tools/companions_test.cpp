@@ -15,9 +15,9 @@ namespace {
 const std::string folder_of_companions = QUXML_REPOSITORY "/tools/manual/companions/";
 
 const std::vector<std::string>& get_commands() {
-    static const std::vector<std::string> commands{"format",  "sort",   "check", "loss",  "query",
-                                                   "explain", "diff",   "set",   "unset", "text",
-                                                   "add",     "remove", "edit"};
+    static const std::vector<std::string> commands{"format", "sort",    "check",  "loss", "outline",
+                                                   "query",  "explain", "diff",   "set",  "unset",
+                                                   "text",   "add",     "remove", "edit"};
     return commands;
 }
 

@@ -6,9 +6,11 @@
 #include <quxml/Element.h>
 
 #include <string>
+#include <vector>
 
 #include "support/small_stack.h"
 #include "trees/differences.h"
+#include "trees/distinct_paths.h"
 #include "trees/sorting.h"
 #include "trees/tree.h"
 #include "writing/escaping.h"
@@ -47,6 +49,20 @@ TEST_F(DeepTree, is_compared) {
             return true;
         });
         EXPECT_EQ(differences, "- /a/a/a/a/b");
+    });
+}
+
+TEST_F(DeepTree, has_as_many_paths_as_levels) {
+    quxml_test::on_small_stack([&] {
+        tool::DistinctPaths paths;
+        paths.add(*one.get_root_node());
+        paths.add(*other.get_root_node());
+        const std::vector<tool::DistinctPath>& all = paths.get();
+        ASSERT_EQ(all.size(), depth + 3U);  // the levels, the attribute, and what is above the root element
+        EXPECT_EQ(all[depth + 1].depth, depth + 1U);
+        EXPECT_EQ(all[depth + 1].count, 2U);
+        EXPECT_EQ(all[depth + 2].name, "@b");
+        EXPECT_EQ(all[depth + 2].example, "\"<\"");
     });
 }
 

@@ -39,8 +39,9 @@ TEST_F(Hints, say_that_a_terminal_is_read) {
     if (IsSkipped())
         return;
     const std::vector<std::pair<std::string, const char*>> all = {
-        {"query //b", "FILE"}, {"format", "FILE"},      {"sort", "FILE"},     {"check", "FILE"},
-        {"loss", "FILE"},      {"set //b x=1", "FILE"}, {"edit a.xml", "-e"}, {"edit -i a.xml", "-e"},
+        {"query //b", "FILE"},   {"format", "FILE"},   {"sort", "FILE"},
+        {"check", "FILE"},       {"loss", "FILE"},     {"outline", "FILE"},
+        {"set //b x=1", "FILE"}, {"edit a.xml", "-e"}, {"edit -i a.xml", "-e"},
     };
     for (const auto& [command, missing] : all) {
         const std::string hint =

@@ -24,7 +24,7 @@ TEST_F(Output, exits_with_5_on_a_full_disk) {
     expect(run("quxml query //book books.xml >/dev/full"), 5, "", message);
     for (const char* command :
          {"sort a.xml", "set a x=1 a.xml", "text a x a.xml", "add a b a.xml", "query --count a a.xml",
-          "query --path a a.xml", "explain a", "--write-manual", "--write-bash-completion"})
+          "query --path a a.xml", "explain a", "outline a.xml", "--write-manual", "--write-bash-completion"})
         expect(run(std::string("quxml ") + command + " >/dev/full"), 5, "", message);
     expect(run("echo '<a><?p?></a>' | quxml loss >/dev/full"), 5, "", message);
     expect(run("quxml --help >/dev/full"), 5, "", message);

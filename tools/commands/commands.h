@@ -24,6 +24,7 @@ void add_edit(CLI::App& app, Action& action);
 void add_explain(CLI::App& app, Action& action);
 void add_format(CLI::App& app, Action& action);
 void add_loss(CLI::App& app, Action& action);
+void add_outline(CLI::App& app, Action& action);
 void add_query(CLI::App& app, Action& action);
 void add_remove(CLI::App& app, Action& action);
 void add_set(CLI::App& app, Action& action);

@@ -11,7 +11,7 @@ namespace tool {
 namespace {
 
 /// In the order of Colour.
-constexpr std::array<const char*, 8> codes{"0", "1", "31", "32", "36", "1;31", "1;32", "1;35"};
+constexpr std::array<const char*, 9> codes{"0", "1", "2", "31", "32", "36", "1;31", "1;32", "1;35"};
 
 bool is_set(const char* variable) {
     const char* value = std::getenv(variable);

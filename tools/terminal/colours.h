@@ -6,7 +6,7 @@
 
 namespace tool {
 
-enum class Colour { plain, bold, red, green, cyan, bold_red, bold_green, bold_magenta };
+enum class Colour { plain, bold, dim, red, green, cyan, bold_red, bold_green, bold_magenta };
 
 /// Whether what is written to a file descriptor may be coloured: it is a terminal that knows colours, and NO_COLOR is not
 /// set.

@@ -97,6 +97,15 @@ std::string replace_each(std::string_view text, std::string (*replace)(std::stri
     return replaced;
 }
 
+/// As much of a text as an excerpt shows, cut between two characters.
+std::string_view get_beginning(std::string_view text) {
+    constexpr std::size_t longest = 50;
+    std::size_t size = std::min(text.size(), longest);
+    while (size > 0 && size < text.size() && !begins_character(text[size]))
+        --size;
+    return text.substr(0, size);
+}
+
 }  // namespace
 
 bool has_terminal() {
@@ -119,11 +128,15 @@ std::string escape_controls(std::string_view text) {
 }
 
 std::string get_excerpt(std::string_view text) {
-    constexpr std::size_t longest = 50;
-    std::size_t size = std::min(text.size(), longest);
-    while (size > 0 && size < text.size() && !begins_character(text[size]))
-        --size;
-    return to_printable(text.substr(0, size)) + (size < text.size() ? "..." : "");
+    const std::string_view beginning = get_beginning(text);
+    return to_printable(beginning) + (beginning.size() < text.size() ? "..." : "");
+}
+
+std::string quote_excerpt(std::string_view text) {
+    if (text.empty())
+        return "";
+    const std::string_view beginning = get_beginning(text);
+    return quote(escape_controls(beginning)) + (beginning.size() < text.size() ? "..." : "");
 }
 
 }  // namespace tool

@@ -24,6 +24,9 @@ std::string escape_controls(std::string_view text);
 /// The beginning of a text, as `to_printable` gives it; "..." follows if there is more of it.
 std::string get_excerpt(std::string_view text);
 
+/// The same between double quotes, as `escape_controls` gives it; "..." follows after the quotes. Empty for an empty text.
+std::string quote_excerpt(std::string_view text);
+
 }  // namespace tool
 
 #endif

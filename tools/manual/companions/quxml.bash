@@ -25,11 +25,12 @@ _quxml() {
     local current=${COMP_WORDS[COMP_CWORD]} words=
     COMPREPLY=()
     case $COMP_CWORD:${COMP_WORDS[1]} in
-        1:*) words="format sort check loss query explain diff set unset text add remove edit --version -h --help" ;;
+        1:*) words="format sort check loss outline query explain diff set unset text add remove edit --version -h --help" ;;
         *:format) words="-h --help -i --in-place --backup --diff --canonical --lossy --quiet --compact --indent --no-declaration --sorted" ;;
         *:sort) words="-h --help -i --in-place --backup --diff --canonical --lossy --quiet" ;;
         *:check) words="-h --help --quiet" ;;
         *:loss) words="-h --help" ;;
+        *:outline) words="-h --help --tree --paths --quiet" ;;
         *:query) words="-h --help --prefix -0 --null --value --attribute --path --count --lossy --quiet --arg" ;;
         *:explain) words="-h --help --prefix --arg" ;;
         *:diff) words="-h --help --quiet --lossy" ;;
