@@ -185,23 +185,25 @@ TEST_F(EditedBytes, are_not_touched_where_that_would_lose_or_show_something) {
 }
 
 TEST_F(EditedBytes, have_a_sorted_place_only_among_sorted_elements) {
-    const std::string at_the_end = "; without --sorted it is added at the end\n";
+    const std::string advice = "leave out --sorted\n";
     const std::vector<std::pair<std::string, std::string>> all = {
-        {"<a><c/><b/></a>", "has elements that are not sorted, so there is no sorted place for another"},
+        {"<a><c/><b/></a>",
+         "has elements that are not sorted, so there is no sorted place for another; sort the document "
+         "first, or "},
         {"<a><b item='2'/><b/><b item='1'/></a>",
-         "has elements that are not sorted, so there is no sorted place for another"},
-        {"<a>one <b/> two</a>", "has text beside its elements, which are then never sorted"},
-        {"<a><![CDATA[one]]><b/></a>", "has text beside its elements, which are then never sorted"},
+         "has elements that are not sorted, so there is no sorted place for another; sort the document "
+         "first, or "},
+        {"<a>one <b/> two</a>", "has text beside its elements, which are then never sorted; "},
+        {"<a><![CDATA[one]]><b/></a>", "has text beside its elements, which are then never sorted; "},
         {"<!DOCTYPE a [<!ENTITY e '<b/>'>]><a>&e;<c/></a>",
-         "has text beside its elements, which are then never sorted"},
+         "has text beside its elements, which are then never sorted; "},
         {"<a><b item='1'/><b item='99999999999'/></a>",
-         "has an element with an item that is a number out of range"},
+         "has an element with an item that is a number out of range; "},
     };
     for (const auto& [document, reason] : all) {
         SCOPED_TRACE(document);
         write("a.xml", document);
-        expect(run("quxml add --quiet --sorted --item 3 /a b a.xml"), 3, "",
-               "quxml: /a " + reason + at_the_end);
+        expect(run("quxml add --quiet --sorted --item 3 /a b a.xml"), 3, "", "quxml: /a " + reason + advice);
     }
 }
 

@@ -25,7 +25,7 @@ constexpr const char* help_on_add =
     "With --sorted the new element stands where a document that keeps its children sorted puts it: by name\n"
     "and, among namesakes, by the attribute \"item\", before those with an equal one; without an item it\n"
     "follows its namesakes. Comments directly above the element that comes next stay with that one. Refused\n"
-    "with 3 if the elements are not sorted so, or have text beside them.\n"
+    "with 3 if the elements are not sorted so, have text beside them, or have an item out of range.\n"
     "\n"
     "Examples:\n"
     "  quxml add -i /settings host --attribute name=kitchen --attribute port=80 settings.xml\n"

@@ -15,6 +15,8 @@ constexpr const char* help_on_sort =
     "else changes. With an element go the comments and processing instructions directly above it, with no\n"
     "blank line between, and those after it on its last line; all others stay in their places, and so\n"
     "does white space. The content of an element that has text beside its elements keeps its order.\n"
+    "Refused with 3 if an item that has to be compared is beyond the numbers from -2147483648 to "
+    "2147483647.\n"
     "With --canonical the sorted document is written as \"format --canonical\" writes it.\n"
     "\n"
     "Examples:\n"
