@@ -160,7 +160,7 @@ TEST_F(Companions, bash_completes_commands_options_and_files) {
     expect_done(complete("quxml s"), "sort set\n");
     expect_done(complete("quxml --ver"), "--version\n");
     expect_done(complete("quxml set --in"), "--in-place\n");
-    expect_done(complete("quxml query --co"), "--count\n");
+    expect_done(complete("quxml query --cou"), "--count\n");
     expect_done(complete("quxml format sett"), "settings.xml\n");
     std::string commands;
     for (const std::string& command : get_commands())

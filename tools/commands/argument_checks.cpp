@@ -18,6 +18,11 @@ void require_no(const std::string& complaint, const std::string& argument) {
         throw Failure(ExitCode::usage, argument + ": " + complaint);
 }
 
+bool is_column(const std::string& text) {
+    const std::string name = text.substr(begins_with(text, "@") ? 1 : 0);
+    return text == "." || xmlValidateName(reinterpret_cast<const xmlChar*>(name.c_str()), 0) == 0;
+}
+
 }  // namespace
 
 bool is_name(const std::string& text) {
@@ -26,6 +31,25 @@ bool is_name(const std::string& text) {
 
 std::string check_name(const std::string& text) {
     return is_name(text) ? "" : '"' + text + "\" is not a name without a prefix";
+}
+
+std::string check_columns(const std::string& text) {
+    for (const std::string& column : split_at_commas(text)) {
+        if (!is_column(column))
+            return quote(column) + " is not a column: write NAME, @NAME or a dot";
+    }
+    return "";
+}
+
+std::vector<std::string> split_at_commas(const std::string& text) {
+    std::vector<std::string> parts;
+    std::size_t begin = 0;
+    for (std::size_t comma = text.find(','); comma != std::string::npos; comma = text.find(',', begin)) {
+        parts.push_back(text.substr(begin, comma - begin));
+        begin = comma + 1;
+    }
+    parts.push_back(text.substr(begin));
+    return parts;
 }
 
 bool is_setting(const std::string& text) {

@@ -14,6 +14,13 @@ bool is_name(const std::string& text);
 /// What is wrong with a name, as a check of an argument; empty if nothing is.
 std::string check_name(const std::string& text);
 
+/// The same for the columns of a table, with commas between them: NAME, @NAME or a dot. Here a name can have a prefix,
+/// since one that is not declared stays in the name.
+std::string check_columns(const std::string& text);
+
+/// The parts of a text between its commas.
+std::vector<std::string> split_at_commas(const std::string& text);
+
 /// Whether a text is NAME=VALUE.
 bool is_setting(const std::string& text);
 

@@ -10,17 +10,21 @@
 #include <utility>
 #include <vector>
 
+#include "commands/argument_checks.h"
 #include "commands/commands.h"
 #include "commands/hints.h"
 #include "commands/path_arguments.h"
+#include "commands/records.h"
 #include "paths/reasons.h"
 #include "paths/selection.h"
 #include "reading/input.h"
 #include "reading/losses.h"
 #include "terminal/Failure.h"
+#include "terminal/json.h"
 #include "terminal/messages.h"
 #include "terminal/output.h"
 #include "terminal/words.h"
+#include "trees/columns.h"
 #include "trees/element_numbers.h"
 #include "trees/node_paths.h"
 #include "trees/tree.h"
@@ -37,9 +41,17 @@ constexpr const char* help_on_query =
     "standard error say where the path does something other than it seems to and, if nothing matches,\n"
     "how far it leads and what stands there. \"quxml explain\" says more.\n"
     "CDATA sections, text beside other content and entity references are not read, so queries answer\n"
-    "as if they were not there, and a warning says so; --value refuses with 3 to write the value of an\n"
-    "element that holds any. Nothing is said of comments, prefixes and the rest of what \"quxml loss\"\n"
-    "lists, since only what is found is written.\n"
+    "as if they were not there, and a warning says so; --value, --columns and --json refuse with 3 to\n"
+    "write the text of an element that holds any. Nothing is said of comments, prefixes and the rest of\n"
+    "what \"quxml loss\" lists, since only what is found is written.\n"
+    "LIST is NAME,@NAME,. and so on: the text of the first child of that name, an attribute, the text\n"
+    "of the match itself; names are compared exactly. Each match is one line, with tabs between the\n"
+    "columns. What is absent leaves its column empty. In values tabs, line feeds, carriage returns and\n"
+    "backslashes are written \\t, \\n, \\r and \\\\.\n"
+    "--json writes an array. With --columns it holds objects, with the columns as keys and null for\n"
+    "what is absent; with --value, --attribute or --path strings; otherwise objects with name, path,\n"
+    "attributes (an object) and text of each match. Each value is a string, also where it looks like a\n"
+    "number. With --count, the number is all that is written.\n"
     "\n"
     "Examples:\n"
     "  quxml query '/catalog/book' catalog.xml         all books in the catalog\n"
@@ -52,6 +64,8 @@ constexpr const char* help_on_query =
     "  quxml query '/catalog/book[last()]' catalog.xml\n"
     "  quxml query --value //title catalog.xml         what the titles are\n"
     "  quxml query --attribute id //book catalog.xml   the books' ids\n"
+    "  quxml query --columns @id,title,. //book catalog.xml\n"
+    "  quxml query --json --columns @id,title //book catalog.xml\n"
     "  quxml query --null --value //title catalog.xml | xargs -0 -n 1 echo";
 
 /// Output is passed on when this much has gathered.
@@ -65,6 +79,10 @@ struct QueryOptions {
     std::string attribute;
     bool node_path = false;
     bool count = false;
+    std::string column_list;
+    std::vector<std::string> columns;  // those in the list
+    bool header = false;
+    bool json = false;
     bool null = false;
     bool quiet = false;
     bool lossy = false;
@@ -92,7 +110,10 @@ bool has_attribute(const quxml::Node* match, const std::string& name) {
 
 using ToText = std::function<std::string(const quxml::Node&)>;
 
-ToText choose_text(const QueryOptions& options) {
+/// Without --json.
+ToText choose_plain_text(const QueryOptions& options) {
+    if (!options.columns.empty())
+        return [&](const quxml::Node& match) { return get_row(match, options.columns); };
     if (options.value)
         return get_text;
     if (!options.attribute.empty())
@@ -102,13 +123,46 @@ ToText choose_text(const QueryOptions& options) {
     return get_xml;
 }
 
-void write_matches(const std::vector<quxml::Node*>& matches, const ToText& to_text, char end) {
+bool is_xml(const QueryOptions& options) {
+    return !options.json && options.columns.empty() && !options.value && options.attribute.empty() &&
+           !options.node_path;
+}
+
+ToText choose_json(const QueryOptions& options) {
+    if (!options.columns.empty())
+        return [&](const quxml::Node& match) { return get_object(match, options.columns); };
+    if (options.value || options.node_path || !options.attribute.empty())
+        return [to_text = choose_plain_text(options)](const quxml::Node& match) {
+            return to_json(to_text(match));
+        };
+    return [paths = NodePaths()](const quxml::Node& match) mutable { return get_object(match, paths); };
+}
+
+/// What stands around the matches.
+struct Frame {
+    std::string opening;    // before the first
+    std::string separator;  // before each other
+    std::string closing;    // after the last
+    std::string nothing;    // instead of all, if there is none
+};
+
+Frame choose_frame(const QueryOptions& options, char end) {
+    if (options.json)
+        return {"[\n  ", ",\n  ", std::string("\n]") + end, std::string("[]") + end};
+    const std::string header = options.header ? get_header(options.columns) + end : "";
+    return {header, std::string(1, end), std::string(1, end), header};
+}
+
+void write_matches(const std::vector<quxml::Node*>& matches, const ToText& to_text, const Frame& frame) {
     std::string text;
+    const std::string* before = &frame.opening;
     for (const quxml::Node* match : matches) {
-        text += to_text(*match) + end;
+        text += *before + to_text(*match);
+        before = &frame.separator;
         if (text.size() >= block_size && !write_output(text))
             return;
     }
+    text += matches.empty() ? frame.nothing : frame.closing;
     write_output(text);
 }
 
@@ -148,11 +202,24 @@ void warn_of_unseen(const std::string& file, const std::vector<Loss>& unseen) {
         write_warning(file, "queries do not see " + get_summary(unseen) + "; " + get_pointer_to_loss(file));
 }
 
-std::unordered_set<quxml::Element*> get_elements(const std::vector<quxml::Node*>& nodes) {
+/// The columns of texts that are written of each match.
+std::vector<std::string> get_text_columns(const QueryOptions& options) {
+    if (!options.columns.empty())
+        return options.columns;
+    const bool has_text =
+        options.value || (options.json && !options.count && !options.node_path && options.attribute.empty());
+    return has_text ? std::vector<std::string>{"."} : std::vector<std::string>();
+}
+
+/// The elements whose texts are written.
+std::unordered_set<quxml::Element*> get_text_elements(const std::vector<quxml::Node*>& matches,
+                                                      const QueryOptions& options) {
     std::unordered_set<quxml::Element*> elements;
-    for (quxml::Node* node : nodes) {
-        if (auto* element = dynamic_cast<quxml::Element*>(node))
-            elements.insert(element);
+    for (const std::string& column : get_text_columns(options)) {
+        for (quxml::Node* match : matches) {
+            if (auto* element = dynamic_cast<quxml::Element*>(get_text_node(*match, column)))
+                elements.insert(element);
+        }
     }
     return elements;
 }
@@ -174,7 +241,7 @@ void require_whole_values(const QueryOptions& options, const QueryInput& input,
     if (input.unseen.empty())
         return;
     auto* root = dynamic_cast<quxml::Element*>(input.document->get_root_node());
-    const NumberedElements found = number_elements(root, get_elements(matches));
+    const NumberedElements found = number_elements(root, get_text_elements(matches, options));
     for (std::size_t i = 0; i < found.elements.size(); ++i)
         require_whole_value(options, input, *found.elements[i], found.numbers[i]);
 }
@@ -186,16 +253,16 @@ ExitCode query(const QueryOptions& options) {
     if (!options.quiet)
         warn_of_unseen(options.file, input.unseen);
     const std::vector<quxml::Node*> matches = get_matches(*input.document, options);
-    if (options.value && !options.lossy)
+    if (!options.lossy)
         require_whole_values(options, input, matches);
     const char end = options.null ? '\0' : '\n';
-    const bool is_xml = !options.value && options.attribute.empty() && !options.node_path;
-    if (is_xml)
+    if (is_xml(options))
         escape_attributes(input.document->get_root_node());
     if (options.count)
         write_count(matches.size(), end);
     else
-        write_matches(matches, choose_text(options), end);
+        write_matches(matches, options.json ? choose_json(options) : choose_plain_text(options),
+                      choose_frame(options, end));
     return matches.empty() ? ExitCode::no_match : ExitCode::done;
 }
 
@@ -213,11 +280,20 @@ void add_output_options(CLI::App& command, QueryOptions& options) {
             ->check(CLI::Validator(check_attribute, "")),
         command.add_flag("--path", options.node_path, "A path to each match that selects nothing else"),
         command.add_flag("--count", options.count, "How many matches there are"),
+        command
+            .add_option("--columns", options.column_list,
+                        "Several values of each match: texts of children, attributes, and . for its own text")
+            ->type_name("LIST")
+            ->check(CLI::Validator(check_columns, "")),
     };
     for (auto one = kinds.begin(); one != kinds.end(); ++one) {
         for (auto other = std::next(one); other != kinds.end(); ++other)
             (*one)->excludes(*other);
     }
+    CLI::Option* json = command.add_flag("--json", options.json, "An array of JSON, of objects or strings");
+    command.add_flag("--header", options.header, "With --columns: a first line that names them")
+        ->needs(kinds.back())
+        ->excludes(json);
 }
 
 }  // namespace
@@ -227,15 +303,20 @@ void add_query(CLI::App& app, Action& action) {
     CLI::App* command = app.add_subcommand("query", "Write the nodes that a path selects");
     command->add_flag("--prefix", options->prefix,
                       "A name in the path also stands for all that begin with it");
-    command->add_flag("-0,--null", options->null, "A zero byte after each match instead of a line feed");
+    command->add_flag("-0,--null", options->null,
+                      "A zero byte at the end of each match, or of JSON, instead of a line feed");
     add_output_options(*command, *options);
-    command->add_flag("--lossy", options->lossy, "With --value: write what is seen of a value");
+    command->add_flag("--lossy", options->lossy,
+                      "With --value, --columns or --json: write what is seen of a value");
     command->add_flag("--quiet", options->quiet,
                       "No notes on the path or on content that queries do not see");
     add_path_arguments(*command, options->path, "What to look for");
     command->add_option("FILE", options->file, "The document; standard input if it is - or missing");
     command->footer(help_on_query);
     command->callback([options, &action] {
+        if (!options->column_list.empty())
+            options->columns = split_at_commas(options->column_list);
+        require_distinct("--columns", options->columns);
         require_all_named(options->path.values, {options->path});
         action = [options] { return query(*options); };
     });
