@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "corpora.h"
 
 #include <quxml/quxml.h>

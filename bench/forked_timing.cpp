@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "forked_timing.h"
 
 #include <sys/wait.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Prints, as JSON, what the library takes from the heap: the bytes of a node, and the allocations of some
 // operations.
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Makes of what the benchmarks measured one JSON file, tables in Markdown and a plot.
 
     report.py MEASURED PLACE [DOCS]

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Measures the library against others: for each work and input, the libraries take turns, each in a forked
 // child.
 

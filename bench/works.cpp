@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "works.h"
 
 #include <utility>

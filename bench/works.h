@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_BENCH_WORKS_H
 #define QUXML_BENCH_WORKS_H
 

@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: MIT
+
 # Runs `program`, a file or a command, and fails unless it ends well and prints exactly what stands in the file `expected`.
 execute_process(COMMAND ${program} OUTPUT_VARIABLE printed RESULT_VARIABLE result)
 if(NOT result EQUAL 0)

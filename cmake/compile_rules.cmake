@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 include(CheckCXXCompilerFlag)
 
 # The flags by which a processor refuses jumps to where no jump should lead, for processors that can: x86 and 64-bit ARM.

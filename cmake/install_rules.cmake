@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: MIT
+
 # What lets other projects find the installed library: by `find_package(quxml)` and by `pkg-config quxml`. No file names the
 # folder it is installed in, so the installed tree can be moved.
 include(CMakePackageConfigHelpers)

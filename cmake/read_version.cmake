@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: MIT
+
 # Sets `result` to the version, such as 1.0.0, that the macros of `header` spell out.
 function(quxml_read_version header result)
   file(STRINGS ${header} lines REGEX "^#define QUXML_VERSION_(MAJOR|MINOR|PATCH) +[0-9]+$")

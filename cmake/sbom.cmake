@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: MIT
+
 # Whoever vouches for a device asks what is in it. With what is installed comes a list of it, an SBOM in the form of SPDX 2.3.
 # Here it is found out what the library is built with; the script made of write_sbom.cmake.in writes the list.
 separate_arguments(compiler_options UNIX_COMMAND "${CMAKE_CXX_FLAGS}")

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <quxml/quxml.h>
 
 #include <iostream>

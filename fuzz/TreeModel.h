@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_FUZZ_TREE_MODEL_H
 #define QUXML_FUZZ_TREE_MODEL_H
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Queries, and the handlers they consist of, compared with the slow second engine of the tests: both must give the same
 // nodes, or the same exception with the same message.
 //

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Reading any bytes, into a plain and into a sorted document. What is read must be what a conversion of libxml2's own
 // tree gives, or be refused with libxml2's own error; links and parents must agree; the tree must survive being written
 // and queried.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Writing, reading and writing again. Both layouts of any tree must survive being read; and if the tree is one that XML
 // text and the reader can represent, both must give the same tree, and the same text when that is written.
 //

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Sub-paths, for every node of a tree, compared with a second implementation that follows the rules word by word.
 //
 // Input: a path, a line feed, a tree (see `tree_input.h`), at most 512 bytes: the second implementation builds its

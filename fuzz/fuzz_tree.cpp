@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Sequences of tree operations on two documents, done to the tree and to a plain model; after each operation the whole
 // trees are compared, links included.
 //

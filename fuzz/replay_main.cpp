@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Runs a target on every file of the folders and files named, without libFuzzer, so that any compiler builds the
 // targets and the ordinary test run replays seeds and former crashes. A folder that is not there counts as empty.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_FUZZ_TREE_INPUT_H
 #define QUXML_FUZZ_TREE_INPUT_H
 

@@ -1,4 +1,5 @@
 # Compares the binary interface with the dumps in abi/; fails unless programs built before still run. --write: renews the dumps.
+# SPDX-License-Identifier: MIT
 . scripts/support/sysroot.sh
 need_to_build_with abigail-tools
 

@@ -1,4 +1,5 @@
 # Times the library against others: all, or named WORKs; --quick; --write into docs; --check instructions [--write].
+# SPDX-License-Identifier: MIT
 . scripts/support/instructions.sh
 need_to_build_with libboost-dev libgtest-dev libcli11-dev libpugixml-dev libtinyxml2-dev valgrind python3-matplotlib
 need shared-mime-info xkb-data unicode-cldr-core libgirepository1.0-dev ssg-debian osinfo-db

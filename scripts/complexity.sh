@@ -1,4 +1,5 @@
 # Counts the instructions of each operation at n, 2n and 4n; fails if one grows faster than stated. With names, only these.
+# SPDX-License-Identifier: MIT
 . scripts/support/instructions.sh
 need_to_build_with libboost-dev libgtest-dev valgrind
 build release complexity_probe

@@ -1,4 +1,5 @@
 # Reads every file of the W3C's XML conformance suite and compares with libxml2, without and with sanitizers.
+# SPDX-License-Identifier: MIT
 refuse_arguments "$@"
 need_to_build_with libboost-dev libgtest-dev
 command -v npm >/dev/null || need npm

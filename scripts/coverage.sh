@@ -1,4 +1,5 @@
 # Counts the lines, functions and branches of the library that the tests reach; at least 100, 100 and 98 % are required.
+# SPDX-License-Identifier: MIT
 need_to_build_with libcli11-dev libboost-dev libgtest-dev gcovr
 build coverage
 find build/coverage -name '*.gcda' -delete

@@ -1,4 +1,5 @@
 # Builds for ARCH (i386, armhf, armel, mipsel, powerpc, libcxx; or all) and runs the tests; arguments go to CTest.
+# SPDX-License-Identifier: MIT
 . scripts/support/googletest.sh
 . scripts/support/sysroot.sh
 need_to_build_with libcli11-dev libboost-dev libgtest-dev pkgconf liblzma-dev zlib1g-dev

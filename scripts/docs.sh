@@ -1,4 +1,5 @@
 # Builds the guide and the reference as one site, build/docs/html; fails on any warning.
+# SPDX-License-Identifier: MIT
 refuse_arguments "$@"
 need doxygen doxygen-awesome-css python3
 QUXML_THEME=/usr/share/doxygen-awesome-css

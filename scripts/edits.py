@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Edits, formats and sorts every well-formed XML file of some folders, each folder a package.
 
 usage: edits.py QUXML FOLDER

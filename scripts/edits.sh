@@ -1,4 +1,5 @@
 # Counts what edits of the XML files of several Debian packages change, and runs the tests of the hard cases.
+# SPDX-License-Identifier: MIT
 refuse_arguments "$@"
 need_to_build_with libcli11-dev libboost-dev libgtest-dev python3
 folder=build/edits

@@ -1,4 +1,5 @@
 # Fuzzes every target for SECONDS (60) with sanitizers; `SECONDS 32`: those that read no text, as 32-bit x86.
+# SPDX-License-Identifier: MIT
 seconds=${1-60} bits=${2-64}
 [[ $seconds =~ ^[1-9][0-9]*$ ]] || fail "fuzz: not a number of seconds: $seconds"
 [[ $bits == 32 || $bits == 64 ]] || fail "fuzz: neither 32 nor 64: $bits"

@@ -1,4 +1,5 @@
 # Checks formatting, includes and comments, then runs clang-tidy and shellcheck; fails on any finding.
+# SPDX-License-Identifier: MIT
 
 # Names the folders whose headers the files of a folder may include, besides their own.
 known_to() {
@@ -39,12 +40,21 @@ check_deliberate() {
         END { exit status }'
 }
 
+# Source files name the licence; it holds for all others, too.
+check_licences() {
+    local files
+    files=$(git ls-files '*.cpp' '*.h' '*.cmake' '*CMakeLists.txt' '*.in' '*.jq' '*.mk' '*.py' '*.sh' dev .ci/run debian/rules |
+        grep --invert-match '/Config.in$' | xargs grep --files-without-match --fixed-strings "SPDX-License-Identifier: MIT" || true)
+    [ -z "$files" ] || fail "these files do not name their licence: $files"
+}
+
 refuse_arguments "$@"
 need_to_build_with libcli11-dev libboost-dev libgtest-dev libpugixml-dev libtinyxml2-dev clang clang-format-14 \
     clang-tidy-14 shellcheck
 configure clang
 quietly shellcheck tests/*/*.sh tests/*/*/*.sh
 quietly check_directions
+quietly check_licences
 quietly check_deliberate
 cpp_files | quietly xargs clang-format-14 --dry-run --Werror
 cpp_files | grep '\.cpp$' | quietly xargs --max-procs="$(nproc)" --max-args=1 clang-tidy-14 --quiet -p build/clang

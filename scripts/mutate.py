@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Breaks the library in many small ways, one at a time, and checks that the unit tests notice.
 
 Each mutant is one small change in one line of src/: an operator, a constant, a condition, a removed statement. The

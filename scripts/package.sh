@@ -1,4 +1,5 @@
 # Builds Debian packages of what is committed, twice, and tries them; or cross-builds them for ARCH; needs root.
+# SPDX-License-Identifier: MIT
 . scripts/support/sysroot.sh
 [ "$(id -u)" -eq 0 ] || fail "package: only root can set up a system to try the packages in"
 need_to_build_with debhelper dpkg-dev libcli11-dev libboost-dev libgtest-dev lintian mmdebstrap

@@ -1,4 +1,5 @@
 # Builds the library and shows it at work: on a small catalog, on a large file of real use, in a program.
+# SPDX-License-Identifier: MIT
 refuse_arguments "$@"
 need_to_build_with libcli11-dev xkb-data
 build release quxml-tool quickstart

@@ -1,4 +1,5 @@
 # Runs the tests under each sanitizer, with the standard library's own checks, and under valgrind; with names, only these.
+# SPDX-License-Identifier: MIT
 . scripts/support/googletest.sh
 need_to_build_with libboost-dev libgtest-dev googletest libcli11-dev clang libclang-rt-dev valgrind libc6-dbg
 

@@ -1,4 +1,5 @@
 # Builds for ARCHs (default: all) and fails if a size exceeds docs/sizes.md by 2 %; --write renews it.
+# SPDX-License-Identifier: MIT
 . scripts/support/sysroot.sh
 need_to_build_with libxml2-dev
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <quxml/version.h>
 
 #include <CLI/CLI.hpp>

@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: MIT
+
 # 32-bit ARM without floating-point hardware; programs run in qemu.
 set(CMAKE_SYSTEM_PROCESSOR armv5tel)
 set(triplet arm-linux-gnueabi)

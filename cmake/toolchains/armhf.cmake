@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: MIT
+
 # 32-bit ARM with floating-point registers; programs run in qemu.
 set(CMAKE_SYSTEM_PROCESSOR armv7l)
 set(triplet arm-linux-gnueabihf)

@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: MIT
+
 # What the toolchains of this folder share: Debian's cross compiler, whose names begin with `triplet`, and the sysroot that
 # `./dev cross ARCH` makes.
 set(CMAKE_SYSTEM_NAME Linux)

@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: MIT
+
 # 32-bit x86; the processor runs its programs, which the sysroot's own loader starts with the sysroot's libraries.
 set(CMAKE_SYSTEM_PROCESSOR i686)
 set(triplet i686-linux-gnu)

@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: MIT
+
 # 32-bit MIPS, little-endian; programs run in qemu.
 set(CMAKE_SYSTEM_PROCESSOR mips)
 set(triplet mipsel-linux-gnu)

@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: MIT
+
 # 32-bit PowerPC, big-endian; programs run in qemu.
 set(CMAKE_SYSTEM_PROCESSOR ppc)
 set(triplet powerpc-linux-gnu)

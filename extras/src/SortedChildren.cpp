@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Adding to a sorted element in logarithmic time.
 //
 // `Node::add_child` walks the children from the front and stops at the first one that does not go before the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_EXTRAS_TEXT_SINK_H
 #define QUXML_EXTRAS_TEXT_SINK_H
 

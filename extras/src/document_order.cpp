@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The nodes of a query's result in document order.
 //
 // The tree is walked from the top, but only along branches that lead to a node of the result, so that a small

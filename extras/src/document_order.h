@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_EXTRAS_DOCUMENT_ORDER_H
 #define QUXML_EXTRAS_DOCUMENT_ORDER_H
 

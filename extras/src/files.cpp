@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "quxml/extras/files.h"
 
 #include <fcntl.h>

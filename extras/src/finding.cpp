@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "quxml/extras/finding.h"
 
 #include "quxml/extras/Fields.h"

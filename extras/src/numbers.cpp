@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Numbers and durations as text.
 //
 // Floating-point numbers are checked against their grammar first; what converts them then sees nothing but

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Where nodes are, as paths of the library's own language.
 //
 // A step is a name and, if it has siblings of the same name, its position among these. Queries compare names

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Writing with escaped attributes.
 //
 // Texts and attributes append themselves to what has been gathered, as they do in the library. What they leave

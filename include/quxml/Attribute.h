@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_ATTRIBUTE_H
 #define QUXML_ATTRIBUTE_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_DOCUMENT_H
 #define QUXML_DOCUMENT_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_DOM_PARSER_ERROR_H
 #define QUXML_DOM_PARSER_ERROR_H
 

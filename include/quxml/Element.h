@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_ELEMENT_H
 #define QUXML_ELEMENT_H
 

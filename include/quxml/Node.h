@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_NODE_H
 #define QUXML_NODE_H
 

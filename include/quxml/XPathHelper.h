@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_XPATH_HELPER_H
 #define QUXML_XPATH_HELPER_H
 

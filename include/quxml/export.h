@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_EXPORT_H
 #define QUXML_EXPORT_H
 

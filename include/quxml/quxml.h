@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_QUXML_H
 #define QUXML_QUXML_H
 

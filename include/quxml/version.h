@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_VERSION_H
 #define QUXML_VERSION_H
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 SUMMARY = "Small XML document object model"
 DESCRIPTION = "quxml holds XML documents in memory as trees: it reads them, finds nodes by paths, changes them, \
 and writes them as compact or indented text."

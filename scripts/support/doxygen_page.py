@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Turns a page as it is written, GitHub's Markdown, into what Doxygen understands: `doxygen_page.py FILE` prints it.
 
 Headings get labels, links to pages and headings lead to labels, and links to other files of the repository become their

@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: MIT
+
 # For verbs whose tests have another standard library than Debian's GoogleTest: its interface has containers of that library
 # in it, so it is built once more, with the flags given, for the preset named.
 build_googletest() {

@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: MIT
+
 # For verbs that count instructions with valgrind.
 # shellcheck shell=bash
 

@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: MIT
+
 # Functions for verbs that build for 32-bit machines. A sysroot, build/sysroot/ARCH, has Debian's packages of that
 # architecture unpacked, not installed, so the package manager of this machine never knows of another architecture.
 architectures=(i386 armhf armel mipsel powerpc)

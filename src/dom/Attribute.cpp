@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "quxml/Attribute.h"
 
 namespace quxml {

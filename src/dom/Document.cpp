@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "quxml/Document.h"
 
 #include <utility>

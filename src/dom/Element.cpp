@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "quxml/Element.h"
 
 #include <utility>

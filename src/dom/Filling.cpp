@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Filling.h"
 
 #include <algorithm>

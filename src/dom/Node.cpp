@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The tree: linking, unlinking and destroying nodes.
 //
 // Children stand in a list, and a second time in the sibling links, which every operation here keeps in step.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Copies of nodes, each attached to its new parent by its own class.
 //
 // The elements below an element are copied on a list of open elements instead of by recursion: for each, its

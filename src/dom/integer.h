@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_DOM_INTEGER_H
 #define QUXML_DOM_INTEGER_H
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The canonical order of children: by name, and namesakes by item.
 //
 // The order is not a strict weak one. An element without an item goes before each of its namesakes, and each

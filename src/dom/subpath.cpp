@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Sub-paths: which leading part of a path of names ends at a node.
 //
 // The climb starts at the node and visits the components of the path from the last one to the first. A

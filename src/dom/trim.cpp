@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "trim.h"
 
 #include <cstddef>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_QUERY_CANDIDATES_H
 #define QUXML_QUERY_CANDIDATES_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ListPredicate.h"
 
 #include "dom/integer.h"

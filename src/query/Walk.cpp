@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The walk of a query.
 //
 // What a recursive walk would keep on the stack stands in rows. A row is one or more nodes that remain to be

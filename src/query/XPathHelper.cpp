@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The path-query engine as its users see it. `XPathHelper.h` has the language.
 //
 // A query takes its path apart once. `Walk` goes from node to node, `Step` holds one step, `ListPredicate` one

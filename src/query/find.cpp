@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The two searches of a node. They differ in what a name test means, and in nothing else.
 
 #include "Walk.h"

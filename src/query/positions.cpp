@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "positions.h"
 
 #include <algorithm>

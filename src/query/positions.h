@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_QUERY_POSITIONS_H
 #define QUXML_QUERY_POSITIONS_H
 

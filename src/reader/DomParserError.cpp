@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "quxml/DomParserError.h"
 
 namespace quxml {

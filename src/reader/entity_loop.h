@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_READER_ENTITY_LOOP_H
 #define QUXML_READER_ENTITY_LOOP_H
 

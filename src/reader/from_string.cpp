@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Reading: libxml2 parses the text into its own tree, which is copied into nodes of this library and freed.
 //
 // What is kept: elements, their attributes, and text that is the only node in its element, unless it is white

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_WRITER_TEXT_BUFFER_H
 #define QUXML_WRITER_TEXT_BUFFER_H
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The entry points of the writer: a document as compact or as formatted text.
 
 #include <string>

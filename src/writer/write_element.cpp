@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Elements and attributes as XML text.
 //
 // Where white space goes in formatted text, for a node at level n; compact text has none:

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Text and its escaping, the only escaping there is.
 
 #include <climits>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "conformance/checks.h"
 
 #include <algorithm>

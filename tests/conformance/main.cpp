@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Reads every file of the W3C's XML conformance suite and compares with libxml2. Prints what was found and a
 // table of counts; fails on any finding, and if the suite is not whole.
 

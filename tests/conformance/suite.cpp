@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "conformance/suite.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: MIT
+
 # bash consume.sh SETTINGS KIND NAME: the test NAME, one of the functions below, for KIND, static or shared.
 # shellcheck shell=bash disable=SC2154
 set -euo pipefail

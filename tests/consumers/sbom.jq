@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: MIT
+
 # Is this a document of SPDX 2.3?
 def string($pattern): type == "string" and test($pattern);
 def identifier: string("^SPDXRef-[A-Za-z0-9.-]+$");

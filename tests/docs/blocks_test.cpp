@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Keeps the blocks of the documentation true. Programs and what they print are cut from the files that the comment above
 // them names, and these are built and run; sessions with a shell are run again; CMake lists are configured. Commands to type,
 // which would take too long, must at least name verbs of ./dev that there are.

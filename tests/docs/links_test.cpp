@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Follows every link and picture of the documentation: the file has to be there, and the heading in it.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "markdown.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_TESTS_DOCS_SOURCE_TABLES_H
 #define QUXML_TESTS_DOCS_SOURCE_TABLES_H
 

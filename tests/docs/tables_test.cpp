@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Checks the tables of the documentation, each as the comment above it says. Most are run, for example that of
 // `<!-- queries on examples/catalog.xml -->`: each row says what to do and what comes of it. Others are compared with the
 // sources (`source_tables.h`). A table without a comment has to be named here, with the reason.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Covers how children are added and inserted, with their sibling links.
 
 #include "quxml/Node.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Covers copies of classes of an application's own, by example and against the plain procedure: link the copy,
 // then its attributes, then its children one by one.
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Covers copies of nodes: by import, by each class's own operation and as a new root, and of large and deep
 // sources.
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Covers what the destructor of a node destroys, in which order, and that it needs no deep stack.
 
 #include "quxml/Node.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Covers documents as owners of a tree: creating, setting and replacing the root, and moving. Roots made by
 // copying are covered with the copies.
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Covers what elements add to nodes: attributes and their order, and text children.
 
 #include "quxml/Element.h"

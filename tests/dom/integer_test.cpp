@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Covers the reading of integers, which items and positions are.
 
 #include "dom/integer.h"

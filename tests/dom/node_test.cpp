@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Covers what all nodes share: constructors, names, the list of children, looking up and importing.
 
 #include "quxml/Node.h"

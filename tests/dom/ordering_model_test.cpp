@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Covers the canonical order of children against a slow, obvious model, and sorting against the sort of
 // libstdc++'s lists.
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Covers the canonical order of children: the comparison, sorted insertion and sorting, by tables and examples.
 
 #include "dom/ordering.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Covers how children are removed and moved to the front, with the sibling links of those that stay.
 
 #include "quxml/Node.h"

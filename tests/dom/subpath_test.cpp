@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Covers sub-paths: which leading part of a path of names ends at a node, as the tree spells it.
 
 #include "quxml/Node.h"

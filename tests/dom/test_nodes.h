@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_TESTS_DOM_TEST_NODES_H
 #define QUXML_TESTS_DOM_TEST_NODES_H
 

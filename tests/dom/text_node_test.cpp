@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Covers text nodes: what they hold and what their two setters do with the argument.
 
 #include "quxml/TextNode.h"

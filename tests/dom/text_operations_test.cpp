@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Covers the splitting, trimming and comparing of texts. Boost's string algorithms do the same and are the judge: of
 // every short text, of random ones, of every pair of bytes, and under several locales.
 

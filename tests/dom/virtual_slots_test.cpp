@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Where virtual functions stand in their class's table is part of the binary interface: programs compiled before a change
 // of the order would call the wrong ones. The compiler's ABI is that of Itanium, which all our targets use. There a
 // destructor takes two slots.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Covers reading and replacing files: what an error says, and that a file is never left half written.
 
 #include "quxml/extras/files.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Covers queries whose results are elements in document order, and conditions on them.
 
 #include "quxml/extras/finding.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The extras running out of memory, at each allocation in turn: the caller sees `std::bad_alloc`, the links of
 // the tree agree, what promises to change nothing then has changed nothing, and nothing leaks. And what promises
 // to allocate nothing does so.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Covers the ranges: what they visit, what may change meanwhile, and that they allocate nothing (for that see
 // memory_failure_test.cpp).
 

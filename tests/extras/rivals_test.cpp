@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Runs each line of the table for those who come from other libraries, in docs/extras.md.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Covers `SortedChildren` against `Node::add_child`: two elements get the same children, one by each, and must
 // be the same after every addition that is looked at, refusals included.
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Covers the extras with independent documents on several threads at once; the thread sanitizer watches.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Covers comparing, merging, moving and removing, and the paths of nodes.
 
 #include "quxml/extras/trees.h"

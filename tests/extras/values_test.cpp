@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Covers typed values, in attributes and in texts.
 
 #include "quxml/extras/values.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Covers writing with escaped attributes: against the library's own writer, and by reading what was written.
 
 #include "quxml/extras/writing.h"

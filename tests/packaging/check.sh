@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: MIT
+
 # bash check.sh SOURCES VERSION CMAKE FOLDER NAME: the test NAME, one of the functions below, of what debian/ and
 # packaging/ say about the SOURCES; VERSION is the one of version.h, and in FOLDER the test may write.
 # shellcheck shell=bash

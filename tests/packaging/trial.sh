@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+
 # What a user of the Debian packages does in a bare system: installs them, uses the program, builds programs by every
 # route, and removes them. Beside this script are `packages`, `consumer` (a user's project) and `data` (documents).
 #

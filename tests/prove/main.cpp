@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Proofs by trying every case: what the library does in a clever way is compared with the plainest version that there
 // is, for all inputs there are or for all that can matter. Each proof is first made of a version with a fault that shows
 // in few cases, and has to find it.

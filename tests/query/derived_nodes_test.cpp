@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Queries of random trees that hold classes of an application's own, against the slow engine: by the library's own
 // comparators, and by comparators of a user that throw, or change the tree at any test. Two trees are grown from one
 // seed, one for each engine, and must stay alike: every comparison, its order, the results and what is left in a

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Every handler of XPathHelper called directly: what it returns, which lists it changes, what it does with
 // null entries, when it throws, and how results add up over several queries.
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The predicates of steps that select among children: how they are cut, in which order the forms are tried,
 // and the bare-literal form.
 

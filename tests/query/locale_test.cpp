@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Queries under a global locale whose character classes differ from the ordinary ones: it decides which
 // letters of names count as equal and which characters are trimmed from a path, and it is taken again at each
 // call.

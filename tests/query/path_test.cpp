@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Paths: how they are split into steps, walked and searched, name tests of both operations, deep trees, long
 // paths.
 

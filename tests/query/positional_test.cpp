@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Predicates that select by number or position: [3], [last()-1], [position()<3], by paths and by their
 // handlers.
 

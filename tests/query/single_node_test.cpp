@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The predicates of steps that test one node at a time: the first step of a path and a step after "//".
 
 #include "quxml/XPathHelper.h"

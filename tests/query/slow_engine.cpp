@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "query/slow_engine.h"
 
 #include <cstdint>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_TESTS_QUERY_SLOW_ENGINE_H
 #define QUXML_TESTS_QUERY_SLOW_ENGINE_H
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The library against the slow engine: every path of up to three steps over a few names and predicates, and
 // random paths, well formed and not, over random trees, in whatever order their nodes lie in memory. Each path
 // is tried with the library's own comparators and with a user's, for which it walks differently.

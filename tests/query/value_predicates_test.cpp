@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Predicates that test an attribute or the text of a child, on both routes side by side, and their handlers.
 
 #include "quxml/XPathHelper.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Covers reading: what of a text becomes a tree and what is dropped, encodings, sorted reading, limits, and
 // the way back from written text.
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Covers what happens to text that cannot be read: the exception and its message, the silence on standard
 // error, and the state in which libxml2 is left.
 

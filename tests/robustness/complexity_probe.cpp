@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Runs one measured operation, for a tool that counts instructions:
 //
 //     complexity_probe                 prints each operation's name, its largest size and the limit of its growth

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // No operation's work grows faster than its documentation says, by processor time at n and 16n. `./dev
 // complexity` counts instructions instead, of larger trees, which takes minutes and has no noise; here the
 // limits leave much room for other work on the machine, and for caches that a small tree fits into and a

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "robustness/counting_heap.h"
 
 #include <libxml/xmlmemory.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Text that wants to harm: whatever it is, the reader gives a tree that holds together or throws its own
 // exception, fetches nothing, and takes time and memory that can be foreseen.
 

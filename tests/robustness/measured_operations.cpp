@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "robustness/measured_operations.h"
 
 #include <memory>

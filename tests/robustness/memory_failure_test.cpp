@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Running out of memory, at each allocation in turn.
 //
 // Each operation is run on a fresh tree with its first allocation failing, then with its second failing, and

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // What a node takes from the heap: the fields that its class is documented to have, an entry in a list of its
 // parent, and nothing else. The lists of a standard library that checks them are larger.
 

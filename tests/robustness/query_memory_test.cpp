@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // What a query takes from the heap for its path, which may be as long as a hostile text.
 
 #ifndef _GLIBCXX_DEBUG

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The memory of reading: all of libxml2's tree is freed, whatever is in it and whatever happens.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Covers independent documents on several threads at once: each thread reads, changes, sorts, copies, queries
 // and writes its own. The thread sanitizer watches this test in `./dev sanitize`.
 

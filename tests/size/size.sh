@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: MIT
+
 # bash size.sh COMMAND ARCH FLAGS FOLDER [CMAKE_ARGUMENT...]: builds the library below FOLDER, from nothing, with the
 # compiler's FLAGS, and measures, all of it stripped: libquxml.so and the programs in programs/, which are linked with the
 # static library. COMMAND is one of

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/check_links.h"
 
 #include <iterator>

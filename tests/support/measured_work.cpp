@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/measured_work.h"
 
 #include <ctime>

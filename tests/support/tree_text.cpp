@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/tree_text.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_TESTS_SUPPORT_TREE_TEXT_H
 #define QUXML_TESTS_SUPPORT_TREE_TEXT_H
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The manual page and the completions of shells, which are installed as they stand in tools/manual/companions. The program
 // itself writes them, from what also makes its help.
 

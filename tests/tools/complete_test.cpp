@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // How shells complete a path from the file that stands on the command line: by what the program lists.
 
 #include <string>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // --create: elements that a path misses are made, once.
 
 #include <string>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // libxml2 refuses deep documents, but its limit can be another one some day: nothing in the program takes more
 // stack for a deeper tree.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "trees/document_order.h"
 
 #include <gtest/gtest.h>

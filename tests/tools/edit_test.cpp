@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // set, unset, text, add and remove, written to standard output. What they do to files is tested with
 // --in-place.
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Editing changes the bytes concerned and no others, whatever a document holds and however it is laid out.
 
 #include <quxml/Document.h>

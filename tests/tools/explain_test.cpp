@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The words of "quxml explain". Whether they are true is tested with the steps of paths.
 
 #include <string>

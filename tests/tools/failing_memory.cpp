@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Loaded before the C library, this refuses memory to a program: from the allocation on whose number is in QUXML_FAIL_FROM,
 // or only that one if its number is in QUXML_FAIL_ONCE. `operator new` allocates with malloc, so it fails as well. With
 // QUXML_COUNT, it writes to standard error how many allocations there were.

@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: MIT
+
 # shellcheck shell=sh
 # sh failing_memory.sh VARIABLE FIRST STEP LAST CODE ARGUMENT...
 # Runs the program PROGRAM with the library LIBRARY, which refuses it memory, once for each number from FIRST to LAST that

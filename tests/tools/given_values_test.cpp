@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // --arg NAME=VALUE, and $NAME in a path.
 
 #include <string>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // What is said when standard input is read and that may be a mistake.
 
 #include <string>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Editing in place: a file is whole at any moment, old or new, and it stays the same file to everybody else.
 
 #include <sys/stat.h>

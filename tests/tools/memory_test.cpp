@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The program itself, with allocations that fail: a single one, and all from some one on. It either ends with 5 and leaves
 // the file alone, or it does what it always does.
 

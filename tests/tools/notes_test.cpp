@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The notes on paths that mean something else here than in XPath, beside what these paths select.
 
 #include <sstream>

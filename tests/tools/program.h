@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_TESTS_TOOLS_PROGRAM_H
 #define QUXML_TESTS_TOOLS_PROGRAM_H
 

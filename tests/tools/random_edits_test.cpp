@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Random edits of random documents, compared with a second engine of the plainest kind. It has each document as a list of the
 // pieces that it was put together from, so it never has to find anything in a text: an edit exchanges pieces. What it
 // cannot know is how much white space add and remove take or give; there the rest of the document has to be right.

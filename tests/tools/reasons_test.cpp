@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Why nothing matches: what is said about it, by which commands, and when nothing is said.
 
 #include <chrono>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // What others do to a file between its being read and its being replaced.
 
 #include "writing/replace_file.h"

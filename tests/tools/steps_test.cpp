@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // What "quxml explain" says is put to the test: the steps that it describes are carried out here one by one, in
 // the plainest way, and have to select what the library's engine selects.
 

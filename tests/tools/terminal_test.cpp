@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // What differs when standard error is a terminal.
 
 #include "terminal.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Paths followed step by step select what the library's queries select; and where a value can be written in a path, the
 // path with a name in its place, for which the value is given, selects the same.
 

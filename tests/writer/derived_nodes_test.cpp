@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Covers the calls that nodes of derived classes get when a tree is written, and long pieces of text beside them.
 
 #include <gtest/gtest.h>

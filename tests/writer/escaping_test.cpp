@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Covers text: the escaping of its bytes, and its place in both layouts.
 
 #include <gtest/gtest.h>

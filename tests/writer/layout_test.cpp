@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Covers how elements, attributes and documents become XML text: both layouts, the white space of the
 // formatted one, and trees too deep or too wide for a careless writer.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "commands/DocumentEdit.h"
 
 #include <CLI/CLI.hpp>

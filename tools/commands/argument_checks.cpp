@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "commands/argument_checks.h"
 
 #include <libxml/tree.h>

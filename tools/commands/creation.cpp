@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // A step from which an element can be made asks for a name, for values of attributes, for the item and for texts of
 // children. Whether a path is made of such steps is judged before anything is looked at, so that a path is refused with
 // every document or with none. In the end the path has to select what was made: steps may contradict themselves.

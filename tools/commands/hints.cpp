@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "commands/hints.h"
 
 #include <unistd.h>

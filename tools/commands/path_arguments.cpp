@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "commands/path_arguments.h"
 
 #include <CLI/CLI.hpp>

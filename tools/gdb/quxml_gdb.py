@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Shows quxml's trees in gdb: printers for nodes and documents, and the commands quxml-tree and quxml-path.
 
 gdb loads this file by itself for an installed shared library; otherwise say `source quxml_gdb.py`.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "manual/manual.h"
 
 #include <sstream>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_TOOLS_MANUAL_MANUAL_H
 #define QUXML_TOOLS_MANUAL_MANUAL_H
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The last name of the path is not complete. What stands before it is a path of its own, and says where the name has to
 // be: in what that selects, anywhere below it, or among its attributes. A star in its place selects all that may stand
 // there.

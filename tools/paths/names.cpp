@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "paths/names.h"
 
 #include <algorithm>

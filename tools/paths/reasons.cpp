@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The path is followed until a step selects nothing. What that step could have selected is then looked at: the children
 // of the nodes so far, everything below them for a search, or what was left before the predicate that left nothing. All of
 // it is looked at once, so a reason costs no more than a query.

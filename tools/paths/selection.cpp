@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // A path is judged before anything is looked for: whether the library would come to a predicate that it refuses depends on
 // the document, but here a bad path is bad on every document. Then the library finds the nodes, in the order of their
 // addresses, and they are put into document order. A path that has names in place of values is not one that the library

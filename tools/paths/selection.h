@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_TOOLS_PATHS_SELECTION_H
 #define QUXML_TOOLS_PATHS_SELECTION_H
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // A path as the library's queries take it, without a document. Here is only where a path is cut and which way each
 // step takes; what a predicate means is asked of the library, and its exceptions say what it refuses. The tests compare
 // all of it with what the library selects.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // What the library's queries do in one walk is done here step by step; what a step or a predicate means is asked of the
 // library each time. For that, it does not matter that a set of nodes is taken along instead of one node after the
 // other: what a step selects below a node depends on that node alone, and no node is reached from two of them.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "reading/default_attributes.h"
 
 #include <libxml/SAX2.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "reading/encoding.h"
 
 #include <libxml/SAX2.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "reading/input.h"
 
 #include <libxml/xmlerror.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "reading/loss_kinds.h"
 
 #include <array>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_TOOLS_READING_LOSS_KINDS_H
 #define QUXML_TOOLS_READING_LOSS_KINDS_H
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The library keeps elements, their attributes, and text that is alone in its element. White space that holds
 // a line feed beside other content is taken for indentation and is not missed; white space without one may be
 // meant, and so may white space that is all there is in an element.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Where a document is first spelled differently from how the library would write it.
 //
 // Nothing of the document would be lost, so it has nothing but tags, texts that are alone in their elements, and white

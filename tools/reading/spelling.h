@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_TOOLS_READING_SPELLING_H
 #define QUXML_TOOLS_READING_SPELLING_H
 

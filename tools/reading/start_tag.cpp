@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Only what is inside a start tag is taken apart here. That is easy, since libxml2 has found it well-formed: an attribute
 // is a name, an equal sign with or without white space around it, and a value between two quotes of one kind, which
 // does not hold such a quote itself.

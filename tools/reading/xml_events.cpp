@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // libxml2 calls back once it has read something, and says how far it has come. With text it may not have come
 // to the end yet when it calls. Everything else begins at the next "<", which no text holds, or it is a
 // reference, whose length follows from its name.

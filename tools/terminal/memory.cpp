@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // When memory runs out, the program says so and ends with code 5, at once. There is nothing to undo, since a file is only
 // replaced as a whole, and nothing that could still be done is reliable: libxml2 does not report each allocation that
 // failed, so that a document seems malformed, or an encoding unknown; an exception takes memory itself; and nobody

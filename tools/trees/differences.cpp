@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Elements of the two documents are paired from the root downwards: children of a pair by their names, then by
 // their items. What is left of a name is paired in order, once the equal ones at the front and at the back are
 // out of the way, so that one more element in the middle is reported as just that. Fingerprints of whole subtrees

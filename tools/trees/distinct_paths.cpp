@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Each path knows what is below it by name, so an element is looked up by its parent's path and its own name, and no path is
 // ever put together. Attributes are looked up in the same way: there can be as many names of them as of children. The tree
 // is walked along a list of what is still to be visited, so a deep tree takes no more stack.

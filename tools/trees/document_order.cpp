@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The tree is walked from the root, but only along branches that lead to a node of the result, so that a
 // small result in a large document costs little. A list of nodes still to be visited takes the place of
 // recursion.

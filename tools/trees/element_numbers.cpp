@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "trees/element_numbers.h"
 
 namespace tool {

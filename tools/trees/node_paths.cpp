@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "trees/node_paths.h"
 
 #include <quxml/Element.h>

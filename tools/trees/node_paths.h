@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_TOOLS_TREES_NODE_PATHS_H
 #define QUXML_TOOLS_TREES_NODE_PATHS_H
 

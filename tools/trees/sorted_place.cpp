@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The order is the library's own: two elements are compared by adding them to an element that keeps its children sorted.
 // That takes no longer than linear, where adding each child in turn to such an element would take the square of it.
 

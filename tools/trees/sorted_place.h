@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_TOOLS_TREES_SORTED_PLACE_H
 #define QUXML_TOOLS_TREES_SORTED_PLACE_H
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The library's sort reverses namesakes without an item, since it counts each of them as going before the others. So
 // those without one are lent the largest number there is while the sort lasts.
 

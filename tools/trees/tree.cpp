@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Trees are walked along a list of what is still to be visited, so a deep tree takes no more stack.
 
 #include "trees/tree.h"

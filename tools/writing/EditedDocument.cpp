@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The tree tells which elements an edit is meant for, and is changed by the library's own means; the text is patched.
 // In the end the two are compared.
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Each edit becomes patches of the text that change as little as possible, and keep the way in which the document is laid
 // out.
 //

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Patches are made for the UTF-8 text, and applied to the bytes. Which bytes they are meant for is found by
 // converting once more, each time with no more room for the result than there is up to the next place looked for.
 // Whether all of that is right is seen by converting the patched bytes: they have to give the patched text.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "writing/SortedPlaces.h"
 
 #include <stdexcept>

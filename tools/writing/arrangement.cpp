@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // What the library reads of a sorted document is compared as the text that it would write of it: so no two trees are held
 // at once. A document that is only laid out needs no tree: where the same pieces have the same bytes, the same is read.
 

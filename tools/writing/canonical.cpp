@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "writing/canonical.h"
 
 #include <quxml/Element.h>

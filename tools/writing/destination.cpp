@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "writing/destination.h"
 
 #include "reading/input.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "writing/escaping.h"
 
 #include <quxml/Attribute.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // White space that is all there is in an element is no layout: the library reads it as a text unless it begins with a
 // line feed, and others read it always. It stays.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "writing/layout.h"
 
 #include <quxml/Element.h>

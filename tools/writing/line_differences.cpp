@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // What both texts begin and end with is left out. In what remains, lines that stand once in each of the texts are
 // common to both, as far as they are in the same order: the longest such series is taken. Between them the shortest
 // series of insertions and deletions is looked for, by Myers' greedy method: it follows all series of length 0, 1,

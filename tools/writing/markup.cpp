@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Where things stand is asked of libxml2, which the library reads with as well: the n-th start tag that it reports is
 // the n-th element of the tree.
 //

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // An element and the remarks that belong to it are one unit. The units of a parent change places with each other; what
 // stands between two places, white space and remarks that belong to no element, stays there.
 //

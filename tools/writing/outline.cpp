@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Between pieces there is nothing but text. So it is enough to know where the pieces are: an element is mixed if anything
 // but white space stands between two of them, be it text, a section of CDATA or a reference.
 

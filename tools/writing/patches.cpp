@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "writing/patches.h"
 
 #include <algorithm>

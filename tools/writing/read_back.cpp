@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "writing/read_back.h"
 
 #include "reading/input.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "writing/references.h"
 
 #include <cstddef>

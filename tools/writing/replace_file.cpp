@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // A file is replaced in an order in which each step may fail, or be the last that the machine makes, and the file is whole:
 //
 // 1. The old file is locked, and read under the lock. Another process of this program waits until the result has its name,

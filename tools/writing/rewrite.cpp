@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "writing/rewrite.h"
 
 #include "writing/arrangement.h"

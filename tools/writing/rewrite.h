@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_TOOLS_WRITING_REWRITE_H
 #define QUXML_TOOLS_WRITING_REWRITE_H
 

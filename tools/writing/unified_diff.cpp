@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "writing/unified_diff.h"
 
 #include <unistd.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_PLUGIN_H
 #define QUXML_PLUGIN_H
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // What the reader uses of libxml2, declared as libxml2 of the version STUB_LIBXML_VERSION declares it. Nothing here is
 // ever linked.
 #ifndef QUXML_TESTS_STUB_PARSER_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_TESTS_STUB_XMLERROR_H
 #define QUXML_TESTS_STUB_XMLERROR_H
 

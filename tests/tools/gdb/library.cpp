@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The program that gdb looks at: everything that its printers and commands can meet, in variables that are found in a core
 // without a stack too. It aborts when all of it is there. With paths as arguments it
 // writes what they select instead.

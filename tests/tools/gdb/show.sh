@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: MIT
+
 # bash show.sh GDB STRIP PROGRAM MODE WORK [EMULATOR...]: compares what gdb shows of PROGRAM with show.out. MODE is `live`,
 # `core` for a core file that gdb makes, `stripped` for one of a program without symbols, `paths` for running the program
 # with the paths that were shown, or `manual` for the sessions in docs/debugging.md. EMULATOR is what starts the program

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_EXTRAS_EXTRAS_H
 #define QUXML_EXTRAS_EXTRAS_H
 

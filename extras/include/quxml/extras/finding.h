@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_EXTRAS_FINDING_H
 #define QUXML_EXTRAS_FINDING_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_EXTRAS_PATHS_H
 #define QUXML_EXTRAS_PATHS_H
 

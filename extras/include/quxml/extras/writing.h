@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_EXTRAS_WRITING_H
 #define QUXML_EXTRAS_WRITING_H
 
