@@ -7,6 +7,7 @@
 #include "writing/EncodedText.h"
 
 #include <iconv.h>
+#include <libxml/xmlstring.h>
 
 #include <algorithm>
 #include <array>
@@ -61,6 +62,7 @@ public:
     /// Converts text from the front of `in`, at most `room` bytes of the result at once. False if that is no text, or
     /// if a character had to be replaced, as some versions of iconv do.
     bool convert(std::string_view& in, std::size_t room, std::string& out) {
+        // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): what is read of the buffer has been written before
         std::array<char, 4096> buffer;
         char* from = const_cast<char*>(in.data());
         std::size_t from_size = in.size();
@@ -77,7 +79,7 @@ public:
 
     /// Takes back to its first state what has states.
     void finish(std::string& out) {
-        std::array<char, 16> buffer;
+        std::array<char, 16> buffer{};
         char* to = buffer.data();
         std::size_t to_size = buffer.size();
         iconv(converter, nullptr, nullptr, &to, &to_size);
@@ -93,13 +95,9 @@ std::size_t get_character_size(std::string_view text) {
                                     text.begin());
 }
 
-unsigned long get_code_point(std::string_view character) {
-    constexpr std::array<unsigned, 5> masks{0, 0x7f, 0x1f, 0x0f, 0x07};
-    unsigned long code =
-        static_cast<unsigned char>(character[0]) & masks.at(std::min<std::size_t>(character.size(), 4));
-    for (const char byte : character.substr(1))
-        code = code << 6U | (static_cast<unsigned char>(byte) & 0x3fU);
-    return code;
+int get_code_point(std::string_view character) {
+    int size = static_cast<int>(character.size());
+    return xmlGetUTF8Char(reinterpret_cast<const unsigned char*>(character.data()), &size);
 }
 
 /// Finds the bytes of a document for places in its UTF-8 text, from the first to the last.
