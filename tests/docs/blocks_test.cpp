@@ -199,7 +199,7 @@ TEST(Readme, begins_with_a_program_of_at_most_15_lines) {
         const auto program = std::find_if(page.blocks.begin(), page.blocks.end(),
                                           [](const Block& block) { return block.language == "cpp"; });
         ASSERT_NE(program, page.blocks.end());
-        EXPECT_EQ(program->text, read_file(program->marker));
+        EXPECT_EQ("// SPDX-License-Identifier: MIT\n" + program->text, read_file(program->marker));
         EXPECT_LE(split_lines(program->text).size(), 15U);
     }
 }
