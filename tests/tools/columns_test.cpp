@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Several values of each match, in columns and as JSON.
 
 #include <string>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "terminal/json.h"
 
 #include <gtest/gtest.h>

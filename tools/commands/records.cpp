@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "commands/records.h"
 
 #include <quxml/Attribute.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #ifndef QUXML_TOOLS_COMMANDS_RECORDS_H
 #define QUXML_TOOLS_COMMANDS_RECORDS_H
 

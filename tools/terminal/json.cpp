@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Not every text that passes for UTF-8 elsewhere is valid: libxml2 lets sequences pass that are longer than they need to be.
 // A parser of JSON may refuse the whole output for one of them, so each character is checked here once more.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "trees/columns.h"
 
 #include <quxml/Attribute.h>
