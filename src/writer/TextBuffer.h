@@ -25,9 +25,10 @@ public:
         buffer[size++] = c;
     }
 
-    /// Appends the pieces one after another, and looks only once whether they fit.
+    /// Appends the pieces one after another, and looks only once whether they fit. Inlined with all that it calls,
+    /// whatever the compiler thinks of it: the lengths of most pieces are known where it is called.
     template <typename... Pieces>
-    void append(const Pieces&... pieces) {
+    [[gnu::always_inline]] void append(const Pieces&... pieces) {
         append_views(std::string_view(pieces)...);
     }
 
@@ -53,7 +54,7 @@ private:
 #endif
 
     template <typename... Views>
-    void append_views(Views... pieces) {
+    [[gnu::always_inline]] void append_views(Views... pieces) {
         if (!is_small) {
             const std::size_t length = (pieces.size() + ...);
             if (length > buffer.size() - size)
@@ -78,7 +79,7 @@ private:
 
     /// Most pieces are short, and for these a call of `memcpy` would take longer than the copy itself: they are
     /// copied as two words of fixed size, which overlap.
-    void copy(std::string_view piece) {
+    [[gnu::always_inline]] void copy(std::string_view piece) {
         char* const to = buffer.data() + size;
         size += piece.size();
         if (is_small || piece.size() > 32) {
@@ -98,7 +99,7 @@ private:
 
     /// Copies the first and the last `Length` bytes of a piece that has at most twice as many.
     template <std::size_t Length>
-    static void copy_ends(char* to, std::string_view piece) {
+    [[gnu::always_inline]] static void copy_ends(char* to, std::string_view piece) {
         const std::size_t rest = piece.size() - Length;
         std::array<char, Length> first;  // NOLINT(cppcoreguidelines-pro-type-member-init)
         std::array<char, Length> last;   // NOLINT(cppcoreguidelines-pro-type-member-init)
