@@ -1,17 +1,21 @@
 // SPDX-License-Identifier: MIT
 
-// Covers the calls that nodes of derived classes get when a tree is written, and long pieces of text beside them.
+// Covers the calls that nodes of derived classes get when a tree is written, and long pieces of text beside them, by
+// example and against the plain procedure.
 
 #include <gtest/gtest.h>
 
 #include <climits>
 #include <cstddef>
 #include <memory>
+#include <random>
 #include <stdexcept>
 #include <string>
+#include <typeinfo>
 #include <utility>
 #include <vector>
 
+#include "quxml/Attribute.h"
 #include "quxml/Document.h"
 #include "quxml/Element.h"
 #include "quxml/TextNode.h"
@@ -76,7 +80,7 @@ public:
 
     void write_to_string(std::string& out, int depth) const override {
         if (depth > 0)
-            out.append(static_cast<std::size_t>(2 * depth), ' ');
+            out.append(2 * static_cast<std::size_t>(depth), ' ');
         out += "<!--" + text + "-->";
         if (depth >= 0)
             out += "\n";
@@ -241,6 +245,139 @@ TEST(LongPieces, stay_in_their_place_beside_nodes_of_derived_classes) {
         element.write_to_string(out, -1);
         EXPECT_EQ(out, second + "<d/>" + piece + "</e>");
         EXPECT_EQ(calls, (Calls{"'t'@-1[" + first + "]", "d@-1[" + second + "]"}));
+    }
+}
+
+// ---- Against the plain procedure ----
+
+std::string escape_plainly(const std::string& text) {
+    std::string escaped;
+    for (const char c : text) {
+        switch (c) {
+            case '"':
+                escaped += "&quot;";
+                break;
+            case '&':
+                escaped += "&amp;";
+                break;
+            case '\'':
+                escaped += "&apos;";
+                break;
+            case '<':
+                escaped += "&lt;";
+                break;
+            case '>':
+                escaped += "&gt;";
+                break;
+            default:
+                escaped += c;
+        }
+    }
+    return escaped;
+}
+
+std::string indent(int depth) {
+    return std::string(depth > 0 ? 2 * static_cast<std::size_t>(depth) : 0, ' ');
+}
+
+void write_text_plainly(const TextNode& text, std::string& out, int depth) {
+    const bool is_inline = depth < 0 || text.get_parent()->get_children().size() == 1;
+    out += is_inline ? escape_plainly(text.get_content())
+                     : indent(depth) + escape_plainly(text.get_content()) + "\n";
+}
+
+/// Writes by recursion; nodes of derived classes are asked to write themselves.
+void write_plainly(const Node& node, std::string& out, int depth) {
+    if (typeid(node) == typeid(TextNode))
+        return write_text_plainly(dynamic_cast<const TextNode&>(node), out, depth);
+    if (typeid(node) != typeid(Element))
+        return node.write_to_string(out, depth);
+    const auto& element = dynamic_cast<const Element&>(node);
+    const quxml::NodeList children = element.get_children();
+    const char* const line_end = depth < 0 ? "" : "\n";
+    out += indent(depth) + "<" + element.get_name();
+    for (const quxml::Attribute* attribute : element.get_attributes())
+        out += " " + attribute->get_name() + "=\"" + attribute->get_value() + "\"";
+    if (children.empty()) {
+        out += std::string("/>") + line_end;
+        return;
+    }
+    const bool has_lines = depth >= 0 && (children.size() > 1 || !element.has_child_text());
+    out += has_lines ? ">\n" : ">";
+    for (const Node* child : children)
+        write_plainly(*child, out, depth < 0 ? -1 : depth + 1);
+    out += (has_lines ? indent(depth) : "") + "</" + element.get_name() + ">" + line_end;
+}
+
+/// Grows children of all kinds, and sometimes one that refuses to be written.
+void grow(Element& parent, std::mt19937& random, int levels, Calls& calls) {
+    const std::vector<std::string> texts = {"", "t", "a<b", "'\"&>", std::string(700, 'x')};
+    for (std::size_t count = random() % 5; count > 0; --count) {
+        const std::string& text = texts[random() % texts.size()];
+        Element* child = nullptr;
+        switch (random() % 24) {
+            case 0:
+                add<Refusing>(parent, &parent);
+                break;
+            case 1:
+            case 2:
+            case 3:
+                add<LoggedText>(parent, text, &parent, calls);
+                break;
+            case 4:
+            case 5:
+                add<Comment>(parent, "c", &parent);
+                break;
+            case 6:
+            case 7:
+            case 8:
+            case 9:
+                child = add<LoggedElement>(parent, "d", &parent, calls);
+                break;
+            case 10:
+            case 11:
+            case 12:
+            case 13:
+                parent.add_child_text(text);
+                break;
+            default:
+                child = parent.add_child("e");
+        }
+        if (child == nullptr)
+            continue;
+        if (random() % 2 == 0)
+            child->set_attribute("a", text);
+        if (levels > 0)
+            grow(*child, random, levels - 1, calls);
+    }
+}
+
+/// What a way of writing appends, whether an exception ended it, and what the logged nodes saw on the way.
+template <class Write>
+Calls observe(Calls& calls, Write write_tree) {
+    calls.clear();
+    std::string out = "+";
+    try {
+        write_tree(out);
+    } catch (const std::runtime_error& error) {
+        out += error.what();
+    }
+    Calls seen = calls;
+    seen.push_back(out);
+    return seen;
+}
+
+TEST(DerivedNodes, are_written_as_by_the_plain_procedure) {
+    for (unsigned seed = 1; seed <= 2000; ++seed) {
+        std::mt19937 random(seed);
+        Calls calls;
+        Element root("r", nullptr, false);
+        grow(root, random, 4, calls);
+        for (const int depth : {-1, 0, 3}) {
+            const Calls plain = observe(calls, [&](std::string& out) { write_plainly(root, out, depth); });
+            ASSERT_EQ(observe(calls, [&](std::string& out) { root.write_to_string(out, depth); }), plain)
+                << "seed " << seed << ", depth " << depth;
+        }
     }
 }
 
