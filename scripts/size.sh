@@ -10,8 +10,8 @@ command="check"
 size() {
     local arch=$1 flags failures=0 toolchain
     choose_toolchain "$arch"
-    for flags in -Os -O2; do
-        bash tests/size/size.sh "$command" "$arch" "$flags" "build/size/$arch$flags" -G Ninja "${toolchain[@]}" ||
+    for flags in -Os '-Os -flto' -O2; do
+        bash tests/size/size.sh "$command" "$arch" "$flags" "build/size/$arch${flags// /}" -G Ninja "${toolchain[@]}" ||
             failures=1
     done
     return "$failures"
