@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <ctime>
 #include <exception>
+#include <fstream>
 #include <iostream>
 #include <limits>
 #include <memory>
@@ -117,6 +118,28 @@ double time_per_run(const Run& run, double least_nanoseconds) {
         run.before();
     run.work();
     return run.before ? time_of_each(run, least_nanoseconds) : time_of_many(run, least_nanoseconds);
+}
+
+namespace {
+
+/// A line of the kernel's about this process, in bytes.
+std::size_t bytes_in_status(const std::string& field) {
+    constexpr std::size_t bytes_per_kilobyte = 1024;
+    std::ifstream status("/proc/self/status");
+    for (std::string line; std::getline(status, line);) {
+        if (line.compare(0, field.size(), field) == 0)
+            return std::stoul(line.substr(field.size())) * bytes_per_kilobyte;
+    }
+    throw std::runtime_error("/proc/self/status has no " + field);
+}
+
+}  // namespace
+
+std::size_t peak_of(const std::function<void()>& work) {
+    std::ofstream("/proc/self/clear_refs") << "5";  // forgets the peak so far
+    const std::size_t before = bytes_in_status("VmRSS:");
+    work();
+    return bytes_in_status("VmHWM:") - before;
 }
 
 }  // namespace bench

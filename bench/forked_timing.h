@@ -2,6 +2,7 @@
 #ifndef QUXML_BENCH_FORKED_TIMING_H
 #define QUXML_BENCH_FORKED_TIMING_H
 
+#include <cstddef>
 #include <functional>
 #include <string>
 
@@ -22,6 +23,10 @@ std::string in_child(const std::function<std::string()>& job);
 /// Nanoseconds of processor time that one run takes. The first run is not timed; then runs are, until they
 /// have taken the least time that is asked for.
 double time_per_run(const Run& run, double least_nanoseconds);
+
+/// By how many bytes the memory of this process grows at most while `work` runs, its pages counted.
+/// \throws std::runtime_error the system does not say.
+std::size_t peak_of(const std::function<void()>& work);
 
 }  // namespace bench
 

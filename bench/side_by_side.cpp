@@ -26,6 +26,7 @@ struct Options {
     std::vector<std::string> works;
     std::vector<std::string> once;  // work, input, library
     bool only_lists = false;
+    bool only_peaks = false;
     int repetitions = usual_repetitions;
     double milliseconds = usual_milliseconds;
 };
@@ -136,6 +137,20 @@ void list() {
     }
 }
 
+/// Prints, as JSON, how many bytes each library takes at most while it reads a large text and destroys the tree.
+void print_peaks() {
+    const std::vector<Work> all = works();
+    const Work& work = find_named(all, "read");
+    const std::string text = in_child(find_named(work.inputs, "siblings").text);
+    std::cout << "{\"text\": " << text.size();
+    for (const Contestant& contestant : work.contestants) {
+        const std::string peak =
+            in_child([&] { return std::to_string(peak_of(contestant.prepare(text, {}).work)); });
+        std::cout << ",\n\"" << contestant.name << "\": " << peak;
+    }
+    std::cout << "}\n";
+}
+
 void compare_all(const Options& options) {
     for (const Work& work : works()) {
         for (const Input& input : work.inputs) {
@@ -149,6 +164,8 @@ void compare_all(const Options& options) {
 void run(const Options& options) {
     if (options.only_lists)
         list();
+    else if (options.only_peaks)
+        print_peaks();
     else if (options.once.empty())
         compare_all(options);
     else
@@ -160,6 +177,7 @@ void add_options(CLI::App& app, Options& options) {
         ->check(CLI::PositiveNumber);
     app.add_option("--milliseconds", options.milliseconds, "How long a turn takes at least");
     app.add_flag("--list", options.only_lists, "Only print the works and their inputs");
+    app.add_flag("--peaks", options.only_peaks, "Only print how much memory reading takes at most");
     app.add_option("--once", options.once, "Only do WORK on INPUT by LIBRARY, once and untimed")->expected(3);
     app.add_option("WORK", options.works, "What is measured; everything, if nothing is named")
         ->check(CLI::IsMember(names_of_works()));

@@ -1,11 +1,23 @@
-# Times the library against others: all, or named WORKs; --quick; --write into docs; --check instructions [--write].
+# Times the library against others: all, or named WORKs; --quick; --arch i386; --write into docs; --check instructions [--write].
 # SPDX-License-Identifier: MIT
 . scripts/support/instructions.sh
+. scripts/support/sysroot.sh
 need_to_build_with libboost-dev libgtest-dev libcli11-dev libpugixml-dev libtinyxml2-dev valgrind python3-matplotlib
 need shared-mime-info xkb-data unicode-cldr-core libgirepository1.0-dev ssg-debian osinfo-db
-place=build/bench
-programs=$place/bench
 table=bench/instructions.txt
+
+# The programs for amd64, or those for i386 with what runs them; they take the turns on the same processor.
+choose_programs() {
+    preset=bench run=()
+    if [ "$1" = i386 ]; then
+        local libraries=$sysroots/i386/lib/i386-linux-gnu:$sysroots/i386/usr/lib/i386-linux-gnu
+        need_to_cross_build i386
+        preset=bench-i386 run=("$sysroots/i386/lib/ld-linux.so.2" --library-path "$libraries")
+    elif [ "$1" != amd64 ]; then
+        fail "bench: only for amd64 and i386"
+    fi
+    place=build/$preset programs=build/$preset/bench
+}
 
 count_work() {
     count_instructions "$programs/quxml_side_by_side" --once "$1" "$2" "$3"
@@ -49,21 +61,26 @@ count_reading() {
     done
 }
 
-check='' write='' turns=() works=()
-for argument; do
-    case $argument in
+check='' write='' arch=amd64 turns=() works=()
+while [ $# -gt 0 ]; do
+    case $1 in
         --check) check=yes ;;
         --write) write=yes ;;
         --quick) turns=(--repetitions 3 --milliseconds 5) ;;
-        -*) fail "bench: no such option: $argument" ;;
-        *) works+=("$argument") ;;
+        --arch) arch=${2-} && shift ;;
+        -*) fail "bench: no such option: $1" ;;
+        *) works+=("$1") ;;
     esac
+    shift
 done
-build bench quxml_side_by_side quxml_memory
+choose_programs "$arch"
+build "$preset" quxml_side_by_side quxml_memory
 # When glibc empties its fast bins, and what that costs, depends on chance; fixed works are counted without them.
 [ -z "$check" ] || export GLIBC_TUNABLES=glibc.malloc.mxfast=0
 
-if [ "$check" ] && [ "$write" ]; then
+if [ "$check" ] && [ "$arch" != amd64 ]; then
+    fail "bench: valgrind counts instructions of programs for amd64 only"
+elif [ "$check" ] && [ "$write" ]; then
     write_works
 elif [ "$check" ]; then
     check_works
@@ -71,12 +88,15 @@ else
     measured=$place/measured
     rm -rf "$measured"
     mkdir -p "$measured"
+    if [ ${#works[@]} -eq 0 ]; then
+        "${run[@]}" "$programs/quxml_memory" >"$measured/memory.json"
+        "${run[@]}" "$programs/quxml_side_by_side" --peaks >"$measured/peaks.json"
+    fi
     if [ ${#works[@]} -eq 0 ] && [ ${#turns[@]} -eq 0 ]; then
-        "$programs/quxml_memory" >"$measured/memory.json"
-        count_reading >"$measured/instructions.txt"
+        [ "$arch" != amd64 ] || count_reading >"$measured/instructions.txt"
     elif [ "$write" ]; then
         fail "bench: only a whole run is written into docs"
     fi
-    "$programs/quxml_side_by_side" "${turns[@]}" "${works[@]}" >"$measured/side_by_side.json"
-    /usr/bin/python3 bench/report.py "$measured" "$place" ${write:+docs}
+    "${run[@]}" "$programs/quxml_side_by_side" "${turns[@]}" "${works[@]}" >"$measured/side_by_side.json"
+    /usr/bin/python3 bench/report.py "$arch" "$measured" "$place" ${write:+docs}
 fi

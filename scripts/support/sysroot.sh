@@ -21,6 +21,7 @@ need_to_cross_build() {
     local triplet make=unpack_sysroot packages=(libxml2-dev libboost-dev libgtest-dev libcli11-dev liblzma-dev zlib1g-dev)
     triplet=$(triplet_of "$1")
     need_to_build_with "g++-12-$triplet" gdb-multiarch qemu-user
+    [ "$1" != i386 ] || packages+=(libpugixml-dev libtinyxml2-dev) # for the benchmarks
     [ "$1" != powerpc ] || make=build_sysroot packages=(dpkg-dev googletest libboost-dev libcli11-dev)
     [ "$(cat "$sysroots/$1/packages" 2>/dev/null)" != "${packages[*]}" ] || return 0
     rm -rf "${sysroots:?}/$1"
