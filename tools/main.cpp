@@ -2,7 +2,6 @@
 #include <quxml/version.h>
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <csignal>
 #include <exception>
 #include <memory>
@@ -12,7 +11,7 @@
 #include <vector>
 
 #include "commands/commands.h"
-#include "commands/hints.h"
+#include "manual/complaints.h"
 #include "manual/completion.h"
 #include "manual/help.h"
 #include "manual/manual.h"
@@ -21,8 +20,6 @@
 #include "terminal/memory.h"
 #include "terminal/messages.h"
 #include "terminal/output.h"
-#include "terminal/similar.h"
-#include "terminal/terminal.h"
 #include "terminal/words.h"
 
 namespace tool {
@@ -41,51 +38,6 @@ std::string get_version() {
            std::to_string(QUXML_VERSION_PATCH);
 }
 
-std::vector<std::string> get_command_names(const CLI::App& app) {
-    std::vector<std::string> names;
-    for (const CLI::App* command : get_commands(app))
-        names.push_back(command->get_name());
-    return names;
-}
-
-std::vector<std::string> get_option_names(const CLI::App& command) {
-    std::vector<std::string> names;
-    for (const CLI::Option* option : get_options(command)) {
-        for (const std::string& name : get_names(*option))
-            names.push_back(name);
-    }
-    return names;
-}
-
-/// The command that was named, or the program itself if there is none.
-const CLI::App& get_command(const CLI::App& app) {
-    const std::vector<CLI::App*> commands = app.get_subcommands();
-    return commands.empty() ? app : *commands.front();
-}
-
-/// What is wrong with a word that nothing takes.
-std::string get_complaint(const CLI::App& app, const std::string& word) {
-    const std::string unknown = to_printable(word);
-    const CLI::App& command = get_command(app);
-    if (begins_with(word, "-") && is_file(word))
-        return "there is no option " + unknown + "; for the file of that name write ./" + unknown +
-               ", or -- before it";
-    if (begins_with(unknown, "-"))
-        return "there is no option " + unknown + ask_for_similar(unknown, get_option_names(command));
-    return "there is no command " + quote(unknown) + ask_for_similar(unknown, get_command_names(app));
-}
-
-/// A word that is neither a command nor an option; empty if there is none.
-std::string get_unknown(const CLI::App& app) {
-    const std::vector<std::string> words = app.remaining(true);
-    const auto option = std::find_if(words.begin(), words.end(), [](const std::string& word) {
-        return begins_with(word, "-") && word != "--";
-    });
-    if (option != words.end())
-        return app.get_subcommands().empty() ? words.front() : *option;
-    return app.get_subcommands().empty() && !words.empty() ? words.front() : "";
-}
-
 /// Names the help on the command in question.
 Failure with_advice(const CLI::App& app, const std::string& message) {
     const std::vector<CLI::App*> commands = app.get_subcommands();
@@ -98,8 +50,8 @@ ExitCode answer(const CLI::App& app, const CLI::ParseError& error) {
     std::ostringstream out;
     std::ostringstream complaint;
     if (app.exit(error, out, complaint) != 0) {
-        const std::string unknown = get_unknown(app);
-        throw with_advice(app, unknown.empty() ? error.what() : get_complaint(app, unknown));
+        const std::string misspelt = get_complaint(app);
+        throw with_advice(app, misspelt.empty() ? error.what() : misspelt);
     }
     std::string text = out.str();
     write_output(text);

@@ -4,9 +4,9 @@
 #include <CLI/CLI.hpp>
 
 #include "commands/creation.h"
-#include "commands/rewrite_options.h"
+#include "commands/file_arguments.h"
+#include "commands/writing_options.h"
 #include "terminal/Failure.h"
-#include "terminal/messages.h"
 #include "terminal/words.h"
 
 namespace tool {
@@ -19,13 +19,12 @@ Failure get_refusal_without_file(const std::vector<Argument>& arguments) {
                                  arguments.back().name};
 }
 
-ExitCode run(const DocumentEdit& edit, const EditOptions& options) {
-    const std::string& file = options.destination.file;
-    if (options.destination.in_place && file == standard_input)
+ExitCode run(const DocumentEdit& edit, const WritingOptions& options) {
+    const std::string& file = options.file;
+    if (options.in_place && file == standard_input)
         throw get_refusal_without_file(edit.get_arguments());
-    if (!options.quiet && !options.destination.in_place)
-        write_hints(file, edit.get_arguments());
-    return change_document(options.destination, [&](const std::string& text) {
+    write_hints(options, edit.get_arguments());
+    return change_document(options, [&](const std::string& text) {
         EditedDocument document(file, text);
         edit.apply(document, options.quiet ? PathNotes::silent : PathNotes::written);
         document.require_to_read_back();
@@ -44,21 +43,21 @@ std::vector<quxml::Element*> DocumentEdit::get_elements(EditedDocument& document
                        : select_elements(document.get_tree(), path, notes);
 }
 
-void add_edit_options(CLI::App& command, EditOptions& options) {
-    add_destination_options(command, options.destination);
+void add_edit_options(CLI::App& command, WritingOptions& options) {
+    add_writing_options(command, options);
     command.add_flag("--quiet", options.quiet, "No notes or hints");
 }
 
 void add_command(CLI::App& app, Action& action, OwnedEdit owned) {
     const std::shared_ptr<DocumentEdit> edit = std::move(owned);
-    const auto options = std::make_shared<EditOptions>();
+    const auto options = std::make_shared<WritingOptions>();
     CLI::App* command = app.add_subcommand(edit->get_name(), edit->get_description());
     add_edit_options(*command, *options);
     edit->add_arguments(*command);
-    add_file_argument(*command, options->destination.file);
+    add_file_argument(*command, options->file);
     command->footer(edit->get_help());
     command->callback([edit, options, &action] {
-        edit->take_arguments(&options->destination.file);
+        edit->take_arguments(&options->file);
         require_all_named(edit->get_path().values, {edit->get_path()});
         action = [edit, options] { return run(*edit, *options); };
     });

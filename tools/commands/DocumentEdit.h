@@ -75,14 +75,8 @@ OwnedEdit create_set();
 OwnedEdit create_text();
 OwnedEdit create_unset();
 
-/// How a document is edited, but for the edits themselves.
-struct EditOptions {
-    Destination destination;
-    bool quiet = false;
-};
-
-/// Adds to a command the options about that.
-void add_edit_options(CLI::App& command, EditOptions& options);
+/// Adds to a command the options about what becomes of an edited document.
+void add_edit_options(CLI::App& command, WritingOptions& options);
 
 /// Adds the command that makes just this edit.
 void add_command(CLI::App& app, Action& action, OwnedEdit edit);

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "commands/commands.h"
+#include "commands/file_arguments.h"
 #include "commands/hints.h"
 #include "reading/input.h"
 #include "terminal/Failure.h"
@@ -59,7 +60,7 @@ void add_check(CLI::App& app, Action& action) {
     const auto options = std::make_shared<CheckOptions>();
     CLI::App* command = app.add_subcommand("check", "Check whether documents are well-formed");
     command->add_flag("--quiet", options->quiet, "Only exit with the code");
-    command->add_option("FILE", options->files, "The documents; standard input if there is none, or for -");
+    add_files_argument(*command, options->files);
     command->footer(help_on_check);
     command->callback([options, &action] { action = [options] { return check(*options); }; });
 }

@@ -10,8 +10,9 @@
 
 #include "commands/DocumentEdit.h"
 #include "commands/commands.h"
+#include "commands/file_arguments.h"
 #include "commands/hints.h"
-#include "commands/rewrite_options.h"
+#include "commands/writing_options.h"
 #include "reading/input.h"
 #include "terminal/Failure.h"
 #include "terminal/words.h"
@@ -38,7 +39,7 @@ struct WrittenEdit {
     OwnedEdit edit;
 };
 
-struct EditsOptions : EditOptions {
+struct EditsOptions : WritingOptions {
     std::vector<std::string> lines;
     Values values;
 };
@@ -184,9 +185,9 @@ std::string apply(const std::vector<WrittenEdit>& edits, const std::string& file
 }
 
 /// If the result is not read back as it should be, all is done once more to find out which edit it is.
-std::string apply(const std::vector<WrittenEdit>& edits, const EditOptions& options,
+std::string apply(const std::vector<WrittenEdit>& edits, const WritingOptions& options,
                   const std::string& text) {
-    const std::string& file = options.destination.file;
+    const std::string& file = options.file;
     try {
         return apply(edits, file, text, options.quiet ? PathNotes::silent : PathNotes::written, Check::once);
     } catch (const Failure& failure) {
@@ -198,14 +199,13 @@ std::string apply(const std::vector<WrittenEdit>& edits, const EditOptions& opti
 
 ExitCode edit(const EditsOptions& options) {
     const bool is_input_taken = options.lines.empty();
-    if (is_input_taken && options.destination.file == standard_input)
+    if (is_input_taken && options.file == standard_input)
         throw Failure(ExitCode::usage, "standard input has the edits, so a FILE is needed");
     if (is_input_taken && !options.quiet)
         write_terminal_hint("-e");
     const std::vector<WrittenEdit> edits = parse_edits(is_input_taken ? read_lines() : options.lines);
     give(edits, options.values);
-    return change_document(options.destination,
-                           [&](const std::string& text) { return apply(edits, options, text); });
+    return change_document(options, [&](const std::string& text) { return apply(edits, options, text); });
 }
 
 }  // namespace
@@ -218,7 +218,7 @@ void add_edit(CLI::App& app, Action& action) {
         ->type_name("EDIT")
         ->allow_extra_args(false);
     add_values_option(*command, options->values);
-    add_file_argument(*command, options->destination.file);
+    add_file_argument(*command, options->file);
     command->footer(help_on_edit);
     command->callback([options, &action] { action = [options] { return edit(*options); }; });
 }

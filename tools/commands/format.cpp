@@ -3,7 +3,8 @@
 #include <memory>
 
 #include "commands/commands.h"
-#include "commands/rewrite_options.h"
+#include "commands/file_arguments.h"
+#include "commands/writing_options.h"
 #include "writing/rewrite.h"
 
 namespace tool {

@@ -3,18 +3,11 @@
 
 #include <unistd.h>
 
-#include <filesystem>
-#include <system_error>
-
+#include "terminal/files.h"
 #include "terminal/messages.h"
 #include "terminal/words.h"
 
 namespace tool {
-
-bool is_file(const std::string& name) {
-    std::error_code ignored;
-    return std::filesystem::is_regular_file(name, ignored);
-}
 
 void write_hints(const std::string& file, const std::vector<Argument>& arguments) {
     if (file != standard_input)

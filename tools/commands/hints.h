@@ -7,9 +7,6 @@
 
 namespace tool {
 
-/// Whether there is a file of this name.
-bool is_file(const std::string& name);
-
 /// What an argument is taken for, and what it is.
 struct Argument {
     const char* name;

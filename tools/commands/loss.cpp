@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "commands/commands.h"
+#include "commands/file_arguments.h"
 #include "commands/hints.h"
 #include "reading/input.h"
 #include "reading/losses.h"
@@ -58,7 +59,7 @@ void add_loss(CLI::App& app, Action& action) {
     const auto file = std::make_shared<std::string>(standard_input);
     CLI::App* command =
         app.add_subcommand("loss", "List what is lost when a document is read and written again");
-    command->add_option("FILE", *file, "The document; standard input if it is - or missing");
+    add_file_argument(*command, *file);
     command->footer(help_on_loss);
     command->callback([file, &action] { action = [file] { return loss(*file); }; });
 }

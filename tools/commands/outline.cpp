@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "commands/commands.h"
+#include "commands/file_arguments.h"
 #include "commands/hints.h"
 #include "reading/input.h"
 #include "reading/losses.h"
@@ -160,7 +161,7 @@ void add_outline(CLI::App& app, Action& action) {
     command->add_flag("--paths", options->paths, "A path on each line, also on a terminal")
         ->excludes("--tree");
     command->add_flag("--quiet", options->quiet, "No warning of content that the outline leaves out");
-    command->add_option("FILE", options->files, "The documents; standard input if there is none, or for -");
+    add_files_argument(*command, options->files);
     command->footer(help_on_outline);
     command->callback([options, &action] { action = [options] { return outline(*options); }; });
 }

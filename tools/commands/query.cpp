@@ -13,6 +13,7 @@
 
 #include "commands/argument_checks.h"
 #include "commands/commands.h"
+#include "commands/file_arguments.h"
 #include "commands/hints.h"
 #include "commands/path_arguments.h"
 #include "commands/records.h"
@@ -312,7 +313,7 @@ void add_query(CLI::App& app, Action& action) {
     command->add_flag("--quiet", options->quiet,
                       "No notes on the path or on content that queries do not see");
     add_path_arguments(*command, options->path, "What to look for");
-    command->add_option("FILE", options->file, "The document; standard input if it is - or missing");
+    add_file_argument(*command, options->file);
     command->footer(help_on_query);
     command->callback([options, &action] {
         if (!options->column_list.empty())

@@ -12,17 +12,17 @@ namespace tool {
 
 namespace {
 
-ExitCode change_in_place(const Destination& destination, const Change& change) {
-    const Original original = read_original(destination.file);
+ExitCode change_in_place(const WritingOptions& options, const Change& change) {
+    const Original original = read_original(options.file);
     const std::string changed = change(original.text);
     if (changed != original.text)
-        replace_file(original, changed, destination.backup);
+        replace_file(original, changed, options.backup);
     return ExitCode::done;
 }
 
-ExitCode show_difference(const Destination& destination, const Change& change) {
-    const std::string text = read_text(destination.file);
-    std::string difference = get_unified_diff(destination.file, text, change(text));
+ExitCode show_difference(const WritingOptions& options, const Change& change) {
+    const std::string text = read_text(options.file);
+    std::string difference = get_unified_diff(options.file, text, change(text));
     const bool is_different = !difference.empty();
     write_output(difference);
     return is_different ? ExitCode::no_match : ExitCode::done;
@@ -30,17 +30,17 @@ ExitCode show_difference(const Destination& destination, const Change& change) {
 
 }  // namespace
 
-ExitCode change_document(const Destination& destination, const Change& change) {
-    if (destination.diff)
-        return show_difference(destination, change);
-    if (!destination.in_place) {
-        std::string changed = change(read_text(destination.file));
+ExitCode change_document(const WritingOptions& options, const Change& change) {
+    if (options.diff)
+        return show_difference(options, change);
+    if (!options.in_place) {
+        std::string changed = change(read_text(options.file));
         write_output(changed);
         return ExitCode::done;
     }
-    if (destination.file == standard_input)
+    if (options.file == standard_input)
         throw Failure(ExitCode::usage, "--in-place needs a FILE");
-    return change_in_place(destination, change);
+    return change_in_place(options, change);
 }
 
 }  // namespace tool

@@ -10,12 +10,13 @@
 
 namespace tool {
 
-/// Which document is changed, and what becomes of the result.
-struct Destination {
+/// What all commands share that write a document again: which document it is, and what becomes of the result.
+struct WritingOptions {
     std::string file = standard_input;
     bool in_place = false;
     bool diff = false;   // only show what would change
     std::string backup;  // what a file's name gets for a copy of the old text; empty for none
+    bool quiet = false;  // no notes, hints or warnings
 };
 
 /// Makes the new text of a document from the old one.
@@ -25,7 +26,7 @@ using Change = std::function<std::string(const std::string& text)>;
 /// text is as it was. If only the difference is wanted, that is written.
 /// \return `no_match` if there is a difference and only that is wanted.
 /// \throws Failure  nothing has been written; and what `change` throws
-ExitCode change_document(const Destination& destination, const Change& change);
+ExitCode change_document(const WritingOptions& options, const Change& change);
 
 }  // namespace tool
 

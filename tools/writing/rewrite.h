@@ -10,12 +10,11 @@
 namespace tool {
 
 /// What is done with a whole document.
-struct RewriteOptions : Destination {
+struct RewriteOptions : WritingOptions {
     bool formatted = false;
     bool sorted = false;
     bool canonical = false;  // as the library writes it
     bool lossy = false;
-    bool quiet = false;
     bool compact = false;
     bool no_declaration = false;
     std::string indent;  // a number or "tab"; empty for what the library has

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "commands/rewrite_options.h"
+#include "commands/writing_options.h"
 
 #include <CLI/CLI.hpp>
 #include <cstddef>
-
-#include "commands/hints.h"
 
 namespace tool {
 
@@ -26,22 +24,22 @@ std::string check_backup(const std::string& suffix) {
 
 }  // namespace
 
-void add_destination_options(CLI::App& command, Destination& destination) {
+void add_writing_options(CLI::App& command, WritingOptions& options) {
     CLI::Option* in_place =
-        command.add_flag("-i,--in-place", destination.in_place, "Change FILE itself, and only as a whole");
+        command.add_flag("-i,--in-place", options.in_place, "Change FILE itself, and only as a whole");
     command
-        .add_flag("--backup{~}", destination.backup,
+        .add_flag("--backup{~}", options.backup,
                   "With -i: keep the old text as FILE~, or with another SUFFIX given by --backup=SUFFIX")
         ->check(CLI::Validator(check_backup, ""))
         ->needs(in_place);
     command
-        .add_flag("--diff", destination.diff,
+        .add_flag("--diff", options.diff,
                   "Only show what would change, as \"patch\" reads it; exit with 1 if anything would")
         ->excludes(in_place);
 }
 
 void add_rewrite_options(CLI::App& command, RewriteOptions& options) {
-    add_destination_options(command, options);
+    add_writing_options(command, options);
     CLI::Option* canonical = command.add_flag("--canonical", options.canonical,
                                               "As the library writes it, without what it does not keep");
     command.add_flag("--lossy", options.lossy, "With -i: change FILE even if something of it is lost")
@@ -60,13 +58,9 @@ void add_layout_options(CLI::App& command, RewriteOptions& options) {
     command.add_flag("--no-declaration", options.no_declaration, "Leave out the XML declaration");
 }
 
-void add_file_argument(CLI::App& command, std::string& file) {
-    command.add_option("FILE", file, "The document; standard input if it is - or missing");
-}
-
-void write_hints(const RewriteOptions& options) {
+void write_hints(const WritingOptions& options, const std::vector<Argument>& arguments) {
     if (!options.quiet && !options.in_place)
-        write_hints(options.file);
+        write_hints(options.file, arguments);
 }
 
 }  // namespace tool
