@@ -36,15 +36,6 @@ std::string field(const char* name, const std::string& text) {
     return std::string("<") + name + ">" + text + "</" + name + ">";
 }
 
-std::vector<unsigned> shuffled_numbers(unsigned count) {
-    std::vector<unsigned> numbers(count);
-    std::iota(numbers.begin(), numbers.end(), 1U);
-    std::mt19937 random;  // NOLINT(cert-msc32-c,cert-msc51-cpp): the same numbers are wanted each time
-    for (std::size_t i = count - 1; i > 0; --i)
-        std::swap(numbers[i], numbers[random() % (i + 1)]);
-    return numbers;
-}
-
 /// 1,000 chains, each 90 levels deep; tinyxml2 reads no more than 100.
 std::string nested() {
     constexpr int chains = 1000;
@@ -165,8 +156,7 @@ std::string configuration() {
            "</logging>\n</configuration>\n";
 }
 
-std::string groups() {
-    constexpr int group_count = 1000;
+std::string groups(int group_count) {
     constexpr int entries = 25;
     constexpr int kinds = 10;
     std::string text = "<list>";
@@ -182,6 +172,15 @@ std::string groups() {
         text += "</group>";
     }
     return text + "</list>";
+}
+
+std::vector<unsigned> shuffled_numbers(unsigned count) {
+    std::vector<unsigned> numbers(count);
+    std::iota(numbers.begin(), numbers.end(), 1U);
+    std::mt19937 random;  // NOLINT(cert-msc32-c,cert-msc51-cpp): the same numbers are wanted each time
+    for (std::size_t i = count - 1; i > 0; --i)
+        std::swap(numbers[i], numbers[random() % (i + 1)]);
+    return numbers;
 }
 
 std::string siblings() {

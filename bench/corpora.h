@@ -24,11 +24,15 @@ std::vector<Corpus> canonical_corpora();
 /// About 2 KB, the configuration of a small device.
 std::string configuration();
 
-/// About 100,000 elements: "group"s of "entry"s, which have attributes and children with text.
-std::string groups();
+/// "group"s of 25 "entry"s each, which have attributes and children with text: about 100 elements, and 3.5 KB of
+/// text, in each group.
+std::string groups(int group_count);
 
 /// 100,000 siblings called "entry", each with an item of its own, in no particular order.
 std::string siblings();
+
+/// The numbers from 1 to `count`, in no particular order.
+std::vector<unsigned> shuffled_numbers(unsigned count);
 
 /// A root with n children whose names differ; the last is called "last".
 std::string different_siblings(std::size_t n);

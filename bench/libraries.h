@@ -13,6 +13,7 @@
 #include <memory>
 #include <pugixml.hpp>
 #include <string>
+#include <vector>
 
 namespace bench {
 
@@ -35,12 +36,21 @@ struct Quxml {
     /// A root with `count` children; `filled`: each has an attribute and a text.
     static Document build(std::size_t count, bool filled);
     static std::size_t count_elements(const Document& document);
+    /// Walks over all elements and returns the sum of the first bytes of their names.
+    static std::size_t look_at_names(const Document& document);
     /// Runs a query and returns how many nodes it found.
     static std::size_t find(const Document& document, const Path& path);
     /// Sorts the children of the root by name and item.
     static void sort(const Document& document);
     static bool has_child(const Document& document, const char* child_name);
     static bool has_attribute(const Document& document, const char* attribute_name);
+    /// A root with a child for each item, in the order of the items: each one added at its place, or all of them
+    /// appended and then sorted.
+    static Document add_sorted(const std::vector<unsigned>& items);
+    static Document append_and_sort(const std::vector<unsigned>& items);
+    /// Writes formatted text into a file: safely, or as one string.
+    static void write_file(const Document& document, const std::string& file);
+    static void write_string(const Document& document, const std::string& file);
 };
 
 struct Libxml2 {
@@ -60,6 +70,7 @@ struct Libxml2 {
     static Document copy(const Document& document);
     static Document build(std::size_t count, bool filled);
     static std::size_t count_elements(const Document& document);
+    static std::size_t look_at_names(const Document& document);
     static std::size_t find(const Document& document, const Path& path);
 };
 
@@ -74,6 +85,7 @@ struct Pugixml {
     static Document copy(const Document& document);
     static Document build(std::size_t count, bool filled);
     static std::size_t count_elements(const Document& document);
+    static std::size_t look_at_names(const Document& document);
     static std::size_t find(const Document& document, const Path& path);
     static void sort(const Document& document);
     static bool has_child(const Document& document, const char* child_name);

@@ -1,4 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include <quxml/extras/extras.h>
+
+#include <fstream>
 #include <vector>
 
 #include "libraries.h"
@@ -51,6 +54,14 @@ std::size_t Quxml::count_elements(const Document& document) {
     return count;
 }
 
+std::size_t Quxml::look_at_names(const Document& document) {
+    const quxml::Element& root = *document->get_root_node();
+    std::size_t sum = static_cast<unsigned char>(quxml::extras::name_of(root).front());
+    for (const quxml::Element& element : quxml::extras::descendants(root))
+        sum += static_cast<unsigned char>(quxml::extras::name_of(element).front());
+    return sum;
+}
+
 std::size_t Quxml::find(const Document& document, const Path& path) {
     return document->get_root_node()->find_exact_match(path.quxml).size();
 }
@@ -65,6 +76,31 @@ bool Quxml::has_child(const Document& document, const char* child_name) {
 
 bool Quxml::has_attribute(const Document& document, const char* attribute_name) {
     return document->get_root_node()->get_attribute(attribute_name) != nullptr;
+}
+
+Quxml::Document Quxml::add_sorted(const std::vector<unsigned>& items) {
+    auto document = std::make_shared<quxml::Document>(true);
+    quxml::extras::SortedChildren adder(*document->create_root_node("list"));
+    for (const unsigned item : items)
+        adder.add("entry", static_cast<int>(item));
+    return document;
+}
+
+Quxml::Document Quxml::append_and_sort(const std::vector<unsigned>& items) {
+    auto document = std::make_shared<quxml::Document>(false);
+    quxml::Element* root = document->create_root_node("list");
+    for (const unsigned item : items)
+        root->add_child("entry", static_cast<int>(item));
+    root->sort_children();
+    return document;
+}
+
+void Quxml::write_file(const Document& document, const std::string& file) {
+    quxml::extras::write_file(file, *document);
+}
+
+void Quxml::write_string(const Document& document, const std::string& file) {
+    std::ofstream(file, std::ios::binary) << document->write_to_string_formatted(true);
 }
 
 }  // namespace bench

@@ -58,6 +58,10 @@ COMPARISONS = (
     ("Find one of 10,000 children", "find_child", "pugixml", 1.0, None),
     ("Find one of 10,000 children", "find_child", "libxml2", None, None),
     ("Get one of 10,000 attributes", "get_attribute", "pugixml", 1.0, None),
+    ("Walk over all elements with `descendants`", "walk", "libxml2", 1.6, None),
+    ("Walk over all elements with `descendants`", "walk", "pugixml", 1.0, None),
+    ("Add 16,000 random items with `SortedChildren`", "add_sorted", "sort_children", 3.0, None),
+    ("Write 25 MB with `write_file`", "write_file", "string", 1.1, None),
 )
 INSTRUCTIONS_AIM = 1.38
 SMALL_QUERY_AIM = 0.8  # microseconds

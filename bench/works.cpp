@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "works.h"
 
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <utility>
 
 #include "corpora.h"
@@ -12,6 +17,7 @@ namespace {
 constexpr std::size_t many_elements = 100000;
 constexpr std::size_t many_siblings = 10000;
 constexpr std::size_t many_attributes = 10000;
+constexpr unsigned many_items = 16000;
 
 /// What a text says, whichever library wrote it and in whatever layout.
 std::string content_of(const std::string& text) {
@@ -139,6 +145,49 @@ Contestant reads_finds_and_writes() {
 }
 
 template <class Library>
+Contestant looks_at_names() {
+    return {Library::name, [](const std::string& text, const Path& /*path*/) -> Run {
+                const Tree<Library> tree = tree_of<Library>(text);
+                return {nullptr, [tree] { Library::look_at_names(*tree); },
+                        [tree] { return std::to_string(Library::look_at_names(*tree)); }};
+            }};
+}
+
+Contestant adds(const char* name, Quxml::Document (*make)(const std::vector<unsigned>&)) {
+    return {name, [make](const std::string& /*text*/, const Path& /*path*/) -> Run {
+                const auto items =
+                    std::make_shared<const std::vector<unsigned>>(shuffled_numbers(many_items));
+                const auto tree = std::make_shared<Quxml::Document>();
+                return {[tree] { tree->reset(); }, [tree, items, make] { *tree = make(*items); },
+                        [tree] { return content_of_tree<Quxml>(*tree); }};
+            }};
+}
+
+/// A file that is gone with the last copy of the pointer.
+std::shared_ptr<const std::string> temporary_file() {
+    const std::string name =
+        std::filesystem::temp_directory_path() / ("quxml-bench-" + std::to_string(::getpid()));
+    return {new std::string(name), [](const std::string* file) {
+                std::filesystem::remove(*file);
+                delete file;
+            }};
+}
+
+std::string text_of_file(const std::string& name) {
+    std::ifstream file(name, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+Contestant writes_file(const char* name, void (*write)(const Quxml::Document&, const std::string&)) {
+    return {name, [write](const std::string& text, const Path& /*path*/) -> Run {
+                const Tree<Quxml> tree = tree_of<Quxml>(text);
+                const auto file = temporary_file();
+                return {nullptr, [tree, file, write] { write(*tree, *file); },
+                        [file] { return text_of_file(*file); }};
+            }};
+}
+
+template <class Library>
 Contestant sorts() {
     return {Library::name, [](const std::string& text, const Path& /*path*/) -> Run {
                 const auto tree = std::make_shared<typename Library::Document>();
@@ -169,29 +218,39 @@ Input query(std::string (*text)(), const char* path, const char* xpath) {
     return {path, text, {path, xpath}};
 }
 
+/// About 100,000 elements.
+std::string many_groups() {
+    return groups(1000);
+}
+
+/// 25 MB when it is formatted.
+std::string large_list() {
+    return groups(4000);
+}
+
 std::vector<Input> queries() {
     return {
-        query(groups, "//name", "//name"),
-        query(groups, "//entry", "//entry"),
-        query(groups, "/list//value", "/list//value"),
-        query(groups, "list/group/entry", "/list/group/entry"),
-        query(groups, "list/group/entry/name", "/list/group/entry/name"),
-        query(groups, "list/*/entry", "/list/*/entry"),
-        query(groups, "list/group/", "/list/group/node()"),
-        query(groups, "//*", "//node()"),
-        query(groups, "//entry[@id]", "//entry[@id]"),
-        query(groups, "//entry[@id =e777]", "//entry[@id='e777']"),
-        query(groups, "list/group/entry[@id]", "/list/group/entry[@id]"),
-        query(groups, "list/group/entry[@kind='k3']", "/list/group/entry[@kind='k3']"),
-        query(groups, "list/group/entry[name='name 777']", "/list/group/entry[name='name 777']"),
-        query(groups, "list/group/entry[2]", "/list/group/entry[@item='2']"),
-        query(groups, "list/group/entry[position()=3]", "/list/group/entry[position()=3]"),
-        query(groups, "list/group/entry[last()]", "/list/group/entry[last()]"),
+        query(many_groups, "//name", "//name"),
+        query(many_groups, "//entry", "//entry"),
+        query(many_groups, "/list//value", "/list//value"),
+        query(many_groups, "list/group/entry", "/list/group/entry"),
+        query(many_groups, "list/group/entry/name", "/list/group/entry/name"),
+        query(many_groups, "list/*/entry", "/list/*/entry"),
+        query(many_groups, "list/group/", "/list/group/node()"),
+        query(many_groups, "//*", "//node()"),
+        query(many_groups, "//entry[@id]", "//entry[@id]"),
+        query(many_groups, "//entry[@id =e777]", "//entry[@id='e777']"),
+        query(many_groups, "list/group/entry[@id]", "/list/group/entry[@id]"),
+        query(many_groups, "list/group/entry[@kind='k3']", "/list/group/entry[@kind='k3']"),
+        query(many_groups, "list/group/entry[name='name 777']", "/list/group/entry[name='name 777']"),
+        query(many_groups, "list/group/entry[2]", "/list/group/entry[@item='2']"),
+        query(many_groups, "list/group/entry[position()=3]", "/list/group/entry[position()=3]"),
+        query(many_groups, "list/group/entry[last()]", "/list/group/entry[last()]"),
         query(siblings, "list/entry[position()=50000]", "/list/entry[position()=50000]"),
         query(siblings, "list/entry[last()]", "/list/entry[last()]"),
-        query(groups, "//none", "//none"),
-        query(groups, "list/group/none", "/list/group/none"),
-        query(groups, "list/group/entry[@none]", "/list/group/entry[@none]"),
+        query(many_groups, "//none", "//none"),
+        query(many_groups, "list/group/none", "/list/group/none"),
+        query(many_groups, "list/group/entry[@none]", "/list/group/entry[@none]"),
     };
 }
 
@@ -217,6 +276,8 @@ std::vector<Work> works() {
     const std::vector<Input> canonicals = inputs_of(canonical_corpora());
     const Input no_text{std::to_string(many_elements), [] { return std::string(); }, {}};
     const Input numbered{"items", siblings, {}};
+    const Input random_items{std::to_string(many_items), [] { return std::string(); }, {}};
+    const Input large{"groups", large_list, {}};
     const Input row{"siblings", row_of_siblings, {"list/last", "/list/last"}};
     const Input wide{"attributes", row_of_attributes, {}};
     return {
@@ -242,7 +303,7 @@ std::vector<Work> works() {
          {no_text},
          {builds<Quxml, true>(), builds<Libxml2, true>(), builds<Pugixml, true>(), builds<Tinyxml2, true>()}},
         {"find", queries(), {finds<Quxml>(), finds<Libxml2>(), finds<Pugixml>()}},
-        {"find_everything", {query(groups, "//*", "//node()")}, {finds<Quxml>(), builds_node_set()}},
+        {"find_everything", {query(many_groups, "//*", "//node()")}, {finds<Quxml>(), builds_node_set()}},
         {"find_in_small", {small_query()}, {finds<Quxml>(), finds<Libxml2>(), finds<Pugixml>()}},
         {"read_find_write_small",
          {small_query()},
@@ -254,6 +315,13 @@ std::vector<Work> works() {
         {"get_attribute",
          {wide},
          {looks_up<Quxml>(Quxml::has_attribute), looks_up<Pugixml>(Pugixml::has_attribute)}},
+        {"walk", canonicals, {looks_at_names<Quxml>(), looks_at_names<Libxml2>(), looks_at_names<Pugixml>()}},
+        {"add_sorted",
+         {random_items},
+         {adds("SortedChildren", Quxml::add_sorted), adds("sort_children", Quxml::append_and_sort)}},
+        {"write_file",
+         {large},
+         {writes_file("write_file", Quxml::write_file), writes_file("string", Quxml::write_string)}},
     };
 }
 
