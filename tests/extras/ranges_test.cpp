@@ -12,6 +12,7 @@
 #include <stdexcept>
 #include <string>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "quxml/Document.h"
@@ -113,6 +114,29 @@ TEST_F(Ranges, give_constant_nodes_from_constant_nodes) {
     static_assert(std::is_same<decltype(*ancestors(constant).begin()), const Element&>::value);
     static_assert(std::is_same<decltype(*attributes(constant).begin()), const Attribute&>::value);
     EXPECT_EQ(visited(children(constant)), visited(children(*root)));
+}
+
+TEST_F(Ranges, can_be_walked_again_after_the_tree_has_changed) {
+    const auto shelves = elements(*root, "shelf");
+    const auto below = descendants(*root, "shelf");
+    for (Element& shelf : shelves)
+        root->remove_child(&shelf);
+    EXPECT_EQ(visited(shelves), "");
+    root->add_child("shelf");
+    EXPECT_EQ(visited(shelves), "shelf");
+    EXPECT_EQ(visited(below), "shelf");
+}
+
+/// Whether there are children of a `Given`.
+template <class Given, class = void>
+struct HasChildren : std::false_type {};
+
+template <class Given>
+struct HasChildren<Given, decltype(children(std::declval<Given&>()).begin(), void())> : std::true_type {};
+
+TEST_F(Ranges, are_of_nodes_only) {
+    static_assert(HasChildren<Element>::value && HasChildren<const Node>::value);
+    static_assert(!HasChildren<Document>::value && !HasChildren<Element*>::value);
 }
 
 TEST_F(Ranges, work_with_the_standard_algorithms) {
