@@ -14,6 +14,7 @@
 #include "conformance/checks.h"
 #include "conformance/suite.h"
 #include "reader/libxml2_oracle.h"
+#include "support/read_file.h"
 
 namespace {
 
@@ -86,7 +87,7 @@ void print_table(const std::map<std::string, Counts>& rows) {
 // ---- The run ----
 
 Verdict check_file(const SuiteFile& file) {
-    Verdict verdict = quxml_conformance::check_text(quxml_conformance::read_file(file.path));
+    Verdict verdict = quxml_conformance::check_text(quxml_test::read_file(file.path));
     if (take_loads() > 0)
         verdict.findings.emplace_back("something outside the text was asked for");
     for (const std::string& finding : verdict.findings)

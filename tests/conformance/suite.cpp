@@ -3,13 +3,12 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <memory>
 #include <stdexcept>
 
 #include "reader/libxml2_oracle.h"
+#include "support/read_file.h"
 
 namespace quxml_conformance {
 
@@ -33,7 +32,7 @@ XmlTree parse(const std::string& text, const std::string& base, int options) {
 /// The catalogs of the contributors: the external entities that the main catalog declares.
 std::vector<std::string> list_catalogs(const path& folder) {
     const path main_catalog = folder / "xmlconf.xml";
-    const XmlTree tree = parse(read_file(main_catalog), main_catalog, 0);
+    const XmlTree tree = parse(quxml_test::read_file(main_catalog), main_catalog, 0);
     if (tree->intSubset == nullptr)
         throw std::runtime_error("the main catalog declares nothing");
     std::vector<std::string> catalogs;
@@ -99,13 +98,6 @@ std::string get_kind(const Catalog& catalog, const path& file) {
 }
 
 }  // namespace
-
-std::string read_file(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file)
-        throw std::runtime_error("cannot be opened: " + path);
-    return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
-}
 
 Suite read_suite(const std::string& folder) {
     const Catalog catalog = read_catalogs(folder);

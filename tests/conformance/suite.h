@@ -25,8 +25,6 @@ struct Suite {
 /// \throws std::exception if a catalog cannot be read, or a file named in one is missing.
 Suite read_suite(const std::string& folder);
 
-std::string read_file(const std::string& path);
-
 }  // namespace quxml_conformance
 
 #endif

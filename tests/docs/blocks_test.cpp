@@ -26,7 +26,7 @@ namespace {
 
 using quxml_test::Block;
 using quxml_test::Page;
-using quxml_test::read_file;
+using quxml_test::read_repository_file;
 using quxml_test::top;
 
 struct Result {
@@ -127,7 +127,7 @@ void expect_to_be_tested(const std::string& name) {
 void check_cut(const Block& block) {
     ASSERT_TRUE(quxml_test::is_file(block.marker)) << "no file is named above this block:\n" << block.text;
     expect_to_be_tested(block.marker);
-    EXPECT_TRUE(is_cut_from(split_lines(block.text), split_lines(read_file(block.marker))))
+    EXPECT_TRUE(is_cut_from(split_lines(block.text), split_lines(read_repository_file(block.marker))))
         << block.marker << " does not contain\n"
         << block.text;
 }
@@ -199,7 +199,7 @@ TEST(Readme, begins_with_a_program_of_at_most_15_lines) {
         const auto program = std::find_if(page.blocks.begin(), page.blocks.end(),
                                           [](const Block& block) { return block.language == "cpp"; });
         ASSERT_NE(program, page.blocks.end());
-        EXPECT_EQ("// SPDX-License-Identifier: MIT\n" + program->text, read_file(program->marker));
+        EXPECT_EQ("// SPDX-License-Identifier: MIT\n" + program->text, read_repository_file(program->marker));
         EXPECT_LE(split_lines(program->text).size(), 15U);
     }
 }

@@ -3,9 +3,10 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <regex>
 #include <sstream>
+
+#include "support/read_file.h"
 
 namespace quxml_test {
 
@@ -109,7 +110,7 @@ private:
 
 Page read_page(const std::string& name) {
     Reader reader(name);
-    std::istringstream lines(read_file(name));
+    std::istringstream lines(read_repository_file(name));
     for (std::string line; std::getline(lines, line);)
         reader.add(line);
     return reader.page;
@@ -131,11 +132,8 @@ std::vector<Page> read_pages() {
     return pages;
 }
 
-std::string read_file(const std::string& name) {
-    std::ifstream file(top + name, std::ios::binary);
-    std::ostringstream text;
-    text << file.rdbuf();
-    return text.str();
+std::string read_repository_file(const std::string& name) {
+    return read_file(top + name);
 }
 
 bool is_file(const std::string& name) {

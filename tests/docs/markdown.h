@@ -47,7 +47,7 @@ extern const std::string top;
 std::vector<Page> read_pages();
 
 /// A file of the repository as it is.
-std::string read_file(const std::string& name);
+std::string read_repository_file(const std::string& name);
 
 bool is_file(const std::string& name);
 

@@ -52,7 +52,7 @@ long long to_number(const Cell& cell) {
 }
 
 std::string public_part(const std::string& header) {
-    const std::string text = read_file("include/quxml/" + header + ".h");
+    const std::string text = read_repository_file("include/quxml/" + header + ".h");
     const std::size_t hidden = text.find("\nprivate:");
     return text.substr(0, hidden) + text.substr(text.find("\n};", hidden));
 }
@@ -98,7 +98,8 @@ void expect_every_operation(const Table& table) {
 void check_exceptions(const Page& page, const Table& table, const std::string& subject) {
     check_operations(page, table, subject);
     expect_every_operation(table);
-    const Names types = to_set(find_all(read_file("docs/errors.md"), "`((?:std|quxml)::[A-Za-z_]+)`"));
+    const Names types =
+        to_set(find_all(read_repository_file("docs/errors.md"), "`((?:std|quxml)::[A-Za-z_]+)`"));
     expect_all_of(find_in_column(table, 1, "(.*::.*)"), types);
 }
 
@@ -109,7 +110,7 @@ void check_costs(const Page& page, const Table& table, const std::string& subjec
     named.insert(classes().begin(), classes().end());
     expect_all_of(declared_operations(), named);
 
-    const std::string sources = read_file("tests/robustness/measured_operations.cpp");
+    const std::string sources = read_repository_file("tests/robustness/measured_operations.cpp");
     EXPECT_EQ(codes_of_column(table, 2),
               to_set(find_all(sources, R"re(measure(?:_[a-z]+)?\(\s*"([a-z_]+)")re")));
     const Names quadratic = to_set(find_all(sources, R"re("([a-z_]+)", Growth::quadratic)re"));
@@ -191,7 +192,7 @@ void check_pages(const Page& page, const Table& table, const std::string& folder
 /// | Command of gdb | ...
 void check_commands_of(const Page& /*page*/, const Table& table, const std::string& script) {
     EXPECT_EQ(find_in_column(table, 0, "^([a-z-]+)"),
-              to_set(find_all(read_file(script), R"re("(quxml-[a-z]+)")re")));
+              to_set(find_all(read_repository_file(script), R"re("(quxml-[a-z]+)")re")));
 }
 
 Names fuzz_targets() {
@@ -212,7 +213,7 @@ void check_runs(const Page& /*page*/, const Table& table, const std::string& /*s
 void check_targets(const Page& page, const Table& table, const std::string& subject) {
     check_runs(page, table, subject);
     for (const auto& row : table.rows) {
-        const std::string source = read_file("fuzz/fuzz_" + row[0].code.at(0) + ".cpp");
+        const std::string source = read_repository_file("fuzz/fuzz_" + row[0].code.at(0) + ".cpp");
         const Cell length{find_all(row[1].text, "at most ([0-9,]+)").at(0), {}};
         EXPECT_EQ(to_number(length), std::stoll(find_all(source, "longest_input = ([0-9]+);").at(0)))
             << row[0].text;

@@ -30,7 +30,7 @@ using Row = std::vector<Cell>;
 using Names = std::vector<std::string>;
 
 std::shared_ptr<quxml::Document> read(const std::string& file) {
-    return quxml::from_string(quxml_test::read_file(file), false);
+    return quxml::from_string(quxml_test::read_repository_file(file), false);
 }
 
 std::string write(const quxml::Node& node) {
@@ -182,7 +182,7 @@ std::string get_blanks_at_end(std::string text) {
 
 /// | Piece of the text | Before it | After it | ...
 void check_white_space(const Table& table, const std::string& file) {
-    const std::string text = quxml_test::read_file(file);
+    const std::string text = quxml_test::read_repository_file(file);
     for (const Row& row : table.rows) {
         const std::string piece = row[0].code.at(0);
         const std::size_t at = text.find(piece);

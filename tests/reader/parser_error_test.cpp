@@ -11,7 +11,6 @@
 #include <cstddef>
 #include <exception>
 #include <fstream>
-#include <iterator>
 #include <random>
 #include <stdexcept>
 #include <string>
@@ -23,6 +22,7 @@
 #include "quxml/Document.h"
 #include "quxml/Element.h"
 #include "support/expect_throw.h"
+#include "support/read_file.h"
 
 #if defined(__has_feature)
 #if __has_feature(address_sanitizer)
@@ -572,12 +572,6 @@ TEST(Failure, of_one_call_leaves_documents_read_before_and_after_alone) {
 
 // ---- Texts with random faults ----
 
-std::string read_data(const std::string& file) {
-    std::ifstream stream(QUXML_REPOSITORY "/tests/data/" + file, std::ios::binary);
-    EXPECT_TRUE(stream) << "cannot open " << file;
-    return std::string(std::istreambuf_iterator<char>(stream), {});
-}
-
 /// Changes, drops or doubles a few bytes.
 std::string spoil(std::string text, std::mt19937& random) {
     static const std::string bytes = std::string(1, '\0') + "<>&;/='\"!?-[]:ax \n\x80\xC3\xFF";
@@ -605,7 +599,7 @@ TEST(SpoiledText, is_read_or_refused_as_libxml2_does) {
     const int rounds = 500;
     const char* const files[] = {"catalog.xml", "dropped.xml", "names.xml", "texts.xml"};
     for (const char* const file : files) {
-        const std::string sound = read_data(file);
+        const std::string sound = quxml_test::read_file(std::string(QUXML_REPOSITORY "/tests/data/") + file);
         for (unsigned seed = 0; seed < rounds; ++seed) {
             SCOPED_TRACE(std::string(file) + ", seed " + std::to_string(seed));
             std::mt19937 random(seed);

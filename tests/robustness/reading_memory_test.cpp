@@ -5,13 +5,12 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
-#include <fstream>
-#include <iterator>
 #include <new>
 #include <string>
 
 #include "quxml/quxml.h"
 #include "robustness/counting_heap.h"
+#include "support/read_file.h"
 
 namespace quxml_test {
 
@@ -98,8 +97,7 @@ TEST(ReadingMemory, is_all_freed_when_the_new_tree_finds_no_memory_halfway) {
 // docs/devices.md has the figures. The file has 55 elements, 37 attributes and 38 texts, with two blocks each but for
 // the root, and the document and its five strings of more than 15 bytes have one more each.
 TEST(ReadingMemory, of_a_small_configuration_is_known) {
-    std::ifstream file(QUXML_REPOSITORY "/examples/device.xml");
-    const std::string text{std::istreambuf_iterator<char>(file), {}};
+    const std::string text = read_file(QUXML_REPOSITORY "/examples/device.xml");
     ASSERT_EQ(text.size(), 2005U);
     const CountingHeap before = cpp_heap();
     const auto document = from_string(text, false);

@@ -13,7 +13,6 @@
 #include <ctime>
 #include <fstream>
 #include <functional>
-#include <iterator>
 #include <memory>
 #include <random>
 #include <string>
@@ -26,6 +25,7 @@
 #include "quxml/TextNode.h"
 #include "support/check_links.h"
 #include "support/plain_escaping.h"
+#include "support/read_file.h"
 #include "support/small_stack.h"
 #include "support/tree_text.h"
 
@@ -597,12 +597,6 @@ std::string golden_path(const std::string& file) {
     return QUXML_REPOSITORY "/tests/data/" + file;
 }
 
-std::string read_file(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    EXPECT_TRUE(file) << "cannot open " << path;
-    return std::string(std::istreambuf_iterator<char>(file), {});
-}
-
 bool is_update_wanted() {
     const char* const update = std::getenv("QUXML_UPDATE_GOLDEN");  // NOLINT(concurrency-mt-unsafe)
     return update != nullptr && std::string(update) == "1";
@@ -618,7 +612,7 @@ class GoldenFile : public ::testing::TestWithParam<const char*> {};
 
 TEST_P(GoldenFile, is_written_as_expected_in_both_layouts) {
     const std::string name = GetParam();
-    const auto document = quxml::from_string(read_file(golden_path(name + ".xml")), false);
+    const auto document = quxml::from_string(quxml_test::read_file(golden_path(name + ".xml")), false);
     EXPECT_TRUE(links_agree(document->get_root_node()));
     const std::string compact = document->write_to_string();
     const std::string formatted = document->write_to_string_formatted(true);
@@ -627,18 +621,18 @@ TEST_P(GoldenFile, is_written_as_expected_in_both_layouts) {
         write_file(golden_path(name + ".formatted"), formatted);
         GTEST_SKIP() << "expected texts rewritten; look at the difference before you commit it";
     }
-    EXPECT_EQ(compact, read_file(golden_path(name + ".compact")));
-    EXPECT_EQ(formatted, read_file(golden_path(name + ".formatted")));
+    EXPECT_EQ(compact, quxml_test::read_file(golden_path(name + ".compact")));
+    EXPECT_EQ(formatted, quxml_test::read_file(golden_path(name + ".formatted")));
 }
 
 TEST_P(GoldenFile, comes_back_unchanged_from_both_layouts) {
     const std::string name = GetParam();
     if (is_update_wanted())
         GTEST_SKIP() << "expected texts are being rewritten";
-    const auto document = quxml::from_string(read_file(golden_path(name + ".xml")), false);
+    const auto document = quxml::from_string(quxml_test::read_file(golden_path(name + ".xml")), false);
     for (const char* const layout : {".compact", ".formatted"}) {
         SCOPED_TRACE(layout);
-        const auto again = quxml::from_string(read_file(golden_path(name + layout)), false);
+        const auto again = quxml::from_string(quxml_test::read_file(golden_path(name + layout)), false);
         EXPECT_EQ(to_line(again->get_root_node()), to_line(document->get_root_node()));
     }
 }

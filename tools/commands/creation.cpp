@@ -12,7 +12,7 @@
 #include <utility>
 
 #include "commands/argument_checks.h"
-#include "paths/walk.h"
+#include "paths/PathWalk.h"
 #include "terminal/Failure.h"
 #include "terminal/words.h"
 #include "trees/tree.h"

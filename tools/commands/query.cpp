@@ -17,7 +17,7 @@
 #include "commands/hints.h"
 #include "commands/path_arguments.h"
 #include "commands/records.h"
-#include "paths/reasons.h"
+#include "paths/predicate_reasons.h"
 #include "paths/selection.h"
 #include "reading/input.h"
 #include "reading/losses.h"

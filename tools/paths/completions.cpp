@@ -13,8 +13,8 @@
 #include <unordered_set>
 #include <utility>
 
+#include "paths/PathWalk.h"
 #include "paths/selection.h"
-#include "paths/walk.h"
 #include "terminal/Failure.h"
 #include "terminal/words.h"
 

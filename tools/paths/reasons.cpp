@@ -6,217 +6,30 @@
 
 #include "paths/reasons.h"
 
-#include <quxml/Attribute.h>
-#include <quxml/Element.h>
-
 #include <algorithm>
 #include <cstddef>
-#include <unordered_set>
+#include <utility>
 
+#include "paths/DistinctWords.h"
+#include "paths/PathWalk.h"
 #include "paths/notes.h"
-#include "terminal/similar.h"
-#include "terminal/terminal.h"
-#include "terminal/words.h"
-#include "trees/tree.h"
+#include "paths/predicate_reasons.h"
+#include "paths/surroundings.h"
 
 namespace tool {
 
 namespace {
 
-/// Words, each once, in the order in which they come.
-class Words {
-public:
-    void add(const std::string& word) {
-        if (known.insert(word).second)
-            words.push_back(word);
-    }
-
-    bool has(const std::string& word) const { return known.count(word) != 0; }
-    bool is_empty() const { return words.empty(); }
-
-    /// The first of them, one after the other.
-    std::string list(bool quoted) const {
-        constexpr std::size_t most = 8;
-        std::string text;
-        for (std::size_t i = 0; i != std::min(most, words.size()); ++i)
-            text += (i == 0 ? "" : ", ") +
-                    (quoted ? quote(shorten(escape_controls(words[i]))) : shorten(words[i]));
-        if (words.size() > most)
-            text += " and " + std::to_string(words.size() - most) + " more";
-        return text;
-    }
-
-    std::string ask_for(const std::string& word) const { return ask_for_similar(word, words); }
-
-private:
-    /// No character is cut in two.
-    static std::string shorten(const std::string& word) {
-        constexpr std::size_t longest = 40;
-        if (word.size() <= longest)
-            return word;
-        std::size_t end = longest;
-        while (end != 0 && !begins_character(word[end]))
-            --end;
-        return word.substr(0, end) + "...";
-    }
-
-    std::vector<std::string> words;
-    std::unordered_set<std::string> known;
-};
-
-const quxml::Element* to_element(const quxml::Node* node) {
-    return dynamic_cast<const quxml::Element*>(node);
-}
-
-void add_attributes(const quxml::Node* node, Words& words) {
-    if (const quxml::Element* element = to_element(node))
-        for (const quxml::Attribute* attribute : element->get_attributes())
-            words.add(attribute->get_name());
-}
-
-Words get_attributes(const Nodes& nodes) {
-    Words words;
-    for (const quxml::Node* node : nodes)
-        add_attributes(node, words);
-    return words;
-}
-
-Words get_values(const Nodes& nodes, const std::string& attribute) {
-    Words words;
-    for (const quxml::Node* node : nodes) {
-        const quxml::Element* element = to_element(node);
-        if (element != nullptr && element->get_attribute(attribute) != nullptr)
-            words.add(element->get_attribute_value(attribute));
-    }
-    return words;
-}
-
-/// The elements in these nodes.
-Nodes get_children(const Nodes& nodes) {
-    Nodes children;
-    for (const quxml::Node* node : nodes) {
-        for (quxml::Node* child : node->get_children()) {
-            if (to_element(child) != nullptr)
-                children.push_back(child);
-        }
-    }
-    return children;
-}
-
-Words get_names(const Nodes& nodes) {
-    Words words;
-    for (const quxml::Node* node : nodes)
-        words.add(node->get_name());
-    return words;
-}
-
-Words get_texts(const Nodes& nodes, const std::string& name) {
-    Words words;
-    for (const quxml::Node* node : nodes) {
-        if (node->get_name() == name)
-            words.add(get_text(*node));
-    }
-    return words;
-}
-
-std::string count(std::size_t number, const char* noun, const char* plural) {
-    return std::to_string(number) + ' ' + (number == 1 ? noun : plural);
-}
-
-std::string get_beginning(const std::string& path, const Nodes& nodes) {
-    return path + " matches " + count(nodes.size(), "node", "nodes");
-}
-
-/// What is there instead of what was asked for.
-std::string list_instead(const Words& words, const std::string& wanted, bool quoted) {
-    return "; there is " + words.list(quoted) + words.ask_for(wanted);
-}
-
-// ---- Predicates ----
-
-std::string advise_attribute(const Words& attributes, const std::string& name) {
+std::string advise_attribute(const DistinctWords& attributes, const std::string& name) {
     return attributes.has(name)
                ? "; there is an attribute of that name: write [@" + name + "], or --attribute " + name
                : "";
 }
 
-std::string get_reason_for_no_value(const std::string& beginning, const Nodes& nodes,
-                                    const Predicate& predicate) {
-    return beginning + "; none has " + quote(escape_controls(predicate.value)) + " as its attribute " +
-           predicate.name + list_instead(get_values(nodes, predicate.name), predicate.value, true);
-}
-
-std::string get_reason_for_attribute(const std::string& path, const Nodes& nodes,
-                                     const Predicate& predicate) {
-    if (!get_attributes(nodes).has(predicate.name))
-        return get_reason_for_no_attribute(path, nodes, predicate.name);
-    return get_reason_for_no_value(get_beginning(path, nodes), nodes, predicate);
-}
-
-std::string get_reason_for_child(const std::string& path, const Nodes& nodes, const Predicate& predicate) {
-    const Nodes children = get_children(nodes);
-    const Words names = get_names(children);
-    const std::string beginning = get_beginning(path, nodes) + "; none has a child " + predicate.name;
-    if (names.has(predicate.name))
-        return beginning + " with the text " + quote(escape_controls(predicate.value)) +
-               list_instead(get_texts(children, predicate.name), predicate.value, true);
-    if (get_attributes(nodes).has(predicate.name))
-        return beginning + "; there is an attribute of that name: write [@" + predicate.name + "=...]";
-    return beginning +
-           (names.is_empty() ? "; there are no children" : list_instead(names, predicate.name, false));
-}
-
-std::string get_reason_for_item(const std::string& path, const Nodes& nodes, const Predicate& predicate) {
-    const Words items = get_values(nodes, "item");
-    const std::string beginning = get_beginning(path, nodes) + "; none has ";
-    if (items.is_empty())
-        return beginning + "an attribute item";
-    return beginning + quote(escape_controls(predicate.value)) + " as its attribute item" +
-           list_instead(items, predicate.value, true);
-}
-
-std::string get_reason_for_predicate(const std::string& path, const Nodes& nodes,
-                                     const Predicate& predicate) {
-    switch (predicate.kind) {
-        case PredicateKind::attribute:
-        case PredicateKind::test_attribute:
-            return get_reason_for_attribute(path, nodes, predicate);
-        case PredicateKind::child_value:
-        case PredicateKind::test_child_value:
-            return get_reason_for_child(path, nodes, predicate);
-        case PredicateKind::item:
-        case PredicateKind::test_item:
-            return get_reason_for_item(path, nodes, predicate);
-        case PredicateKind::literal:
-            return "";
-        default:
-            return get_beginning(path, nodes) +
-                   "; none is at such a position among the children of its parent";
-    }
-}
-
-// ---- Steps ----
-
-/// All elements below some nodes, with these themselves if they are elements.
-Nodes get_all(const Nodes& nodes) {
-    Nodes all;
-    Nodes pending(nodes.rbegin(), nodes.rend());
-    while (!pending.empty()) {
-        quxml::Node* const node = pending.back();
-        pending.pop_back();
-        if (to_element(node) == nullptr)
-            continue;
-        all.push_back(node);
-        const quxml::NodeList children = node->get_children();
-        pending.insert(pending.end(), children.rbegin(), children.rend());
-    }
-    return all;
-}
-
 std::string get_reason_for_no_child(const std::string& path, const Nodes& nodes, const std::string& name,
                                     const char* called) {
     const Nodes children = get_children(nodes);
-    const Words names = get_names(children);
+    const DistinctWords names = get_names(children);
     const std::string beginning =
         nodes.size() == 1 ? path + " has " : get_beginning(path, nodes) + ", which have ";
     const std::string advice = advise_attribute(get_attributes(nodes), name);
@@ -229,7 +42,7 @@ std::string get_reason_for_no_child(const std::string& path, const Nodes& nodes,
 
 std::string get_reason_for_no_find(const std::string& path, const Nodes& all, const std::string& name,
                                    const char* called) {
-    const Words names = get_names(all);
+    const DistinctWords names = get_names(all);
     const std::string advice = advise_attribute(get_attributes(all), name);
     return "nothing " + (path.empty() ? "in the document" : "below " + path) + called + name +
            (advice.empty() ? names.ask_for(name) : advice);
@@ -261,7 +74,7 @@ public:
 
 private:
     static bool get_notes_on_step(const PathStep& step) {
-        const std::vector<Note> notes = get_notes(step);
+        const Notes notes = get_notes(step);
         return std::any_of(notes.begin(), notes.end(),
                            [](const Note& note) { return note.kind == NoteKind::surprise; });
     }
@@ -319,18 +132,6 @@ private:
 };
 
 }  // namespace
-
-std::string get_reason_for_no_attribute(const std::string& path, const Nodes& nodes,
-                                        const std::string& name) {
-    const Words attributes = get_attributes(nodes);
-    const std::string beginning = get_beginning(path, nodes) + "; none has ";
-    if (attributes.is_empty() && !get_names(get_children(nodes)).has(name))
-        return beginning + "any attribute";
-    if (get_names(get_children(nodes)).has(name))
-        return beginning + "an attribute " + name + "; there is a child of that name: write [" + name +
-               "=...], or /" + name;
-    return beginning + "an attribute " + name + list_instead(attributes, name, false);
-}
 
 std::string get_reason(quxml::Node* root, const std::vector<PathStep>& steps, NameMatch names) {
     const PathWalk walk(names);

@@ -9,7 +9,6 @@
 
 #include "paths/names.h"
 #include "paths/steps.h"
-#include "paths/walk.h"
 
 namespace tool {
 
@@ -17,9 +16,6 @@ namespace tool {
 /// Takes about as long as the query. Empty if the notes on the step say it all.
 /// \param steps  without a fault; they select nothing
 std::string get_reason(quxml::Node* root, const std::vector<PathStep>& steps, NameMatch names);
-
-/// Why none of some nodes has an attribute, and which ones they have.
-std::string get_reason_for_no_attribute(const std::string& path, const Nodes& nodes, const std::string& name);
 
 }  // namespace tool
 

@@ -13,9 +13,9 @@
 #include <set>
 #include <stdexcept>
 
+#include "paths/PathWalk.h"
 #include "paths/notes.h"
 #include "paths/reasons.h"
-#include "paths/walk.h"
 #include "terminal/Failure.h"
 #include "terminal/messages.h"
 #include "terminal/words.h"

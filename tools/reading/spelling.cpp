@@ -55,19 +55,10 @@ public:
     }
 
     void take(const Event& event) {
-        if (event.kind == EventKind::start_tag) {
-            const bool is_empty = document[event.end] == '/';
-            content = event.end + (is_empty ? 2 : 1);
-            if (!is_canonical_tag(get_part(event.begin, content)))
-                note(event.begin, content);
-            is_open = !is_empty;
-        } else if (event.kind == EventKind::end_tag && event.begin != event.end) {
-            if (is_open && (content == event.begin || !is_canonical_text(get_part(content, event.begin))))
-                note(content, content == event.begin ? event.end : event.begin);
-            if (get_part(event.begin, event.end).find_first_of(white_space) != none)
-                note(event.begin, event.end);
-            is_open = false;
-        }
+        if (event.kind == EventKind::start_tag)
+            take_start_tag(event);
+        else if (event.kind == EventKind::end_tag && event.begin != event.end)
+            take_end_tag(event);
     }
 
     bool is_found() const { return found; }
@@ -75,6 +66,30 @@ public:
     std::string_view get_text() const { return get_part(begin, end); }
 
 private:
+    void take_start_tag(const Event& tag) {
+        const bool is_empty = document[tag.end] == '/';
+        content = tag.end + (is_empty ? 2 : 1);
+        if (!is_canonical_tag(get_part(tag.begin, content)))
+            note(tag.begin, content);
+        is_open = !is_empty;
+    }
+
+    void take_end_tag(const Event& tag) {
+        if (is_open)
+            take_content(tag);
+        if (get_part(tag.begin, tag.end).find_first_of(white_space) != none)
+            note(tag.begin, tag.end);
+        is_open = false;
+    }
+
+    /// What stands between a start tag and the end tag after it.
+    void take_content(const Event& end_tag) {
+        if (content == end_tag.begin)
+            note(content, end_tag.end);
+        else if (!is_canonical_text(get_part(content, end_tag.begin)))
+            note(content, end_tag.begin);
+    }
+
     std::string_view get_part(std::size_t first, std::size_t after) const {
         return document.substr(first, after - first);
     }

@@ -37,6 +37,10 @@ inline bool contains(const std::string& text, const char* part) {
     return text.find(part) != std::string::npos;
 }
 
+inline bool has_any(const std::string& text, const char* characters) {
+    return text.find_first_of(characters) != std::string::npos;
+}
+
 inline std::string quote(const std::string& text) {
     return '"' + text + '"';
 }

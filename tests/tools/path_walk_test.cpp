@@ -3,7 +3,7 @@
 // Paths followed step by step select what the library's queries select; and where a value can be written in a path, the
 // path with a name in its place, for which the value is given, selects the same.
 
-#include "paths/walk.h"
+#include "paths/PathWalk.h"
 
 #include <gtest/gtest.h>
 #include <quxml/Document.h>

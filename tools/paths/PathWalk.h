@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#ifndef QUXML_TOOLS_PATHS_WALK_H
-#define QUXML_TOOLS_PATHS_WALK_H
+#ifndef QUXML_TOOLS_PATHS_PATH_WALK_H
+#define QUXML_TOOLS_PATHS_PATH_WALK_H
 
 #include <quxml/Node.h>
 #include <quxml/XPathHelper.h>

@@ -8,7 +8,7 @@
 // anything. Of a single node it compares an attribute with all that stands after the first equal sign, so the value can
 // be appended as it is; and the text of a child it takes as an argument.
 
-#include "paths/walk.h"
+#include "paths/PathWalk.h"
 
 #include <quxml/Element.h>
 
