@@ -16,7 +16,7 @@ OVERVIEW = "guide.md"
 
 
 def label_of(page, anchor=""):
-    name = os.path.splitext(os.path.basename(page))[0].lower()
+    name = os.path.splitext(os.path.basename(page))[0]
     return f"page_{name}" + (f"_{anchor.replace('-', '_')}" if anchor else "")
 
 

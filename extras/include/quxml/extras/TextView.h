@@ -18,15 +18,19 @@ namespace extras {
 /// Valid as long as what it was made from; functions that keep it longer than their own call say so.
 class TextView {
 public:
+    /// Linear in the length.
     /// \param text ends with a zero byte; not null.
     TextView(const char* text) noexcept : first(text), count(std::strlen(text)) {}
 
+    /// All of a string, zero bytes included.
     TextView(const std::string& text) noexcept : first(text.data()), count(text.size()) {}
 
 #if __cplusplus >= 201703L
+    /// The same of a view, which does not have to end with a zero byte.
     TextView(std::string_view text) noexcept : first(text.data()), count(text.size()) {}
 #endif
 
+    /// The first byte, borrowed. No zero byte has to follow the last one.
     const char* data() const noexcept {
         return first;
     }
@@ -37,6 +41,7 @@ public:
     }
 
     /// A copy.
+    /// \throws std::bad_alloc
     std::string str() const {
         return std::string(first, count);
     }
@@ -55,11 +60,17 @@ private:
 /// by the compiler.
 class LastingName : public TextView {
 public:
+    /// \param text ends with a zero byte; borrowed, not null.
     LastingName(const char* text) noexcept : TextView(text) {}
+
+    /// \param text borrowed.
     LastingName(const std::string& text) noexcept : TextView(text) {}
+
+    /// A temporary string would be gone before the name is used.
     LastingName(std::string&& text) = delete;
 
 #if __cplusplus >= 201703L
+    /// \param text borrowed; what it is a view of must not be a temporary, which the compiler cannot see.
     LastingName(std::string_view text) noexcept : TextView(text) {}
 #endif
 };

@@ -33,7 +33,8 @@
 namespace quxml {
 namespace extras {
 
-/// How values of type `T` are read from text and written as text. A specialisation has three static functions:
+/// How values of type `T` are read from text and written as text. A specialisation has three static functions,
+/// each linear in the length of the text:
 ///
 ///     static bool read(const std::string& text, T& value);  // false, and `value` unchanged, if it cannot
 ///     static std::string write(const T& value);
@@ -45,36 +46,47 @@ struct Value;
 
 /// Reads and writes what `Value` does for the types that the extras know; users call the functions of values.h.
 struct PlainValues {
-    /// Exact, see above; `value` is unchanged if the result is false.
+    /// Reads a truth value. Here as below, the result says whether all of the text was one, and `value` is
+    /// unchanged if not.
     static bool read(const std::string& text, bool& value) noexcept;
 
-    /// \param least the least number that is accepted; 0 or negative.
-    /// \param greatest the greatest.
+    /// Reads an integer from `least`, which is 0 or negative, to `greatest`.
     static bool read(const std::string& text, long long least, long long greatest, long long& value) noexcept;
+
+    /// Reads an integer from 0 to `greatest`.
     static bool read(const std::string& text, unsigned long long greatest,
                      unsigned long long& value) noexcept;
 
+    /// Reads a number: the nearest that there is.
+    /// \throws std::bad_alloc only where the standard library cannot read numbers without a locale.
     static bool read(const std::string& text, float& value);
+
+    /// As above.
     static bool read(const std::string& text, double& value);
 
-    /// \param period of one tick, in nanoseconds.
-    /// \param ticks from `least` to `greatest`.
+    /// Reads a duration in ticks, from `least` to `greatest`, of `period` nanoseconds.
     static bool read_duration(const std::string& text, long long period, long long least, long long greatest,
                               long long& ticks) noexcept;
 
+    /// The shortest text that is read as the same number.
     /// \throws std::invalid_argument "Only finite numbers can be written as values" for NaN and infinities.
     static std::string write(float value);
+
+    /// As above.
     static std::string write(double value);
 
+    /// "an integer from ... to ...".
     static std::string describe_integer(long long least, unsigned long long greatest);
 
-    /// \param period in nanoseconds.
+    /// What is read as a duration in ticks of `period` nanoseconds, with the unit's name.
     static std::string describe_duration(long long period);
 
-    /// The unit, such as "ms", of durations that count ticks of `period` nanoseconds.
+    /// The unit, such as "ms", of durations that count ticks of `period` nanoseconds; empty if it has no name.
     static const char* get_unit(long long period) noexcept;
 };
 
+// The types that the extras know; what `Value` says holds for each of them.
+/// \cond
 template <>
 struct Value<std::string> {
     static bool read(const std::string& text, std::string& value) {
@@ -178,6 +190,8 @@ struct Value<std::chrono::duration<Rep, Period>,
     static std::string describe() { return PlainValues::describe_duration(period()); }
 };
 
+/// \endcond
+
 /// The names of the values of an enumeration:
 ///
 ///     const EnumTable<Level> levels = {{"low", Level::low}, {"high", Level::high}};
@@ -186,10 +200,12 @@ struct Value<std::chrono::duration<Rep, Period>,
 template <class Enum>
 class EnumTable {
 public:
+    /// \param table_entries names, which are copied, and their values.
+    /// \throws std::bad_alloc
     EnumTable(std::initializer_list<std::pair<const char*, Enum>> table_entries)
         : entries(table_entries.begin(), table_entries.end()) {}
 
-    /// False, and `value` unchanged, if there is no such name.
+    /// False, and `value` unchanged, if there is no such name. Linear in the entries, as are the others.
     bool read(const std::string& text, Enum& value) const {
         for (const auto& entry : entries) {
             if (entry.first == text) {

@@ -15,4 +15,12 @@
 #include "values.h"
 #include "writing.h"
 
+namespace quxml {
+
+/// Everyday work with trees in one line. Each header says what its functions throw, what stays valid and what they
+/// cost; what they have in common stands at its top.
+namespace extras {}
+
+}  // namespace quxml
+
 #endif

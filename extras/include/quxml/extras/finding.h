@@ -10,8 +10,11 @@
 ///
 ///     find_elements(root, "catalog/book", where("id") == id)
 ///
+/// \par Lifetime
+/// Results are borrowed pointers: valid until the element, or one above it, is removed.
 /// \par Errors
-/// Those of `Node::find_exact_match` for a path that cannot be read; what a condition throws leaves too.
+/// Those of `Node::find_exact_match` for a path that cannot be read, `std::invalid_argument` and
+/// `std::out_of_range`; `std::bad_alloc`; what a condition throws leaves too. Nothing has changed after any.
 /// \par Complexity
 /// The query, and a walk from the start node along the branches that lead to its results.
 
@@ -28,25 +31,29 @@
 namespace quxml {
 namespace extras {
 
-/// What an element has to fulfil.
+/// What an element has to fulfil. It must not change the tree.
 using Condition = std::function<bool(const Element&)>;
 
 /// The elements that a path selects, starting at `start`.
+/// \param start at which the path begins, see `Node::find_exact_match`.
+/// \param path of which a value from outside is never a part.
 /// \return in document order; borrowed pointers, never null.
 std::vector<Element*> find_elements(Node& start, const std::string& path);
 
 /// Those of them that fulfil `condition`, which is asked in document order.
 std::vector<Element*> find_elements(Node& start, const std::string& path, const Condition& condition);
 
-/// The first of the elements that a path selects, or null. Borrowed.
+/// The first of the elements that a path selects, or null. Borrowed. All of them are looked for.
 Element* find_first(Node& start, const std::string& path);
 
 /// The first of them that fulfils `condition`, or null. Borrowed.
 Element* find_first(Node& start, const std::string& path, const Condition& condition);
 
 /// The nodes of a query's result in document order.
-/// \param top the node at which the query was made, or any node above; nodes of the result that are not below
-///     it are left out.
+/// \param top the node at which the query was made, or any node above.
+/// \param nodes of which `top` may be one; those that are neither it nor below it are left out.
+/// \return borrowed pointers, never null.
+/// \throws std::bad_alloc
 std::vector<Node*> in_document_order(Node& top, const NodeSet& nodes);
 
 /// A value of an element that is compared in a condition: see `where` and `where_text`. Comparing makes a copy
@@ -57,10 +64,13 @@ public:
     /// Reads the value of an element; false if it has none.
     using Read = std::function<bool(const Element&, std::string&)>;
 
+    /// \param reader kept by each condition that is made.
     explicit Selected(Read reader) : read(std::move(reader)) {}
 
-    /// As texts, byte for byte.
+    /// As texts, byte for byte. This and what follows throw `std::bad_alloc` only.
     Condition operator==(const std::string& value) const;
+
+    /// As texts, byte for byte.
     Condition operator!=(const std::string& value) const;
 
     /// As values of type `T`, so "07" equals 7; what cannot be read as one fulfils no comparison.
@@ -69,26 +79,31 @@ public:
         return compare<T>([value](const T& other) { return other == value; });
     }
 
+    /// As values of type `T`, see `==`.
     template <class T>
     Condition operator!=(const T& value) const {
         return compare<T>([value](const T& other) { return other != value; });
     }
 
+    /// Whether the element's value is less, as values of type `T`.
     template <class T>
     Condition operator<(const T& value) const {
         return compare<T>([value](const T& other) { return other < value; });
     }
 
+    /// Whether the element's value is less or equal.
     template <class T>
     Condition operator<=(const T& value) const {
         return compare<T>([value](const T& other) { return other <= value; });
     }
 
+    /// Whether the element's value is greater.
     template <class T>
     Condition operator>(const T& value) const {
         return compare<T>([value](const T& other) { return other > value; });
     }
 
+    /// Whether the element's value is greater or equal.
     template <class T>
     Condition operator>=(const T& value) const {
         return compare<T>([value](const T& other) { return other >= value; });
@@ -96,6 +111,7 @@ public:
 
     /// Literals are texts.
     Condition operator==(const char* value) const { return *this == std::string(value); }
+    /// Literals are texts.
     Condition operator!=(const char* value) const { return *this != std::string(value); }
 
     /// Whether the element has the value at all.

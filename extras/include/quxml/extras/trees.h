@@ -27,6 +27,7 @@ bool is_same_tree(const Node& one, const Node& other);
 ///   the attribute `key`, or that like it has no such attribute: the first over the first such child, the second
 ///   over the second. Where there is none left, the child is copied into `onto` (`Node::import_node`).
 ///
+/// \param onto what is changed.
 /// \param from not part of the tree that `onto` belongs to.
 /// \param key the attribute that tells namesakes apart.
 /// \throws std::bad_alloc what had been merged until then stays.

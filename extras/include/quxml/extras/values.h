@@ -9,8 +9,16 @@
 /// and throws `ValueError`, also where there is a default: a typing mistake in a settings file does not go
 /// unseen. `try_get` and `try_get_text` throw nothing of the kind.
 ///
+/// \par Names
+/// Compared exactly: bytes, case-sensitive. Of several children of a name the first counts.
+/// \par Lifetime
+/// Pointers are borrowed: valid until the attribute or the child is removed. Everything else is a copy.
+/// \par Errors
+/// `ValueError` where it is said; `std::bad_alloc` from whatever copies text or is about to throw a `ValueError`.
+/// Nothing has changed after an exception unless it is said.
 /// \par Complexity
-/// Linear in the attributes of the element, or in its children up to the one that is asked for.
+/// Linear in the attributes of the element, or in its children up to the one that is asked for, and in the length
+/// of the value. A `ValueError` takes what `path_of` takes.
 
 #include <quxml/Attribute.h>
 #include <quxml/Element.h>
@@ -31,16 +39,32 @@ namespace extras {
 /// The attribute of exactly this name, or null: `Element::get_attribute` without a `std::string` for the name.
 /// Borrowed.
 const Attribute* find_attribute(const Element& element, TextView name) noexcept;
+
+/// The same for an element that is not constant.
 Attribute* find_attribute(Element& element, TextView name) noexcept;
 
 /// The first child that is an element of exactly this name, or null. Borrowed.
 const Element* find_child(const Node& parent, TextView name) noexcept;
+
+/// The same for a parent that is not constant.
 Element* find_child(Node& parent, TextView name) noexcept;
 
-/// What the templates below throw; `what` is what had been expected.
+/// For the templates below, as the three that follow.
+/// \throws ValueError "... is missing".
 [[noreturn]] void throw_missing_attribute(const Element& element, TextView name);
+
+/// \param element has the attribute.
+/// \param name of the attribute.
+/// \param expected what `Value::describe` says.
+/// \throws ValueError "... is ..., which is not ...".
 [[noreturn]] void throw_wrong_attribute(const Element& element, TextView name, const std::string& expected);
+
+/// \throws ValueError "... is missing".
 [[noreturn]] void throw_missing_child(const Element& element, TextView child);
+
+/// \param element whose text is not what had been expected.
+/// \param expected what `Value::describe` says.
+/// \throws ValueError "... is ..., which is not ...".
 [[noreturn]] void throw_wrong_text(const Element& element, const std::string& expected);
 
 /// The first text of an element; empty if it has none. A copy.
@@ -52,7 +76,9 @@ std::string text_of(const Element& element, TextView child);
 /// The same, but `fallback` if there is no such child. A child without text gives the empty string.
 std::string text_of(const Element& element, TextView child, TextView fallback);
 
-/// Reads an attribute.
+/// Reads an attribute. Does not throw a `ValueError`.
+/// \param element whose attribute it is.
+/// \param name of the attribute.
 /// \param value unchanged unless the result is true.
 /// \return whether the attribute is there and is a value of the type.
 template <class T>
@@ -71,12 +97,13 @@ T get(const Element& element, TextView name, T fallback) {
     return fallback;
 }
 
-/// The same for text.
+/// The same for text: a copy of the value, or of `fallback`, which must not be null.
 inline std::string get(const Element& element, TextView name, const char* fallback) {
     return get<std::string>(element, name, fallback);
 }
 
 /// The same for enumerations.
+/// \throws ValueError if the attribute is there and its value is not in the table.
 template <class Enum>
 Enum get(const Element& element, TextView name, Enum fallback, const EnumTable<Enum>& table) {
     const Attribute* attribute = find_attribute(element, name);
@@ -106,6 +133,7 @@ T require(const Element& element, TextView name) {
 }
 
 /// The same for enumerations.
+/// \throws ValueError if it is not there, or its value is not in the table.
 template <class Enum>
 Enum require(const Element& element, TextView name, const EnumTable<Enum>& table) {
     if (find_attribute(element, name) == nullptr)
@@ -113,7 +141,7 @@ Enum require(const Element& element, TextView name, const EnumTable<Enum>& table
     return get(element, name, Enum(), table);
 }
 
-/// Sets an attribute to a value of any type of Value.h.
+/// Sets an attribute to a value of any type of Value.h, as `Element::set_attribute`: in its place if it is there.
 /// \return the attribute, borrowed.
 /// \throws std::invalid_argument for a number that is not finite; nothing has changed.
 /// \throws std::bad_alloc nothing has changed.
@@ -122,7 +150,7 @@ Attribute* set(Element& element, const std::string& name, const T& value) {
     return element.set_attribute(name, Value<T>::write(value));
 }
 
-/// The same for literals.
+/// The same for literals, which must not be null.
 inline Attribute* set(Element& element, const std::string& name, const char* value) {
     return element.set_attribute(name, value);
 }
@@ -134,7 +162,10 @@ Attribute* set(Element& element, const std::string& name, Enum value, const Enum
     return element.set_attribute(name, table.write(value));
 }
 
-/// Reads the text of the first child element called `child`; without text it counts as empty.
+/// Reads the text of the first child element called `child`; without text it counts as empty. Does not throw a
+/// `ValueError`.
+/// \param element whose child it is.
+/// \param child the name of the child.
 /// \param value unchanged unless the result is true.
 /// \return whether the child is there and its text is a value of the type.
 template <class T>
@@ -159,6 +190,7 @@ inline std::string get_text(const Element& element, TextView child, const char* 
 }
 
 /// The same for enumerations.
+/// \throws ValueError if the child is there and its text is not in the table.
 template <class Enum>
 Enum get_text(const Element& element, TextView child, Enum fallback, const EnumTable<Enum>& table) {
     const Element* found = find_child(element, child);
@@ -186,13 +218,14 @@ void set_text(Element& element, const std::string& text);
 /// \throws std::bad_alloc the texts are as they were; the child may have been created.
 Element* set_text(Element& element, const std::string& child, const std::string& text);
 
-/// The same for literals.
+/// The same for literals, which must not be null.
 inline Element* set_text(Element& element, const std::string& child, const char* text) {
     return set_text(element, child, std::string(text));
 }
 
 /// The same for values of any type of Value.h.
 /// \throws std::invalid_argument for a number that is not finite; nothing has changed.
+/// \throws std::bad_alloc the texts are as they were; the child may have been created.
 template <class T>
 Element* set_text(Element& element, const std::string& child, const T& value) {
     return set_text(element, child, Value<T>::write(value));

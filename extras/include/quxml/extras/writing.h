@@ -43,6 +43,7 @@ struct Layout {
         return layout;
     }
 
+    /// Whether elements stand on lines of their own; otherwise there is no white space between tags.
     bool is_formatted;
 
     /// Whether `<?xml version="1.0"?>` comes before the root; only for documents.
@@ -54,8 +55,10 @@ struct Layout {
 
 /// An open file, as the operating system numbers it.
 struct FileDescriptor {
+    /// \param descriptor of a file that is open for writing; borrowed, and not closed.
     explicit FileDescriptor(int descriptor) : number(descriptor) {}
 
+    /// As it was passed.
     int number;
 };
 
@@ -63,10 +66,12 @@ struct FileDescriptor {
 class Output {
 public:
     /// Appends to a string. What was appended before an exception stays.
+    /// \param out borrowed.
     Output(std::string& out) : text(&out), stream(nullptr), file(-1) {}
 
     /// Writes to a stream. As with `<<`, failures leave their mark in the stream and throw only if the stream
     /// has been told to throw.
+    /// \param out borrowed.
     Output(std::ostream& out) : text(nullptr), stream(&out), file(-1) {}
 
     /// Writes to a file, a pipe or a socket that blocks; goes on after signals.
@@ -81,40 +86,51 @@ private:
     int file;
 };
 
-/// Writes a document as `layout` says.
+/// Writes a document as `layout` says; without a root, only the declaration.
+/// \param out where to.
+/// \param document of which nothing is changed.
+/// \param layout of the text.
 /// \throws std::bad_alloc some of the text may have been written.
 /// \throws std::system_error see `Output`.
 void write(Output out, const Document& document, const Layout& layout);
 
-/// Writes a node and everything below it, without a declaration.
+/// Writes a node and everything below it, without a declaration; a root and any other node alike. Errors as above.
 void write(Output out, const Node& node, const Layout& layout);
 
-/// Writes compact text.
+/// Writes a document as compact text. Errors as above.
 inline void write(Output out, const Document& document) {
     write(out, document, Layout::compact());
 }
 
+/// Writes a node and everything below it as compact text. Errors as above.
 inline void write(Output out, const Node& node) {
     write(out, node, Layout::compact());
 }
 
-/// Writes formatted text.
+/// Writes a document as formatted text. Errors as above.
 inline void write_formatted(Output out, const Document& document) {
     write(out, document, Layout());
 }
 
+/// Writes a node and everything below it as formatted text, not indented itself. Errors as above.
 inline void write_formatted(Output out, const Node& node) {
     write(out, node, Layout());
 }
 
-/// The compact text. Unlike with the functions above, all of it is in memory at once.
+/// The compact text of a document. Unlike with the functions above, all of it is in memory at once.
 /// \throws std::bad_alloc
 std::string to_text(const Document& document);
+
+/// The compact text of a node and everything below it.
+/// \throws std::bad_alloc
 std::string to_text(const Node& node);
 
-/// The text as `layout` says, in memory likewise.
+/// The text of a document as `layout` says.
 /// \throws std::bad_alloc
 std::string to_text(const Document& document, const Layout& layout);
+
+/// The text of a node and everything below it as `layout` says.
+/// \throws std::bad_alloc
 std::string to_text(const Node& node, const Layout& layout);
 
 }  // namespace extras
