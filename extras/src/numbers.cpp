@@ -4,15 +4,18 @@
 //
 // Floating-point numbers are checked against their grammar first; what converts them then sees nothing but
 // digits, a point and an exponent. Where the standard library has no conversions that leave the locale alone
-// (libstdc++ before 11, libc++), streams in the classic locale take their place.
+// (libstdc++ before 11, libc++), those of C take their place, in the classic locale.
+
+#include <locale.h>  // NOLINT(modernize-deprecated-headers): <clocale> need not have uselocale
 
 #include <array>
 #include <charconv>
 #include <cmath>
 #include <cstddef>
+#include <cstdio>
+#include <cstdlib>
 #include <limits>
-#include <locale>
-#include <sstream>
+#include <new>
 #include <stdexcept>
 #include <string_view>
 #include <system_error>
@@ -137,7 +140,8 @@ bool has_only_zeros(std::string_view text) {
     return mantissa.find_first_of("123456789") == std::string_view::npos;
 }
 
-#if defined(__cpp_lib_to_chars) && __cpp_lib_to_chars >= 201611L
+// The tests build the second way, too, where there is a choice.
+#if defined(__cpp_lib_to_chars) && __cpp_lib_to_chars >= 201611L && !defined(QUXML_NUMBERS_BY_C)
 
 template <class Number>
 bool convert(const std::string& text, Number& number) {
@@ -156,28 +160,71 @@ std::string write_shortest(Number value) {
 
 #else
 
-template <class Number>
-bool convert(const std::string& text, Number& number) {
-    std::istringstream stream(text);
-    stream.imbue(std::locale::classic());
-    return !(stream >> number).fail() && stream.peek() == std::istringstream::traits_type::eof();
+/// The classic locale, in this thread only and for as long as the object lives.
+class ClassicLocale {
+public:
+    /// \throws std::bad_alloc
+    ClassicLocale() : classic(::newlocale(LC_ALL_MASK, "C", nullptr)) {
+        if (classic == nullptr)
+            throw std::bad_alloc();
+        former = ::uselocale(classic);
+    }
+
+    ~ClassicLocale() {
+        ::uselocale(former);
+        ::freelocale(classic);
+    }
+
+    ClassicLocale(const ClassicLocale&) = delete;
+    ClassicLocale& operator=(const ClassicLocale&) = delete;
+
+private:
+    locale_t classic;
+    locale_t former;
+};
+
+void scan(const char* text, char** end, double& number) {
+    number = std::strtod(text, end);
+}
+
+void scan(const char* text, char** end, float& number) {
+    number = std::strtof(text, end);
 }
 
 template <class Number>
+bool convert(const std::string& text, Number& number) {
+    const ClassicLocale locale;
+    char* end = nullptr;
+    scan(text.c_str(), &end, number);
+    return end == text.c_str() + text.size();
+}
+
+enum class Form { with_exponent, plain };
+
+/// \param decimals after the point.
+std::string print(double value, Form form, int decimals) {
+    constexpr std::size_t enough = 512;
+    std::array<char, enough> text = {};
+    const ClassicLocale locale;
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): snprintf is declared so
+    static_cast<void>(
+        std::snprintf(text.data(), text.size(), form == Form::plain ? "%.*f" : "%.*e", decimals, value));
+    return text.data();
+}
+
+/// As few digits as bring the number back, with an exponent or without, whichever is shorter.
+template <class Number>
 std::string write_shortest(Number value) {
     std::string text;
-    for (int digits = std::numeric_limits<Number>::digits10;
-         digits <= std::numeric_limits<Number>::max_digits10; ++digits) {
-        std::ostringstream stream;
-        stream.imbue(std::locale::classic());
-        stream.precision(digits);
-        stream << value;
-        text = stream.str();
-        Number again = 0;
-        if (convert(text, again) && again == value)
-            break;
-    }
-    return text;
+    int decimals = -1;
+    Number again = 0;
+    do {
+        text = print(value, Form::with_exponent, ++decimals);
+    } while (decimals < std::numeric_limits<Number>::max_digits10 - 1 &&
+             (!convert(text, again) || again != value));
+    const int exponent = std::atoi(text.c_str() + text.find('e') + 1);  // NOLINT(cert-err34-c): ours
+    const std::string plain = print(value, Form::plain, decimals > exponent ? decimals - exponent : 0);
+    return plain.size() <= text.size() ? plain : text;
 }
 
 #endif

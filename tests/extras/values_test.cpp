@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <clocale>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -20,6 +19,7 @@
 
 #include "quxml/Document.h"
 #include "support/expect_throw.h"
+#include "support/locales.h"
 #include "support/tree_text.h"
 
 namespace quxml_test {
@@ -167,17 +167,13 @@ class Commas : public std::numpunct<char> {
 };
 
 TEST(Values, do_not_depend_on_the_locale) {
-    const std::locale former = std::locale::global(std::locale(std::locale(), new Commas));
-    const char* const c_former = std::setlocale(LC_ALL, nullptr);
-    const std::string restore = c_former;
-    static_cast<void>(std::setlocale(LC_ALL, "de_DE.UTF-8"));  // as far as it is there
+    const GlobalLocale global(std::locale(std::locale(), new Commas));
+    const DecimalCommas commas;
     EXPECT_EQ(read_as<double>("1234.5"), "1234.5");
     EXPECT_EQ(read_as<double>("1234,5"), "-");
     EXPECT_EQ(read_as<double>("1.234,5"), "-");
     EXPECT_EQ(read_as<int>("1.234"), "-");
     EXPECT_EQ(read_as<int>("1234567"), "1234567");
-    EXPECT_NE(std::setlocale(LC_ALL, restore.c_str()), nullptr);
-    std::locale::global(former);
 }
 
 using Minutes = std::chrono::minutes;
