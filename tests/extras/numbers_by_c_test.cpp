@@ -16,7 +16,7 @@
 #include <string>
 
 #include "quxml/extras/Value.h"
-#include "support/locales.h"
+#include "support/decimal_commas.h"
 
 namespace quxml_test {
 

@@ -18,6 +18,7 @@
 #include <string>
 
 #include "quxml/Document.h"
+#include "support/decimal_commas.h"
 #include "support/expect_throw.h"
 #include "support/locales.h"
 #include "support/tree_text.h"

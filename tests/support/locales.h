@@ -2,16 +2,11 @@
 #ifndef QUXML_TESTS_SUPPORT_LOCALES_H
 #define QUXML_TESTS_SUPPORT_LOCALES_H
 
-// Locales whose character classes or decimal points differ from the ordinary ones.
+// Locales whose character classes differ from the ordinary ones.
 
-#include <gtest/gtest.h>
 #include <array>
 #include <cstddef>
-
-#include <clocale>
-#include <cstdlib>
 #include <locale>
-#include <string>
 
 namespace quxml_test {
 
@@ -25,30 +20,6 @@ public:
 
 private:
     std::locale former;
-};
-
-/// Makes decimal commas those of C's functions, if there is a locale that has them: tests/CMakeLists.txt makes one. Puts
-/// the former locale back.
-class DecimalCommas {
-public:
-    DecimalCommas() : former(std::setlocale(LC_ALL, nullptr)) {
-#ifdef QUXML_LOCALES
-        ::setenv("LOCPATH", QUXML_LOCALES, 1);
-        EXPECT_NE(std::setlocale(LC_ALL, "xx_XX"), nullptr);
-        EXPECT_STREQ(std::localeconv()->decimal_point, ",");
-#endif
-    }
-
-    DecimalCommas(const DecimalCommas&) = delete;
-    DecimalCommas& operator=(const DecimalCommas&) = delete;
-
-    ~DecimalCommas() {
-        EXPECT_NE(std::setlocale(LC_ALL, former.c_str()), nullptr);
-        ::unsetenv("LOCPATH");
-    }
-
-private:
-    std::string former;
 };
 
 /// The facet in the locale that everything starts with.
