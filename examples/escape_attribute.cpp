@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include <quxml/quxml.h>
+#include <quxml/extras/extras.h>
 
 #include <iostream>
 
-// Attribute values are written as they are stored, so escape what XML does not allow in them first.
+// The library writes attribute values as they are stored, so what XML does not allow in them has to be escaped first. The
+// extras escape it when they write.
 
 namespace {
 
@@ -41,7 +42,12 @@ std::string escape(const std::string& value) {
 int main() {
     const std::string value = "3\" & <4>";
     quxml::Document document(false);
-    document.create_root_node("disk")->set_attribute("size", escape(value));
+    quxml::Element* disk = document.create_root_node("disk");
+    disk->set_attribute("size", value);
+    std::cout << quxml::extras::to_text(document) << '\n';
+
+    // Without the extras, escape first.
+    disk->set_attribute("size", escape(value));
     const std::string text = document.write_to_string();
     std::cout << text << '\n';
 

@@ -1,25 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include <quxml/quxml.h>
+#include <quxml/extras/extras.h>
 
 #include <iostream>
 
-// Shows where a node is: by the names above it, and as the leading part of a longer path.
-
-namespace {
-
-std::string path_of(const quxml::Node* node) {
-    std::string path;
-    for (; node != nullptr; node = node->get_parent())
-        path.insert(0, '/' + node->get_name());
-    return path;
-}
-
-}  // namespace
-
+// Shows where a node is: by a path that selects it and no other, and as the leading part of a longer path.
 int main() {
-    auto document = quxml::from_string("<device><net><port><speed/></port></net></device>", false);
-    quxml::Node* port = document->get_root_node()->get_child("net")->get_child("port");
-    std::cout << path_of(port) << '\n';
+    auto document = quxml::from_string("<device><net><port/><port><speed/></port></net></device>", false);
+    quxml::Node* port = document->get_root_node()->get_child("net")->get_child("port")->get_next_sibling();
+    std::cout << quxml::extras::path_of(*port) << '\n';
     std::cout << port->get_subpath_for("/DEVICE/net/port/speed") << '\n';
     std::cout << "'" << port->get_subpath_for("/device/clock") << "'\n";
 }

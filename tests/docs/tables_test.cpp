@@ -229,6 +229,20 @@ void check_errors(const Table& table) {
     }
 }
 
+/// | What | code of one program | code of another | ...; `files` are their names
+void check_lines(const Table& table, const std::string& files) {
+    const std::vector<std::string> programs = quxml_test::find_all(files, "([^ ,]+)");
+    for (const Row& row : table.rows) {
+        ASSERT_EQ(row.size(), programs.size() + 1);
+        for (std::size_t i = 0; i < programs.size(); ++i) {
+            EXPECT_FALSE(row[i + 1].code.empty());
+            for (const std::string& line : row[i + 1].code)
+                EXPECT_NE(quxml_test::read_repository_file(programs[i]).find(line), std::string::npos)
+                    << line;
+        }
+    }
+}
+
 std::string word(const std::string& marker, const std::string& expression) {
     const std::vector<std::string> found = quxml_test::find_all(marker, expression);
     return found.empty() ? "" : found[0];
@@ -237,7 +251,7 @@ std::string word(const std::string& marker, const std::string& expression) {
 /// Runs a table; false if its comment does not say how.
 bool run(const Table& table) {
     const std::string file = word(table.marker, " on (.*)");
-    const std::string kind = word(table.marker, "^(.*?)(?: on .*)?$");
+    const std::string kind = word(table.marker, "^(.*?)(?: (?:on|of) .*)?$");
     const std::map<std::string, std::function<void()>> checks = {
         {"queries", [&] { check_queries(table, file, &quxml::Node::find_exact_match); }},
         {"prefix queries", [&] { check_queries(table, file, &quxml::Node::find_substring_match); }},
@@ -249,6 +263,7 @@ bool run(const Table& table) {
         {"sub-paths", [&] { check_subpaths(table, file); }},
         {"white space", [&] { check_white_space(table, file); }},
         {"errors", [&] { check_errors(table); }},
+        {"lines", [&] { check_lines(table, word(table.marker, " of (.*)")); }},
     };
     const auto found = checks.find(kind);
     if (found == checks.end())
