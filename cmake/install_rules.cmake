@@ -12,7 +12,11 @@ install(FILES ${PROJECT_BINARY_DIR}/quxmlConfig.cmake ${PROJECT_BINARY_DIR}/quxm
 install(EXPORT quxmlTargets NAMESPACE quxml:: DESTINATION ${config_folder})
 
 file(RELATIVE_PATH include_from_pc ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_FULL_INCLUDEDIR})
-foreach(package quxml quxml-extras)
+set(pc_files quxml)
+if(QUXML_EXTRAS)
+  list(APPEND pc_files quxml-extras)
+endif()
+foreach(package IN LISTS pc_files)
   configure_file(cmake/${package}.pc.in ${package}.pc @ONLY)
   install(FILES ${PROJECT_BINARY_DIR}/${package}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 endforeach()

@@ -20,8 +20,10 @@ EXTRA_OECMAKE = "\
     -DQUXML_BUILD_TESTS=OFF \
 "
 
-# The program `quxml`; cli11 is a recipe of the layer meta-oe.
+# The companion library for developers: a static library in the package for static development, and headers.
 PACKAGECONFIG ??= ""
+PACKAGECONFIG[extras] = "-DQUXML_EXTRAS=ON,-DQUXML_EXTRAS=OFF"
+# The program `quxml`; cli11 is a recipe of the layer meta-oe.
 PACKAGECONFIG[tool] = "-DQUXML_BUILD_TOOLS=ON,-DQUXML_BUILD_TOOLS=OFF,cli11"
 
 PACKAGES =+ "${PN}-tool"

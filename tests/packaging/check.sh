@@ -101,6 +101,22 @@ yocto_files() {
     check_that_nothing_is_left
 }
 
+# Names what would be installed of the extras if they are switched $1.
+list_extras() {
+    rm -rf "$work"
+    "$cmake" -S . -B "$work" -DQUXML_EXTRAS="$1" -DQUXML_BUILD_TESTS=OFF -DQUXML_BUILD_TOOLS=OFF \
+        -DQUXML_BUILD_EXAMPLES=OFF >/dev/null
+    grep -rhoE --include=cmake_install.cmake 'libquxml-extras\.a|quxml-extras\.pc|quxml/extras/values\.h' "$work" |
+        sort -u
+}
+
+# Recipes for devices switch the extras off.
+without_extras() {
+    list_extras ON | diff <(printf '%s\n' libquxml-extras.a quxml-extras.pc quxml/extras/values.h) - ||
+        fail "the extras are not installed"
+    [ -z "$(list_extras OFF || true)" ] || fail "the extras are installed although they are switched off"
+}
+
 debian_symbols() {
     sed -n 's/^ (c++)"\(.*\)@Base" [0-9.]*$/\1/p' debian/libquxml1.symbols | diff tests/consumers/symbols.txt -
 }
