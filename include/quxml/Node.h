@@ -144,7 +144,8 @@ public:
 
     /// Links a node immediately before `position`, whether or not this node is kept sorted.
     /// \param node as for `add_new_node`.
-    /// \param position in this node's own list of children (a derived class can name one), or its end.
+    /// \param position in this node's own list of children (a derived class can name one), or its end; not looked
+    ///     at if there are no children.
     /// \throws std::bad_alloc nothing has been linked; the caller keeps the node.
     void insert_node(Node* node, NodeList::iterator position);
 

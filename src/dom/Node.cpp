@@ -112,7 +112,7 @@ void NodeAccess::link_last(Node& parent, Node* node) {
 }
 
 void NodeAccess::link_before(Node& parent, Node* node, NodeList::iterator position) {
-    if (position == parent.children.end()) {
+    if (parent.children.empty() || position == parent.children.end()) {
         link_last(parent, node);
         return;
     }

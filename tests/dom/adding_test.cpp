@@ -207,6 +207,14 @@ TEST(InsertNode, into_an_empty_list_touches_no_link) {
     EXPECT_EQ(to_line(&parent), "p{c}");
 }
 
+TEST(InsertNode, into_an_empty_list_does_not_look_at_the_position) {
+    OpenElement parent("p");
+    quxml::NodeList snapshot = parent.get_children();
+    parent.insert_node(parent.new_child("c"), snapshot.end());
+    EXPECT_EQ(to_line(&parent), "p{c}");
+    EXPECT_TRUE(snapshot.empty());
+}
+
 TEST(InsertNode, links_at_every_position) {
     const std::string rows[] = {"p{new a b c}", "p{a new b c}", "p{a b new c}", "p{a b c new}"};
     for (int position = 0; position <= 3; ++position) {
