@@ -73,8 +73,8 @@ private:
         const auto* guard = static_cast<const EntityLoopGuard*>(context);
         if (guard->former_handler != nullptr)
             guard->former_handler(guard->former_context, error);
-        auto* parser = static_cast<xmlParserCtxtPtr>(error->ctxt);
-        if (goes_on_for_ever(*error, *parser))
+        auto* parser = static_cast<xmlParserCtxtPtr>(error->ctxt);  // null if it is not the parser's error
+        if (parser != nullptr && goes_on_for_ever(*error, *parser))
             xmlStopParser(parser);
     }
 

@@ -208,6 +208,7 @@ const std::vector<RefusedText>& refused_texts() {
         {"latin1_without_declaration", "<?xml version=\"1.0\"?>\n<a>\n\xE9</a>"},
         {"unknown_encoding", R"(<?xml version="1.0" encoding="nonsense"?><a/>)"},
         {"encoding_that_the_bytes_belie", "<?xml version=\"1.0\" encoding=\"UTF-16\"?><a>\xE9</a>"},
+        {"bytes_that_the_encoding_lacks", "<?xml version=\"1.0\" encoding=\"EUC-JP\"?><a>\xFF</a>"},
         {"utf16_cut_short", std::string("\xFF\xFE<\0a\0>\0", 8)},
         {"nested_too_deep", nested(258)},
     };
