@@ -68,7 +68,8 @@ using StringComparator = std::function<bool(const std::string&, const std::strin
 /// A helper may not be used on two threads at once: its const operations change its results.
 class QUXML_EXPORT XPathHelper {
 public:
-    /// \param comparator copied; may be empty, which fails when the first name test is made.
+    /// \param comparator copied; may be empty, which fails when the first name test is made. It is asked once for
+    ///     each name test, but twice about a node that a search refuses for the last step.
     explicit XPathHelper(StringComparator comparator);
 
     ~XPathHelper();

@@ -106,7 +106,7 @@ void Walk::follow(Node* node, std::size_t step) {
 }
 
 void Walk::search(Node* node, std::size_t step) {
-    if (steps[step].accepts(node, names)) {
+    if (is_match(node, step)) {
         follow(node, step);
         if (!goes_on_below_match(step))
             return;
@@ -153,6 +153,13 @@ void Walk::search_children(Row row) {
             row.end = children.end();
         }
     }
+}
+
+// Deliberate: a user who refuses a node for the last step is asked again, and the second answer counts.
+// Test: Handlers.it_is_deliberate_that_a_search_asks_twice_before_the_last_step_is_refused.
+bool Walk::is_match(Node* node, std::size_t step) {
+    return steps[step].accepts(node, names) ||
+           (names.is_users() && is_last(step) && steps[step].accepts(node, names));
 }
 
 // Deliberate: a match ends the search of its branch, except for a final "*".

@@ -50,6 +50,7 @@ private:
     void follow_children(Row row);
     void search_children(Row row);
     void add_rest(const Row& row);
+    bool is_match(Node* node, std::size_t step);
     bool goes_on_below_match(std::size_t step) const;
     void add_children(const Node* node, std::size_t step);
     void note(std::size_t step);

@@ -146,8 +146,6 @@ std::string random_predicates(Choices& choices) {
     return predicates;
 }
 
-/// A path whose final step is searched for only if that is a star: about any other one the slow engine asks a
-/// comparator twice, and the library once.
 std::string random_path(Choices& choices) {
     std::string separator = choices.one_of({"", "/", "//", "*/"});
     std::string path;
@@ -157,8 +155,7 @@ std::string random_path(Choices& choices) {
     } while (!choices.one_in(3));
     if (separator == "/" && choices.one_in(4))
         return path + separator;
-    return path + separator + (separator == "//" ? "*" : choices.one_of({"a", "*", "b"})) +
-           random_predicates(choices);
+    return path + separator + choices.one_of({"a", "*", "b"}) + random_predicates(choices);
 }
 
 // ---- Comparators of a user ----

@@ -138,7 +138,7 @@ TEST_F(Handlers, find_is_not_disturbed_by_a_comparator_that_moves_the_children) 
             parent->sort_children();
         return false;
     });
-    moving.find(parent, "//q");
+    moving.find(parent, "//q/q");
     EXPECT_EQ(calls, "rxcba");
 }
 
@@ -287,6 +287,37 @@ TEST_F(Handlers, skip_all_until_first_match_finds_nothing_for_an_empty_step) {
 TEST_F(Handlers, skip_all_until_first_match_does_nothing_without_steps) {
     helper.skip_all_until_first_match(root, Steps());
     EXPECT_EQ(held(), "");
+}
+
+// ---- how often a comparator is asked ----
+
+/// What a helper asks its comparator about a path, as "name~test" for each call.
+std::string asked_about(Node* start, const std::string& path) {
+    std::string asked;
+    const XPathHelper listener([&](const std::string& name, const std::string& name_test) {
+        asked += name + "~" + name_test + " ";
+        return name == name_test;
+    });
+    listener.find(start, path);
+    return asked;
+}
+
+TEST_F(Handlers, it_is_deliberate_that_a_search_asks_twice_before_the_last_step_is_refused) {
+    EXPECT_EQ(asked_about(tree.node("a1"), "//k"), "a~k a~k k~k ");
+    EXPECT_EQ(asked_about(root, "r//k[x]"), "r~r a~k a~k k~k k~k ~k ~k a~k a~k k~k k~k ~k ~k b~k b~k ~k ~k ");
+    EXPECT_EQ(asked_about(tree.node("k1"), "//k[2]"), "k~k k~k ~k ~k ");
+}
+
+TEST_F(Handlers, a_search_takes_what_a_comparator_accepts_only_when_it_is_asked_again) {
+    int calls = 0;
+    const XPathHelper fickle([&](const std::string&, const std::string&) { return ++calls % 2 == 0; });
+    EXPECT_EQ(tree.names(fickle.find(root, "//x")), "#1");
+    EXPECT_EQ(calls, 2);
+}
+
+TEST_F(Handlers, every_other_name_test_asks_once) {
+    EXPECT_EQ(asked_about(root, "r/b"), "r~r a~b a~b b~b ~b ");
+    EXPECT_EQ(asked_about(tree.node("b1"), "//r/x"), "b~r ");
 }
 
 // ---- get_child_nodes ----
