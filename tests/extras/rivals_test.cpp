@@ -24,6 +24,7 @@ using namespace quxml::extras;
 using quxml::Attribute;
 using quxml::Document;
 using quxml::Element;
+using quxml::Node;
 
 /// The last column of the table after the mark "rivals", without the marks of code.
 std::vector<std::string> read_table() {
@@ -54,54 +55,114 @@ std::set<std::string> run_lines;
     __VA_ARGS__
 
 // clang-format off
-TEST(Rivals, each_line_of_the_table_runs) {
-    const std::string file = ::testing::TempDir() + "quxml-rivals-" + std::to_string(::getpid());
-    std::ofstream(file) << "<users><user id='7' port='81' on='yes' name='emma'><title>Dr</title><port>82</port></user>"
-                           "<user id='8'/></users>";
-    std::shared_ptr<Document> document;
-    QUXML_RUN(document = read_file(file);)
-    Element& root = *document->get_root_node();
-    Element& node = *find_child(root, "user");
-    Element* other = &*std::next(elements(root).begin());
-    const std::string id = "8";
-    std::string visited;
-    const auto visit = [&visited](const quxml::Node& one) { visited += name_of(one) + ' '; };
+const char* const text = "<users><user id='7' port='81' on='yes' gain='0.5' name='emma'><title>Dr</title><port>82</port></user>"
+                         "<user id='8'/></users>";
+
+/// Writes the names of nodes one after the other.
+struct Visitor {
+    void operator()(const Node& node) { names += name_of(node) + ' '; }
+
+    std::string names;
+};
+
+void read_values(Element& node) {
+    int number = 0;
     QUXML_RUN(int port = get<int>(node, "port", 80);)
+    QUXML_RUN(double gain = get(node, "gain", 1.5);)
     QUXML_RUN(bool on = get<bool>(node, "on", false);)
     QUXML_RUN(std::string name = get(node, "name", "x");)
+    QUXML_RUN(bool ok = try_get(node, "port", number);)
+    QUXML_RUN(bool has = find_attribute(node, "on") != nullptr;)
+    EXPECT_TRUE(port == 81 && gain == 0.5 && on && name == "emma" && ok && number == 81 && has);
     QUXML_RUN(std::string title = text_of(node, "title", "none");)
-    QUXML_RUN(int number = get_text<int>(node, "port", 80);)
-    QUXML_RUN(Element* child = find_child(node, "title");)
-    EXPECT_EQ(std::to_string(port) + name + title + std::to_string(number) + (on ? "on" : ""), "81emmaDr82on");
-    EXPECT_EQ(name_of(*child), "title");
+    QUXML_RUN(int level = get_text<int>(node, "port", 80);)
+    QUXML_RUN(std::string tag = name_of(node);)
+    EXPECT_TRUE(title == "Dr" && level == 82 && tag == "user");
+}
+
+void set_values(Element& node) {
     QUXML_RUN(set(node, "port", 8080);)
     QUXML_RUN(set_text(node, "title", "x");)
+    QUXML_RUN(node.remove_attribute("on");)
+    QUXML_RUN(node.set_name("account");)
+    EXPECT_EQ(to_text(node), "<account id=\"7\" port=\"8080\" gain=\"0.5\" name=\"emma\"><title>x</title><port>82</port></account>");
+    node.set_name("user");
+}
+
+void walk(Element& root, Element& node) {
+    Visitor visit;
+    QUXML_RUN(Element* child = find_child(node, "title");)
+    QUXML_RUN(Element* parent = node.get_parent();)
+    QUXML_RUN(Node* next = node.get_next_sibling();)
+    EXPECT_TRUE(name_of(*child) == "title" && parent == &root && next == root.get_children().back());
     QUXML_RUN(for (Element& user : elements(root, "user")) visit(user);)
     QUXML_RUN(for (Attribute& attribute : attributes(node)) visit(attribute);)
     QUXML_RUN(for (Element& element : descendants(root)) visit(element);)
-    EXPECT_EQ(visited, "user user id port on name user title port user ");
+    QUXML_RUN(for (Element& element : descendants(root, "port")) visit(element);)
+    EXPECT_EQ(visit.names, "user user id port on gain name user title port user port ");
+}
+
+void find(Element& root, const Element& node) {
+    const std::string id = "8";
     QUXML_RUN(Element* first = find_first(root, "users/user");)
     QUXML_RUN(std::vector<Element*> all = find_elements(root, "users/user");)
     QUXML_RUN(Element* found = find_first(root, "users/user", where("id") == id);)
     QUXML_RUN(Element* seven = find_first(root, "users/user", where("id") == "7");)
-    EXPECT_TRUE(first == &node && found == other && seven == &node && all.size() == 2);
     QUXML_RUN(std::string path = path_of(node);)
+    EXPECT_TRUE(first == &node && found == all.back() && seven == &node && all.size() == 2);
     EXPECT_EQ(path, "/users/user[position()=1]");
+}
+
+void change(Element& root, Element& node) {
+    Element* other = &*std::next(elements(root).begin());
+    QUXML_RUN(root.import_node(&node, true);)
+    QUXML_RUN(Element* added = root.add_child("user");)
+    QUXML_RUN(root.set_child_first(added);)
+    EXPECT_EQ(added, root.get_children().front());
+    added->add_child_text("text");
+    QUXML_RUN(for (Node& one : children(*added)) added->remove_child(&one);)
+    EXPECT_TRUE(children(*added).empty());
     QUXML_RUN(move_to(node, *other);)
+    QUXML_RUN(node.remove_child(find_child(node, "port"));)
+    EXPECT_EQ(to_text(*other), "<user id=\"8\"><user id=\"7\" port=\"8080\" gain=\"0.5\" name=\"emma\"><title>x</title></user></user>");
+    QUXML_RUN(std::size_t removed = remove_matches(root, "users/user");)
+    EXPECT_EQ(removed, 3U);
+}
+
+std::string read_back(const std::string& file) {
+    std::shared_ptr<Document> document;
+    QUXML_RUN(document = read_file(file);)
+    return to_text(*document);
+}
+
+void write(const std::shared_ptr<Document>& document) {
+    const std::string file = ::testing::TempDir() + "quxml-rivals-" + std::to_string(::getpid());
     std::ostringstream printed;
     std::streambuf* const former = std::cout.rdbuf(printed.rdbuf());
     QUXML_RUN(write_formatted(std::cout, *document);)
     std::cout.rdbuf(former);
     QUXML_RUN(write_file(file, *document);)
-    std::ostringstream text;
-    text << std::ifstream(file).rdbuf();
+    QUXML_RUN(std::string compact = to_text(*document);)
+    std::ostringstream written;
+    written << std::ifstream(file).rdbuf();
+    EXPECT_EQ(written.str(), printed.str());
+    EXPECT_EQ(written.str(), document->write_to_string_formatted(true));
+    EXPECT_EQ(compact, document->write_to_string());
+    EXPECT_EQ(read_back(file), compact);
     ::unlink(file.c_str());
-    EXPECT_EQ(text.str(), printed.str());
-    EXPECT_EQ(text.str(),
-              "<?xml version=\"1.0\"?>\n<users>\n  <user id=\"8\">\n    <user id=\"7\" port=\"8080\" on=\"yes\" "
-              "name=\"emma\">\n      <title>x</title>\n      <port>82</port>\n    </user>\n  </user>\n</users>\n");
-    QUXML_RUN(std::size_t removed = remove_matches(root, "users/user");)
-    EXPECT_EQ(removed, 1U);
+}
+
+TEST(Rivals, each_line_of_the_table_runs) {
+    std::shared_ptr<Document> document;
+    QUXML_RUN(document = quxml::from_string(text, false);)
+    QUXML_RUN(Element& root = *document->get_root_node();)
+    Element& node = *find_child(root, "user");
+    read_values(node);
+    walk(root, node);
+    find(root, node);
+    write(document);
+    set_values(node);
+    change(root, node);
 
     const std::vector<std::string> table = read_table();
     EXPECT_EQ(table.size(), run_lines.size());
