@@ -140,7 +140,7 @@ TEST_F(Companions, manual_is_understood_by_man) {
         GTEST_SKIP() << "there is no man";
     const Result result = run("quxml --write-manual >quxml.1; man --warnings -l -Tutf8 ./quxml.1 | col -b");
     EXPECT_EQ(result.err, "");
-    EXPECT_TRUE(contains(result.out, "quxml set [OPTIONS] PATH SETTING... [FILE]")) << result.out;
+    EXPECT_TRUE(contains(result.out, "quxml set [OPTIONS] PATH SETTING... [FILE...]")) << result.out;
 }
 
 /// What a shell would offer for a command line that ends with `words`.

@@ -71,7 +71,7 @@ std::shared_ptr<quxml::Document> create_tree(Random& random) {
 
 /// What a query selects in document order; nothing for a path that is refused.
 Nodes select(const quxml::Document& document, const Path& path, NameMatch match) {
-    return tool::select(document, path, tool::PathNotes::silent, match);
+    return tool::select(document, path, {}, match);
 }
 
 bool is_refused(const std::vector<PathStep>& steps) {

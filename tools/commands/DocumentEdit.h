@@ -31,16 +31,20 @@ public:
     virtual void add_arguments(CLI::App& command) = 0;
 
     /// Looks at what the arguments are by now.
-    /// \param file  gets the last of them if that is the FILE of the command line; null if there is none.
+    /// \param files  gets the last of them if these are FILEs of the command line; null if there are none.
     /// \throws Failure  (usage)
-    virtual void take_arguments(std::string* file) = 0;
+    virtual void take_arguments(std::vector<std::string>* files) = 0;
 
     /// What of the arguments could be taken for something else.
     virtual std::vector<Argument> get_arguments() const = 0;
 
     /// Makes the edit.
     /// \throws Failure
-    virtual void apply(EditedDocument& document, PathNotes notes) const = 0;
+    virtual void apply(EditedDocument& document, const PathNotes& notes) const = 0;
+
+    /// Refuses a path that is bad with every document.
+    /// \throws Failure  (bad_query)
+    void require_good_path() const;
 
     const Path& get_path() const { return path; }
 
@@ -59,7 +63,7 @@ protected:
 
     /// The elements that the path selects, made if that is wanted.
     /// \throws Failure
-    std::vector<quxml::Element*> get_elements(EditedDocument& document, PathNotes notes) const;
+    std::vector<quxml::Element*> get_elements(EditedDocument& document, const PathNotes& notes) const;
 
 private:
     Path path;

@@ -62,7 +62,7 @@ public:
             ->check(CLI::Validator(check_name, ""));
     }
 
-    void take_arguments(std::string* /*file*/) override {
+    void take_arguments(std::vector<std::string>* /*files*/) override {
         require_distinct_attributes();
         added.has_item = item->count() != 0;
         added.attributes = split_settings(attributes);
@@ -72,7 +72,7 @@ public:
         return {{"PATH", get_path().text}, {"NAME", added.name}};
     }
 
-    void apply(EditedDocument& document, PathNotes notes) const override {
+    void apply(EditedDocument& document, const PathNotes& notes) const override {
         std::vector<quxml::Element*> parents = get_elements(document, notes);
         if (creates())
             parents.erase(

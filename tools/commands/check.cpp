@@ -1,16 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "commands/commands.h"
+#include "commands/each_file.h"
 #include "commands/file_arguments.h"
 #include "commands/hints.h"
 #include "reading/input.h"
-#include "terminal/Failure.h"
-#include "terminal/messages.h"
 #include "terminal/words.h"
 
 namespace tool {
@@ -30,28 +28,17 @@ struct CheckOptions {
     bool quiet = false;
 };
 
-void write_unless(bool quiet, const std::string& message) {
-    if (!quiet && !message.empty())
-        write_failure(message);
-}
-
-ExitCode check(const std::string& file, bool quiet) {
-    try {
-        parse_document(file, read_text(file), quiet ? Errors::silent : Errors::written);
-        return ExitCode::done;
-    } catch (const Failure& failure) {
-        write_unless(quiet, failure.what());
-        return failure.get_code();
-    }
-}
-
 ExitCode check(const CheckOptions& options) {
-    if (!options.quiet && options.files == std::vector<std::string>{standard_input})
+    if (!options.quiet && is_standard_input(options.files))
         write_hints(standard_input);
-    ExitCode worst = ExitCode::done;
-    for (const std::string& file : options.files)
-        worst = std::max(worst, check(file, options.quiet));
-    return worst;
+    FileTask task;
+    task.act = [&](const std::string& file, const PathNotes&) {
+        parse_document(file, read_text(file), options.quiet ? Errors::silent : Errors::written);
+        return true;
+    };
+    task.having = "well-formed";
+    task.quiet = task.silent = options.quiet;
+    return do_with_each(options.files, task);
 }
 
 }  // namespace

@@ -117,7 +117,12 @@ std::pair<std::size_t, Nodes> follow(const std::vector<PathStep>& steps, quxml::
 
 }  // namespace
 
-std::vector<quxml::Element*> select_or_create(EditedDocument& document, const Path& path, PathNotes notes) {
+void require_makeable(const Path& path) {
+    read_wishes(path, get_steps(path));
+}
+
+std::vector<quxml::Element*> select_or_create(EditedDocument& document, const Path& path,
+                                              const PathNotes& notes) {
     require_no_gap(path);
     const std::vector<PathStep> steps = get_steps(path);
     require_no_fault(path, steps);

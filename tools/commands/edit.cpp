@@ -27,7 +27,8 @@ constexpr const char* help_on_edit =
     "remove, with what follows that word on a command line, but for FILE and the options on what becomes of\n"
     "the result. Words are split as a shell does it, with single and double quotes and backslashes. Without\n"
     "-e the edits are read from standard input, one per line; empty lines and lines that begin with # do\n"
-    "not count. An --arg counts for all edits, or stands in one of them.\n"
+    "not count. An --arg counts for all edits, or stands in one of them. Of several FILEs each gets all\n"
+    "edits or none.\n"
     "\n"
     "Examples:\n"
     "  quxml edit -i -e 'set /settings/network dhcp=no' -e 'remove //gateway' settings.xml\n"
@@ -153,6 +154,18 @@ void give(const std::vector<WrittenEdit>& edits, const Values& values) {
     require_all_named(values, paths);
 }
 
+void require_good_paths(const std::vector<WrittenEdit>& edits) {
+    std::size_t number = 0;
+    for (const WrittenEdit& one : edits) {
+        try {
+            ++number;
+            one.edit->require_good_path();
+        } catch (const Failure& failure) {
+            throw with_name(one.text, number, failure);
+        }
+    }
+}
+
 std::vector<std::string> read_lines() {
     std::vector<std::string> lines;
     std::istringstream text(read_text(standard_input));
@@ -167,7 +180,7 @@ std::vector<std::string> read_lines() {
 enum class Check { once, each };
 
 std::string apply(const std::vector<WrittenEdit>& edits, const std::string& file, const std::string& text,
-                  PathNotes notes, Check check) {
+                  const PathNotes& notes, Check check) {
     EditedDocument document(file, text);
     std::size_t number = 0;
     for (const WrittenEdit& one : edits) {
@@ -185,27 +198,35 @@ std::string apply(const std::vector<WrittenEdit>& edits, const std::string& file
 }
 
 /// If the result is not read back as it should be, all is done once more to find out which edit it is.
-std::string apply(const std::vector<WrittenEdit>& edits, const WritingOptions& options,
-                  const std::string& text) {
-    const std::string& file = options.file;
+std::string apply(const std::vector<WrittenEdit>& edits, const std::string& file, const std::string& text,
+                  const PathNotes& notes) {
     try {
-        return apply(edits, file, text, options.quiet ? PathNotes::silent : PathNotes::written, Check::once);
+        return apply(edits, file, text, notes, Check::once);
     } catch (const Failure& failure) {
         if (failure.get_code() != ExitCode::malformed || std::string_view(failure.what()).empty())
             throw;
     }
-    return apply(edits, file, text, PathNotes::silent, Check::each);
+    return apply(edits, file, text, {}, Check::each);
+}
+
+bool reads_standard_input(const std::vector<std::string>& files) {
+    return std::find(files.begin(), files.end(), standard_input) != files.end();
 }
 
 ExitCode edit(const EditsOptions& options) {
     const bool is_input_taken = options.lines.empty();
-    if (is_input_taken && options.file == standard_input)
+    if (is_input_taken && reads_standard_input(options.files))
         throw Failure(ExitCode::usage, "standard input has the edits, so a FILE is needed");
     if (is_input_taken && !options.quiet)
         write_terminal_hint("-e");
     const std::vector<WrittenEdit> edits = parse_edits(is_input_taken ? read_lines() : options.lines);
     give(edits, options.values);
-    return change_document(options, [&](const std::string& text) { return apply(edits, options, text); });
+    if (options.files.size() > 1)
+        require_good_paths(edits);
+    return change_documents(options, {},
+                            [&](const std::string& file, const std::string& text, const PathNotes& notes) {
+                                return apply(edits, file, text, notes);
+                            });
 }
 
 }  // namespace
@@ -218,7 +239,7 @@ void add_edit(CLI::App& app, Action& action) {
         ->type_name("EDIT")
         ->allow_extra_args(false);
     add_values_option(*command, options->values);
-    add_file_argument(*command, options->file);
+    add_files_argument(*command, options->files);
     command->footer(help_on_edit);
     command->callback([options, &action] { action = [options] { return edit(*options); }; });
 }

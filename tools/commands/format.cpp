@@ -38,14 +38,9 @@ void add_format(CLI::App& app, Action& action) {
     add_layout_options(*command, *options);
     command->add_flag("--sorted", options->sorted,
                       "Children by name, namesakes by their attribute \"item\", else as they stand");
-    add_file_argument(*command, options->file);
+    add_files_argument(*command, options->files);
     command->footer(help_on_format);
-    command->callback([options, &action] {
-        action = [options] {
-            write_hints(*options);
-            return rewrite(*options);
-        };
-    });
+    command->callback([options, &action] { action = [options] { return rewrite_documents(*options); }; });
 }
 
 }  // namespace tool

@@ -4,17 +4,16 @@
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "commands/commands.h"
+#include "commands/each_file.h"
 #include "commands/file_arguments.h"
 #include "commands/hints.h"
 #include "reading/input.h"
 #include "reading/losses.h"
-#include "terminal/Failure.h"
 #include "terminal/colours.h"
 #include "terminal/messages.h"
 #include "terminal/output.h"
@@ -58,19 +57,11 @@ void warn_of_omitted(const std::string& file, const std::string& text) {
                       "the outline leaves out " + get_summary(omitted) + "; " + get_pointer_to_loss(file));
 }
 
-/// A document that cannot be read is left out.
-ExitCode add_document(DistinctPaths& paths, const std::string& file, bool quiet) {
-    try {
-        const std::string text = read_text(file);
-        paths.add(*parse_document(file, text)->get_root_node());
-        if (!quiet)
-            warn_of_omitted(file, text);
-        return ExitCode::done;
-    } catch (const Failure& failure) {
-        if (*failure.what() != '\0')
-            write_failure(failure.what());
-        return failure.get_code();
-    }
+void add_document(DistinctPaths& paths, const std::string& file, bool quiet) {
+    const std::string text = read_text(file);
+    paths.add(*parse_document(file, text)->get_root_node());
+    if (!quiet)
+        warn_of_omitted(file, text);
 }
 
 /// The attributes with their examples, and the example of the text.
@@ -140,12 +131,15 @@ void write_tree(const std::vector<DistinctPath>& paths) {
 }
 
 ExitCode outline(const OutlineOptions& options) {
-    if (!options.quiet && options.files == std::vector<std::string>{standard_input})
+    if (!options.quiet && is_standard_input(options.files))
         write_hints(standard_input);
     DistinctPaths paths;
-    ExitCode worst = ExitCode::done;
-    for (const std::string& file : options.files)
-        worst = std::max(worst, add_document(paths, file, options.quiet));
+    FileTask task;
+    task.act = [&](const std::string& file, const PathNotes&) {
+        add_document(paths, file, options.quiet);
+        return true;
+    };
+    const ExitCode worst = do_with_each(options.files, task);
     const bool is_tree = options.tree || (!options.paths && isatty(STDOUT_FILENO) == 1);
     (is_tree ? write_tree : write_paths)(paths.get());
     return worst;

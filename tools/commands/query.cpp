@@ -4,27 +4,25 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <functional>
 #include <memory>
 #include <string>
 #include <unordered_set>
 #include <utility>
 #include <vector>
 
+#include "commands/MatchWriter.h"
 #include "commands/argument_checks.h"
 #include "commands/commands.h"
+#include "commands/each_file.h"
 #include "commands/file_arguments.h"
 #include "commands/hints.h"
 #include "commands/path_arguments.h"
-#include "commands/records.h"
 #include "paths/predicate_reasons.h"
 #include "paths/selection.h"
 #include "reading/input.h"
 #include "reading/losses.h"
 #include "terminal/Failure.h"
-#include "terminal/json.h"
 #include "terminal/messages.h"
-#include "terminal/output.h"
 #include "terminal/words.h"
 #include "trees/columns.h"
 #include "trees/element_numbers.h"
@@ -54,6 +52,10 @@ constexpr const char* help_on_query =
     "what is absent; with --value, --attribute or --path strings; otherwise objects with name, path,\n"
     "attributes (an object) and text of each match. Each value is a string, also where it looks like a\n"
     "number. With --count, the number is all that is written.\n"
+    "With more than one FILE each match follows the name of its file and a colon; the name is escaped\n"
+    "as in messages, but with --null it is as it is, and a zero byte follows it. With --columns it is\n"
+    "a column, the first, and in JSON a member of each object, \"file\"; what would be a string is an\n"
+    "object with \"value\" then. --count writes a line for each file.\n"
     "\n"
     "Examples:\n"
     "  quxml query '/catalog/book' catalog.xml         all books in the catalog\n"
@@ -68,140 +70,55 @@ constexpr const char* help_on_query =
     "  quxml query --attribute id //book catalog.xml   the books' ids\n"
     "  quxml query --columns @id,title,. //book catalog.xml\n"
     "  quxml query --json --columns @id,title //book catalog.xml\n"
-    "  quxml query --null --value //title catalog.xml | xargs -0 -n 1 echo";
+    "  quxml query --null --value //title catalog.xml | xargs -0 -n 1 echo\n"
+    "  quxml query --no-filename --attribute id //book *.xml        of all files, without their names";
 
-/// Output is passed on when this much has gathered.
-constexpr std::size_t block_size = 65536;
-
-struct QueryOptions {
+struct QueryOptions : MatchFormat {
     Path path;
-    std::string file = standard_input;
+    std::vector<std::string> files{standard_input};
     bool prefix = false;
-    bool value = false;
-    std::string attribute;
-    bool node_path = false;
-    bool count = false;
-    std::string column_list;
-    std::vector<std::string> columns;  // those in the list
-    bool header = false;
-    bool json = false;
-    bool null = false;
+    std::string column_list;  // as it is written
+    bool no_filename = false;
     bool quiet = false;
     bool lossy = false;
 };
-
-/// Text is written compact: formatted text ends with a line feed or not, depending on its siblings.
-std::string get_xml(const quxml::Node& match) {
-    std::string text;
-    const bool is_element = dynamic_cast<const quxml::Element*>(&match) != nullptr;
-    match.write_to_string(text, is_element ? 0 : -1);
-    if (is_element)
-        text.pop_back();  // the line feed that closes it
-    escape_carriage_returns(text);
-    return text;
-}
-
-std::string get_attribute_of(const quxml::Node& match, const std::string& name) {
-    return dynamic_cast<const quxml::Element&>(match).get_attribute_value(name);
-}
 
 bool has_attribute(const quxml::Node* match, const std::string& name) {
     const auto* element = dynamic_cast<const quxml::Element*>(match);
     return element != nullptr && element->get_attribute(name) != nullptr;
 }
 
-using ToText = std::function<std::string(const quxml::Node&)>;
-
-/// Without --json.
-ToText choose_plain_text(const QueryOptions& options) {
-    if (!options.columns.empty())
-        return [&](const quxml::Node& match) { return get_row(match, options.columns); };
-    if (options.value)
-        return get_text;
-    if (!options.attribute.empty())
-        return [&](const quxml::Node& match) { return get_attribute_of(match, options.attribute); };
-    if (options.node_path)
-        return [paths = NodePaths()](const quxml::Node& match) mutable { return paths.get(match); };
-    return get_xml;
-}
-
-bool is_xml(const QueryOptions& options) {
-    return !options.json && options.columns.empty() && !options.value && options.attribute.empty() &&
-           !options.node_path;
-}
-
-ToText choose_json(const QueryOptions& options) {
-    if (!options.columns.empty())
-        return [&](const quxml::Node& match) { return get_object(match, options.columns); };
-    if (options.value || options.node_path || !options.attribute.empty())
-        return [to_text = choose_plain_text(options)](const quxml::Node& match) {
-            return to_json(to_text(match));
-        };
-    return [paths = NodePaths()](const quxml::Node& match) mutable { return get_object(match, paths); };
-}
-
-/// What stands around the matches.
-struct Frame {
-    std::string opening;    // before the first
-    std::string separator;  // before each other
-    std::string closing;    // after the last
-    std::string nothing;    // instead of all, if there is none
-};
-
-Frame choose_frame(const QueryOptions& options, char end) {
-    if (options.json)
-        return {"[\n  ", ",\n  ", std::string("\n]") + end, std::string("[]") + end};
-    const std::string header = options.header ? get_header(options.columns) + end : "";
-    return {header, std::string(1, end), std::string(1, end), header};
-}
-
-void write_matches(const std::vector<quxml::Node*>& matches, const ToText& to_text, const Frame& frame) {
-    std::string text;
-    const std::string* before = &frame.opening;
-    for (const quxml::Node* match : matches) {
-        text += *before + to_text(*match);
-        before = &frame.separator;
-        if (text.size() >= block_size && !write_output(text))
-            return;
-    }
-    text += matches.empty() ? frame.nothing : frame.closing;
-    write_output(text);
-}
-
-std::vector<quxml::Node*> get_matches(const quxml::Document& document, const QueryOptions& options) {
+std::vector<quxml::Node*> get_matches(const quxml::Document& document, const QueryOptions& options,
+                                      const PathNotes& notes) {
     std::vector<quxml::Node*> matches =
-        select(document, options.path, options.quiet ? PathNotes::silent : PathNotes::written,
-               options.prefix ? NameMatch::prefix : NameMatch::whole);
+        select(document, options.path, notes, options.prefix ? NameMatch::prefix : NameMatch::whole);
     if (options.attribute.empty() || matches.empty())
         return matches;
     const auto has_none = [&](const quxml::Node* match) { return !has_attribute(match, options.attribute); };
-    if (!options.quiet && std::all_of(matches.begin(), matches.end(), has_none))
-        write_note(get_reason_for_no_attribute(options.path.text, matches, options.attribute));
+    if (notes && std::all_of(matches.begin(), matches.end(), has_none))
+        notes(get_reason_for_no_attribute(options.path.text, matches, options.attribute));
     matches.erase(std::remove_if(matches.begin(), matches.end(), has_none), matches.end());
     return matches;
 }
 
-void write_count(std::size_t count, char end) {
-    std::string text = std::to_string(count) + end;
-    write_output(text);
-}
-
 struct QueryInput {
+    std::string file;
     std::shared_ptr<quxml::Document> document;
     std::vector<Loss> unseen;
 };
 
 /// CDATA sections, text beside other content and entity references are content that a query answers as if it were not
 /// there. Comments and the like are no answer to any query, so nothing is said of them.
-QueryInput read(const QueryOptions& options) {
-    const std::string text = read_text(options.file);
-    std::shared_ptr<quxml::Document> document = parse_document(options.file, text);
-    return {std::move(document), get_content(find_losses(text))};
+QueryInput read_input(const std::string& file) {
+    const std::string text = read_text(file);
+    std::shared_ptr<quxml::Document> document = parse_document(file, text);
+    return {file, std::move(document), get_content(find_losses(text))};
 }
 
-void warn_of_unseen(const std::string& file, const std::vector<Loss>& unseen) {
-    if (!unseen.empty())
-        write_warning(file, "queries do not see " + get_summary(unseen) + "; " + get_pointer_to_loss(file));
+void warn_of_unseen(const QueryInput& input) {
+    if (!input.unseen.empty())
+        write_warning(input.file, "queries do not see " + get_summary(input.unseen) + "; " +
+                                      get_pointer_to_loss(input.file));
 }
 
 /// The columns of texts that are written of each match.
@@ -227,12 +144,11 @@ std::unordered_set<quxml::Element*> get_text_elements(const std::vector<quxml::N
 }
 
 /// A value that leaves something out would be taken for the whole.
-void require_whole_value(const QueryOptions& options, const QueryInput& input, const quxml::Element& element,
-                         std::size_t number) {
+void require_whole_value(const QueryInput& input, const quxml::Element& element, std::size_t number) {
     const auto loss = std::find_if(input.unseen.begin(), input.unseen.end(),
                                    [number](const Loss& one) { return one.element == number; });
     if (loss != input.unseen.end())
-        throw Failure(ExitCode::malformed, get_label(options.file) + ": not all of the value of " +
+        throw Failure(ExitCode::malformed, get_label(input.file) + ": not all of the value of " +
                                                NodePaths().get(element) +
                                                " is read: queries do not see its " + get_name(loss->kind) +
                                                "; --lossy writes the rest");
@@ -245,27 +161,42 @@ void require_whole_values(const QueryOptions& options, const QueryInput& input,
     auto* root = dynamic_cast<quxml::Element*>(input.document->get_root_node());
     const NumberedElements found = number_elements(root, get_text_elements(matches, options));
     for (std::size_t i = 0; i < found.elements.size(); ++i)
-        require_whole_value(options, input, *found.elements[i], found.numbers[i]);
+        require_whole_value(input, *found.elements[i], found.numbers[i]);
+}
+
+/// Writes the matches in a file.
+void query(const QueryOptions& options, const std::string& file, const PathNotes& notes,
+           MatchWriter& writer) {
+    const QueryInput input = read_input(file);
+    if (!options.quiet)
+        warn_of_unseen(input);
+    const std::vector<quxml::Node*> matches = get_matches(*input.document, options, notes);
+    if (!options.lossy)
+        require_whole_values(options, input, matches);
+    if (is_xml(options))
+        escape_attributes(input.document->get_root_node());
+    writer.write(file, matches);
+    if (matches.empty())
+        throw Failure(ExitCode::no_match);
 }
 
 ExitCode query(const QueryOptions& options) {
-    if (!options.quiet)
-        write_hints(options.file, {{"PATH", options.path.text}});
-    const QueryInput input = read(options);
-    if (!options.quiet)
-        warn_of_unseen(options.file, input.unseen);
-    const std::vector<quxml::Node*> matches = get_matches(*input.document, options);
-    if (!options.lossy)
-        require_whole_values(options, input, matches);
-    const char end = options.null ? '\0' : '\n';
-    if (is_xml(options))
-        escape_attributes(input.document->get_root_node());
-    if (options.count)
-        write_count(matches.size(), end);
-    else
-        write_matches(matches, options.json ? choose_json(options) : choose_plain_text(options),
-                      choose_frame(options, end));
-    return matches.empty() ? ExitCode::no_match : ExitCode::done;
+    if (!options.quiet && is_standard_input(options.files))
+        write_hints(standard_input, {{"PATH", options.path.text}});
+    if (options.several)
+        require_no_fault(options.path, get_steps(options.path));
+    MatchWriter writer(options);
+    FileTask task;
+    task.act = [&](const std::string& file, const PathNotes& notes) {
+        if (writer.has_reader())
+            query(options, file, notes, writer);
+        return true;
+    };
+    task.having = "with a match";
+    task.quiet = options.quiet;
+    const ExitCode code = do_with_each(options.files, task);
+    writer.close();
+    return code;
 }
 
 std::string check_attribute(const std::string& name) {
@@ -296,6 +227,30 @@ void add_output_options(CLI::App& command, QueryOptions& options) {
     command.add_flag("--header", options.header, "With --columns: a first line that names them")
         ->needs(kinds.back())
         ->excludes(json);
+    CLI::Option* with = command.add_flag("--with-filename", options.with_filename,
+                                         "The file before each match, even if there is only one");
+    command.add_flag("--no-filename", options.no_filename, "No files before matches")->excludes(with);
+}
+
+/// The first column, or the first member in JSON, has the name "file".
+void require_no_column_of_files(const QueryOptions& options) {
+    const bool has_column =
+        std::find(options.columns.begin(), options.columns.end(), "file") != options.columns.end();
+    if (options.with_filename && has_column && (options.json || options.header))
+        throw Failure(ExitCode::usage,
+                      "--columns: \"file\" is also what the files of matches are called; --no-filename "
+                      "leaves these out");
+}
+
+/// What follows from the options and arguments together.
+void settle(QueryOptions& options) {
+    if (!options.column_list.empty())
+        options.columns = split_at_commas(options.column_list);
+    require_distinct("--columns", options.columns);
+    require_all_named(options.path.values, {options.path});
+    options.several = options.files.size() > 1;
+    options.with_filename = options.with_filename || (options.several && !options.no_filename);
+    require_no_column_of_files(options);
 }
 
 }  // namespace
@@ -313,13 +268,10 @@ void add_query(CLI::App& app, Action& action) {
     command->add_flag("--quiet", options->quiet,
                       "No notes on the path or on content that queries do not see");
     add_path_arguments(*command, options->path, "What to look for");
-    add_file_argument(*command, options->file);
+    add_files_argument(*command, options->files);
     command->footer(help_on_query);
     command->callback([options, &action] {
-        if (!options->column_list.empty())
-            options->columns = split_at_commas(options->column_list);
-        require_distinct("--columns", options->columns);
-        require_all_named(options->path.values, {options->path});
+        settle(*options);
         action = [options] { return query(*options); };
     });
 }

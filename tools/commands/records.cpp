@@ -14,6 +14,21 @@ namespace tool {
 
 namespace {
 
+std::string to_json_or_null(const std::optional<std::string>& value) {
+    return value ? to_json(*value) : "null";
+}
+
+std::string get_attributes_as_object(const quxml::Node& match) {
+    JsonObject object;
+    if (const auto* element = dynamic_cast<const quxml::Element*>(&match)) {
+        for (const quxml::Attribute* attribute : element->get_attributes())
+            object.add(attribute->get_name(), to_json(attribute->get_value()));
+    }
+    return object.get();
+}
+
+}  // namespace
+
 std::string escape_for_line(const std::string& value) {
     std::string escaped;
     for (const char byte : value) {
@@ -31,34 +46,6 @@ std::string escape_for_line(const std::string& value) {
     return escaped;
 }
 
-std::string to_json_or_null(const std::optional<std::string>& value) {
-    return value ? to_json(*value) : "null";
-}
-
-/// An object of JSON, member by member.
-class Object {
-public:
-    void add(const std::string& key, const std::string& value) {
-        text += (text.empty() ? "" : ", ") + to_json(key) + ": " + value;
-    }
-
-    std::string get() const { return '{' + text + '}'; }
-
-private:
-    std::string text;
-};
-
-std::string get_attributes_as_object(const quxml::Node& match) {
-    Object object;
-    if (const auto* element = dynamic_cast<const quxml::Element*>(&match)) {
-        for (const quxml::Attribute* attribute : element->get_attributes())
-            object.add(attribute->get_name(), to_json(attribute->get_value()));
-    }
-    return object.get();
-}
-
-}  // namespace
-
 std::string get_header(const std::vector<std::string>& columns) {
     std::string line;
     for (const std::string& column : columns)
@@ -74,20 +61,23 @@ std::string get_row(const quxml::Node& match, const std::vector<std::string>& co
     return line;
 }
 
-std::string get_object(const quxml::Node& match, const std::vector<std::string>& columns) {
-    Object object;
-    for (const std::string& column : columns)
-        object.add(column, to_json_or_null(get_value(match, column)));
-    return object.get();
+JsonObject& JsonObject::add(const std::string& key, const std::string& value) {
+    text += (text.empty() ? "" : ", ") + to_json(key) + ": " + value;
+    return *this;
 }
 
-std::string get_object(const quxml::Node& match, NodePaths& paths) {
-    Object object;
-    object.add("name", to_json(match.get_name()));
-    object.add("path", to_json(paths.get(match)));
-    object.add("attributes", get_attributes_as_object(match));
-    object.add("text", to_json(get_text(match)));
-    return object.get();
+JsonObject add_columns(JsonObject object, const quxml::Node& match, const std::vector<std::string>& columns) {
+    for (const std::string& column : columns)
+        object.add(column, to_json_or_null(get_value(match, column)));
+    return object;
+}
+
+JsonObject add_all(JsonObject object, const quxml::Node& match, NodePaths& paths) {
+    object.add("name", to_json(match.get_name()))
+        .add("path", to_json(paths.get(match)))
+        .add("attributes", get_attributes_as_object(match))
+        .add("text", to_json(get_text(match)));
+    return object;
 }
 
 }  // namespace tool

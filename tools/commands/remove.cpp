@@ -53,11 +53,11 @@ public:
 
     void add_arguments(CLI::App& command) override { add_path(command, "What to remove"); }
 
-    void take_arguments(std::string* /*file*/) override {}
+    void take_arguments(std::vector<std::string>* /*files*/) override {}
 
     std::vector<Argument> get_arguments() const override { return {{"PATH", get_path().text}}; }
 
-    void apply(EditedDocument& document, PathNotes notes) const override {
+    void apply(EditedDocument& document, const PathNotes& notes) const override {
         require_no_gap(get_path());
         const std::vector<quxml::Node*> nodes = select(document.get_tree(), get_path(), notes);
         if (nodes.empty())

@@ -33,14 +33,9 @@ void add_sort(CLI::App& app, Action& action) {
     options->sorted = true;
     CLI::App* command = app.add_subcommand("sort", "Sort a document by names and items");
     add_rewrite_options(*command, *options);
-    add_file_argument(*command, options->file);
+    add_files_argument(*command, options->files);
     command->footer(help_on_sort);
-    command->callback([options, &action] {
-        action = [options] {
-            write_hints(*options);
-            return rewrite(*options);
-        };
-    });
+    command->callback([options, &action] { action = [options] { return rewrite_documents(*options); }; });
 }
 
 }  // namespace tool

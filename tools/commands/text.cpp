@@ -22,6 +22,9 @@ constexpr const char* help_on_text =
     "what the document's encoding lacks cannot be written: make it plain text by hand first. White space\n"
     "that begins with a line feed is not read as a text.\n"
     "With --create the elements that PATH misses are made, as set does it.\n"
+    "With several FILEs, a VALUE that is also a file in the folder of the first is refused with 2: it may "
+    "be\n"
+    "one of them, and VALUE be missing. \"quxml edit -e\" takes it for VALUE.\n"
     "\n"
     "Examples:\n"
     "  quxml text -i /settings/host/name kitchen settings.xml\n"
@@ -45,13 +48,13 @@ public:
         command.add_option("VALUE", value, "The text")->required();
     }
 
-    void take_arguments(std::string* /*file*/) override {}
+    void take_arguments(std::vector<std::string>* /*files*/) override {}
 
     std::vector<Argument> get_arguments() const override {
         return {{"PATH", get_path().text}, {"VALUE", value}};
     }
 
-    void apply(EditedDocument& document, PathNotes notes) const override {
+    void apply(EditedDocument& document, const PathNotes& notes) const override {
         document.set_text(get_elements(document, notes), value);
     }
 

@@ -2,10 +2,13 @@
 #ifndef QUXML_TOOLS_COMMANDS_WRITING_OPTIONS_H
 #define QUXML_TOOLS_COMMANDS_WRITING_OPTIONS_H
 
+#include <functional>
 #include <string>
 #include <vector>
 
 #include "commands/hints.h"
+#include "paths/selection.h"
+#include "terminal/exit_codes.h"
 #include "writing/rewrite.h"
 
 namespace CLI {
@@ -25,8 +28,19 @@ void add_rewrite_options(CLI::App& command, RewriteOptions& options);
 /// Adds to a command the options about the layout.
 void add_layout_options(CLI::App& command, RewriteOptions& options);
 
-/// Hints about standard input, unless they are unwanted.
-void write_hints(const WritingOptions& options, const std::vector<Argument>& arguments = {});
+/// Makes the new text of a file from the old one.
+using FileChange =
+    std::function<std::string(const std::string& file, const std::string& text, const PathNotes& notes)>;
+
+/// Changes each of the documents, and says where that could go wrong.
+/// \param arguments  what of the command line could be taken for something else
+/// \throws Failure
+ExitCode change_documents(const WritingOptions& options, const std::vector<Argument>& arguments,
+                          const FileChange& change);
+
+/// Sorts and lays out each of the documents.
+/// \throws Failure
+ExitCode rewrite_documents(const RewriteOptions& options);
 
 }  // namespace tool
 

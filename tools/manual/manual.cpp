@@ -140,13 +140,32 @@ constexpr const char* limits =
     "  names of more than 50,000 bytes\n"
     "  values of attributes of nearly 10,000,000 bytes or more\n";
 
+constexpr const char* several_files =
+    "All commands but explain and diff take several FILEs, and do one after the other; - is standard input.\n"
+    "One that fails is reported and does not stop the others. The exit code is the highest of 5, 4 and 3\n"
+    "that any of them gives; else 0 if PATH selects something in any, and 1 if it does in none. With --diff\n"
+    "it is 1 if any FILE would change.\n"
+    "  - Commands that change documents want -i or --diff then, and otherwise exit with 2: documents one\n"
+    "    after the other are not a document. Each FILE is changed as a whole or not at all.\n"
+    "  - They refuse with 2 a FILE that is there twice, be it by another name. A FILE in which PATH selects\n"
+    "    nothing stays as it is; a note lists all such FILEs in the end.\n"
+    "  - A word that could be a FILE and something else, as where a pattern of the shell stands and PATH,\n"
+    "    NAME or VALUE is missing, is refused with 2 before anything is changed. How set and unset know\n"
+    "    which words are FILEs is described with them.\n"
+    "  - A PATH that is refused with 4 whatever a document holds is refused before any FILE is read.\n"
+    "  - A note on PATH is written once. Why it selects nothing is said only if it selects nothing in any\n"
+    "    FILE, and of the first of them.\n"
+    "  - On a terminal, the last line counts the FILEs, unless --quiet is given; and if the work takes\n"
+    "    longer than a second, a bar shows how many of them are done.\n";
+
 constexpr const char* sections =
     ".SH \"ERRORS IN DOCUMENTS\"\n"
     "Errors of parsing are shown as FILE:LINE:COLUMN: error: TEXT, the first one first, with the line\n"
     "and a caret. Columns count characters. Later errors often follow from the first.\n"
     ".SH \"EDITING IN PLACE\"\n"
     "With \\fB\\-i\\fR the new text is written to a new file in the folder of FILE, which gets the name\n"
-    "of FILE once it has reached the disk. So FILE is whole at any moment, old or new. Mode and owner\n"
+    "of FILE once it has reached the disk. So FILE is whole at any moment, old or new. What is not a\n"
+    "regular file, such as a folder, a device or a pipe, is refused with 5. Mode and owner\n"
     "stay, and symbolic links are followed; other hard links keep the old text, and access lists and\n"
     "extended attributes are not kept. FILE is not touched if nothing changes, if something of it\n"
     "would be lost with \\fB\\-\\-canonical\\fR (\\fB\\-\\-lossy\\fR overrules this), if the result would "
@@ -177,6 +196,7 @@ std::string get_manual(const CLI::App& app, const std::string& version) {
     for (const CLI::App* command : get_commands(app))
         text += get_command_part(*command);
     text += ".SH PATHS\n" + paragraph(paths);
+    text += ".SH \"SEVERAL FILES\"\n" + paragraph(several_files);
     text += sections;
     text += ".SH LIMITS\n" + paragraph(limits);
     const std::string footer = app.get_footer();

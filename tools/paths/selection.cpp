@@ -17,7 +17,6 @@
 #include "paths/notes.h"
 #include "paths/reasons.h"
 #include "terminal/Failure.h"
-#include "terminal/messages.h"
 #include "terminal/words.h"
 #include "trees/document_order.h"
 
@@ -79,57 +78,59 @@ std::string get_gap(const PathStep& step) {
     return "";
 }
 
-void write_notes(const PathStep& step, int number, NoteKind least) {
+void give_notes(const PathStep& step, int number, NoteKind least, const PathNotes& notes) {
     const std::string name = step.text.empty() ? "(empty)" : step.text;
     const std::string place = "step " + std::to_string(number) + ", " + name + ": ";
     for (const Note& note : get_notes(step)) {
         if (note.kind <= least)
-            write_note(place + note.text);
+            notes(place + note.text);
     }
 }
 
 /// Of a step that the root element satisfies no possible reason is wanted: nothing is selected for another reason. What
 /// follows a step that was cut was not meant as a step.
-void write_notes(quxml::Node* root, const std::vector<PathStep>& steps, NameMatch names, bool has_match) {
+void give_notes(quxml::Node* root, const std::vector<PathStep>& steps, NameMatch names, bool has_match,
+                const PathNotes& notes) {
     int number = 0;
     for (const PathStep& step : steps) {
         const bool is_satisfied =
             has_match || (step.kind == StepKind::start && !PathWalk(names).take(step, {root}).empty());
-        write_notes(step, ++number, is_satisfied ? NoteKind::surprise : NoteKind::possible_reason);
+        give_notes(step, ++number, is_satisfied ? NoteKind::surprise : NoteKind::possible_reason, notes);
         if (!step.is_closed)
             return;
     }
 }
 
-void write_reason(quxml::Node* root, const std::vector<PathStep>& steps, NameMatch names) {
+void give_reason(quxml::Node* root, const std::vector<PathStep>& steps, NameMatch names,
+                 const PathNotes& notes) {
     const std::string reason = get_reason(root, steps, names);
     if (!reason.empty())
-        write_note(reason);
+        notes(reason);
 }
 
-void write_note_on_case(const PathStep& last, const std::vector<quxml::Node*>& nodes) {
+void give_note_on_case(const PathStep& last, const std::vector<quxml::Node*>& nodes, const PathNotes& notes) {
     if (last.name_test == "*" || last.kind == StepKind::all_children)
         return;
     std::set<std::string> spellings;
     for (const quxml::Node* node : nodes)
         spellings.insert(node->get_name());
     if (spellings.size() > 1)
-        write_note("matches differ in case: " + *spellings.begin() + " and " + *spellings.rbegin());
+        notes("matches differ in case: " + *spellings.begin() + " and " + *spellings.rbegin());
 }
 
 }  // namespace
 
-std::vector<quxml::Node*> select(const quxml::Document& document, const Path& path, PathNotes notes,
+std::vector<quxml::Node*> select(const quxml::Document& document, const Path& path, const PathNotes& notes,
                                  NameMatch names) {
     quxml::Node* const root = document.get_root_node();
     const std::vector<PathStep> steps = get_steps(path);
     std::vector<quxml::Node*> nodes = get_matches(root, path, steps, names);
-    if (notes == PathNotes::written) {
-        write_notes(root, steps, names, !nodes.empty());
+    if (notes) {
+        give_notes(root, steps, names, !nodes.empty(), notes);
         if (nodes.empty())
-            write_reason(root, steps, names);
+            give_reason(root, steps, names, notes);
         else if (names == NameMatch::whole)
-            write_note_on_case(steps.back(), nodes);
+            give_note_on_case(steps.back(), nodes, notes);
     }
     return nodes;
 }
@@ -146,7 +147,7 @@ void require_no_gap(const Path& path) {
 }
 
 std::vector<quxml::Element*> select_elements(const quxml::Document& document, const Path& path,
-                                             PathNotes notes) {
+                                             const PathNotes& notes) {
     require_no_gap(path);
     std::vector<quxml::Element*> elements;
     for (quxml::Node* node : select(document, path, notes)) {

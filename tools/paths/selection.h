@@ -5,6 +5,8 @@
 #include <quxml/Document.h>
 #include <quxml/Node.h>
 
+#include <functional>
+#include <string>
 #include <vector>
 
 #include "paths/names.h"
@@ -13,13 +15,12 @@
 
 namespace tool {
 
-/// Whether notes on a path are written to standard error: on surprises and, if it selects nothing, on what may be the
-/// reason.
-enum class PathNotes { written, silent };
+/// Takes each note on a path: on surprises and, if it selects nothing, on what may be the reason. An empty one wants none.
+using PathNotes = std::function<void(const std::string& note)>;
 
 /// The nodes that a path selects from the root element, in document order.
 /// \throws Failure  (bad_query)
-std::vector<quxml::Node*> select(const quxml::Document& document, const Path& path, PathNotes notes,
+std::vector<quxml::Node*> select(const quxml::Document& document, const Path& path, const PathNotes& notes,
                                  NameMatch names = NameMatch::whole);
 
 /// A path that is refused, with the reason.
@@ -36,7 +37,7 @@ void require_no_gap(const Path& path);
 /// The elements that a path selects, for a command that changes them; the path must have no gap.
 /// \throws Failure  (bad_query, or no_match if there are none)
 std::vector<quxml::Element*> select_elements(const quxml::Document& document, const Path& path,
-                                             PathNotes notes);
+                                             const PathNotes& notes);
 
 }  // namespace tool
 

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <iostream>
 
+#include "terminal/Progress.h"
 #include "terminal/colours.h"
 #include "terminal/terminal.h"
 #include "terminal/words.h"
@@ -35,6 +36,11 @@ std::string show(const Excerpt& excerpt) {
     return "    " + to_printable(excerpt.line) + "\n    " + blanks + coloured(Colour::bold_green, "^") + '\n';
 }
 
+std::ostream& get_stream() {
+    take_bar_away();
+    return std::cerr;
+}
+
 }  // namespace
 
 std::string get_label(const std::string& file) {
@@ -42,27 +48,28 @@ std::string get_label(const std::string& file) {
 }
 
 void write_failure(std::string_view text) {
-    std::cerr << "quxml: " << to_printable_lines(text) << '\n';
+    get_stream() << "quxml: " << to_printable_lines(text) << '\n';
 }
 
 void write_note(std::string_view text) {
-    std::cerr << "quxml: note: " << to_printable(text) << '\n';
+    get_stream() << "quxml: note: " << to_printable(text) << '\n';
 }
 
 void write_hint(std::string_view text) {
-    std::cerr << "quxml: hint: " << to_printable(text) << '\n';
+    get_stream() << "quxml: hint: " << to_printable(text) << '\n';
 }
 
 void write_warning(const std::string& file, const std::string& text) {
-    std::cerr << get_heading(get_label(file), Colour::bold_magenta, "warning") << text << '\n';
+    get_stream() << get_heading(get_label(file), Colour::bold_magenta, "warning") << text << '\n';
 }
 
 void write_error(const std::string& place, const std::string& text, const Excerpt& excerpt) {
-    std::cerr << get_heading(place, Colour::bold_red, "error") << to_printable(text) << '\n' << show(excerpt);
+    get_stream() << get_heading(place, Colour::bold_red, "error") << to_printable(text) << '\n'
+                 << show(excerpt);
 }
 
 void write_addition(const std::string& place, const std::string& text) {
-    std::cerr << place << ": " << text << '\n';
+    get_stream() << place << ": " << text << '\n';
 }
 
 }  // namespace tool

@@ -4,15 +4,23 @@
 
 #include <string>
 
+#include "terminal/Failure.h"
+
 namespace tool {
+
+/// Standard output cannot be written, so that there is no sense in going on.
+class OutputFailure : public Failure {
+public:
+    using Failure::Failure;
+};
 
 /// Writes `text` to standard output and empties it.
 /// \return false if nobody reads any more (a closed pipe): more output is pointless, and no message is needed.
-/// \throws Failure  (io) if it cannot be written, on a full disk for example.
+/// \throws OutputFailure  (io) if it cannot be written, on a full disk for example.
 bool write_output(std::string& text);
 
 /// Closes standard output; some file systems report only then that writing failed.
-/// \throws Failure  (io) in that case.
+/// \throws OutputFailure  (io) in that case.
 void close_output();
 
 }  // namespace tool

@@ -110,8 +110,7 @@ std::vector<Order> sort_tree(const std::string& file, quxml::Node* root, const s
     }
 }
 
-std::string arrange(const RewriteOptions& options, const std::string& bytes) {
-    const std::string& file = options.file;
+std::string arrange(const RewriteOptions& options, const std::string& file, const std::string& bytes) {
     std::shared_ptr<quxml::Document> document = parse_document(file, bytes);
     if (!options.sorted)
         document.reset();

@@ -16,7 +16,7 @@ namespace tool {
 /// A document sorted and formatted, with everything in it kept. The library reads it as it reads the old one, but for
 /// the order of elements.
 /// \throws Failure  (malformed, io)
-std::string arrange(const RewriteOptions& options, const std::string& bytes);
+std::string arrange(const RewriteOptions& options, const std::string& file, const std::string& bytes);
 
 /// Sorts the tree of a file, and says how.
 /// \throws Failure  (malformed) if it has pieces that cannot be compared.

@@ -22,13 +22,14 @@ namespace tool {
 namespace {
 
 /// Once the file has been changed, nothing lists what is gone.
-std::string get_warning(const RewriteOptions& options, const std::vector<Loss>& losses) {
+std::string get_warning(const RewriteOptions& options, const std::string& file,
+                        const std::vector<Loss>& losses) {
     return options.in_place
                ? "this is lost: " + get_summary(losses)
-               : "left out of the output: " + get_summary(losses) + "; " + get_pointer_to_loss(options.file);
+               : "left out of the output: " + get_summary(losses) + "; " + get_pointer_to_loss(file);
 }
 
-void refuse_or_warn(const RewriteOptions& options, const std::string& text) {
+void refuse_or_warn(const RewriteOptions& options, const std::string& file, const std::string& text) {
     if (options.in_place ? options.lossy && options.quiet : options.quiet)
         return;
     const std::vector<Loss> losses = find_losses(text);
@@ -36,16 +37,15 @@ void refuse_or_warn(const RewriteOptions& options, const std::string& text) {
         return;
     if (options.in_place && !options.lossy)
         throw Failure(ExitCode::malformed,
-                      get_label(options.file) + ": not touched, this would be lost: " + get_summary(losses) +
-                          "; " + get_pointer_to_loss(options.file) + ", --lossy changes the file anyway");
+                      get_label(file) + ": not touched, this would be lost: " + get_summary(losses) + "; " +
+                          get_pointer_to_loss(file) + ", --lossy changes the file anyway");
     if (!options.quiet)
-        write_warning(options.file, get_warning(options, losses));
+        write_warning(file, get_warning(options, file, losses));
 }
 
 /// The attribute values of `root` have been escaped for writing, so those that are read are escaped as well.
-void require_tree_to_read_back(const RewriteOptions& options, const quxml::Node& root,
-                               const std::string& text) {
-    require_to_read_back(options.file, text, [&](quxml::Element& read) {
+void require_tree_to_read_back(const std::string& file, const quxml::Node& root, const std::string& text) {
+    require_to_read_back(file, text, [&](quxml::Element& read) {
         escape_attributes(&read);
         return is_same_tree(root, read);
     });
@@ -53,12 +53,12 @@ void require_tree_to_read_back(const RewriteOptions& options, const quxml::Node&
 
 }  // namespace
 
-std::string write_canonical(const RewriteOptions& options, const std::string& text) {
-    const std::shared_ptr<quxml::Document> document = parse_document(options.file, text);
+std::string write_canonical(const RewriteOptions& options, const std::string& file, const std::string& text) {
+    const std::shared_ptr<quxml::Document> document = parse_document(file, text);
     quxml::Element* const root = document->get_root_node();
     if (options.sorted)
-        sort_tree(options.file, root);
-    refuse_or_warn(options, text);
+        sort_tree(file, root);
+    refuse_or_warn(options, file, text);
     std::string written;
     {
         const Progress progress("writing", 0);
@@ -67,7 +67,7 @@ std::string write_canonical(const RewriteOptions& options, const std::string& te
         escape_carriage_returns(written);
     }
     if (options.in_place)
-        require_tree_to_read_back(options, *root, written);
+        require_tree_to_read_back(file, *root, written);
     return written;
 }
 

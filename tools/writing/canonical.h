@@ -10,7 +10,7 @@ namespace tool {
 
 /// A document as the library reads and writes it. What is lost is warned of and, in place, refused.
 /// \throws Failure
-std::string write_canonical(const RewriteOptions& options, const std::string& text);
+std::string write_canonical(const RewriteOptions& options, const std::string& file, const std::string& text);
 
 }  // namespace tool
 

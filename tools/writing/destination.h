@@ -4,15 +4,15 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
-#include "terminal/exit_codes.h"
 #include "terminal/words.h"
 
 namespace tool {
 
-/// What all commands share that write a document again: which document it is, and what becomes of the result.
+/// What all commands share that write a document again: which documents they are, and what becomes of the results.
 struct WritingOptions {
-    std::string file = standard_input;
+    std::vector<std::string> files{standard_input};
     bool in_place = false;
     bool diff = false;   // only show what would change
     std::string backup;  // what a file's name gets for a copy of the old text; empty for none
@@ -22,11 +22,11 @@ struct WritingOptions {
 /// Makes the new text of a document from the old one.
 using Change = std::function<std::string(const std::string& text)>;
 
-/// Reads a document, changes it, and writes it to standard output or in place; there nothing is written if the
-/// text is as it was. If only the difference is wanted, that is written.
-/// \return `no_match` if there is a difference and only that is wanted.
+/// Reads one of the documents, changes it, and writes it to standard output or in place; there nothing is written if
+/// the text is as it was. If only the difference is wanted, that is written.
+/// \return whether the text is another one.
 /// \throws Failure  nothing has been written; and what `change` throws
-ExitCode change_document(const WritingOptions& options, const Change& change);
+bool change_document(const WritingOptions& options, const std::string& file, const Change& change);
 
 }  // namespace tool
 

@@ -6,10 +6,8 @@
 
 namespace tool {
 
-ExitCode rewrite(const RewriteOptions& options) {
-    return change_document(options, [&](const std::string& text) {
-        return options.canonical ? write_canonical(options, text) : arrange(options, text);
-    });
+std::string rewrite(const RewriteOptions& options, const std::string& file, const std::string& text) {
+    return options.canonical ? write_canonical(options, file, text) : arrange(options, file, text);
 }
 
 }  // namespace tool

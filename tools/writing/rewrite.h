@@ -4,7 +4,6 @@
 
 #include <string>
 
-#include "terminal/exit_codes.h"
 #include "writing/destination.h"
 
 namespace tool {
@@ -20,11 +19,11 @@ struct RewriteOptions : WritingOptions {
     std::string indent;  // a number or "tab"; empty for what the library has
 };
 
-/// Sorts and formats a document. All that is not white space between elements stays as it was written, unless the
-/// canonical form is wanted; then what would be lost is warned of and, in place, refused. What would not be read back
-/// as it is is not written.
+/// The text of a file, sorted and formatted. All that is not white space between elements stays as it was written, unless
+/// the canonical form is wanted; then what would be lost is warned of and, in place, refused. So is what would not be read
+/// back as it is.
 /// \throws Failure
-ExitCode rewrite(const RewriteOptions& options);
+std::string rewrite(const RewriteOptions& options, const std::string& file, const std::string& text);
 
 }  // namespace tool
 

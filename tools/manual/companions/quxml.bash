@@ -31,7 +31,7 @@ _quxml() {
         *:check) words="-h --help --quiet" ;;
         *:loss) words="-h --help" ;;
         *:outline) words="-h --help --tree --paths --quiet" ;;
-        *:query) words="-h --help --prefix -0 --null --value --attribute --path --count --columns --json --header --lossy --quiet --arg" ;;
+        *:query) words="-h --help --prefix -0 --null --value --attribute --path --count --columns --json --header --with-filename --no-filename --lossy --quiet --arg" ;;
         *:explain) words="-h --help --prefix --arg" ;;
         *:diff) words="-h --help --quiet --lossy" ;;
         *:set) words="-h --help -i --in-place --backup --diff --quiet --arg --create" ;;
