@@ -1,4 +1,4 @@
-# Builds for ARCH (i386, armhf, armel, mipsel, powerpc, libcxx; or all) and runs the tests; arguments go to CTest.
+# Builds for ARCH (i386, armhf, armhf-device, armel, mipsel, powerpc, libcxx; or all); runs the tests with arguments to CTest.
 # SPDX-License-Identifier: MIT
 . scripts/support/googletest.sh
 . scripts/support/sysroot.sh
@@ -28,7 +28,7 @@ cross() {
     if [ "$1" = libcxx ]; then
         need_libcxx
     else
-        need_to_cross_build "$1"
+        need_to_cross_build "${1%-device}"
     fi
     build "$1"
     run_tests "$@" || status=$?
@@ -37,7 +37,7 @@ cross() {
 }
 
 if [ "${1-}" = all ]; then
-    for arch in "${architectures[@]}" libcxx; do
+    for arch in "${architectures[@]}" armhf-device libcxx; do
         cross "$arch" "${@:2}"
     done
 else

@@ -50,13 +50,18 @@ Element* find_child(Node& parent, TextView name) noexcept {
 
 namespace {
 
+/// Of ASCII; the bytes of other characters are negative on some machines and not on others.
+bool is_control_character(char c) {
+    constexpr unsigned char delete_character = 0x7f;
+    const auto byte = static_cast<unsigned char>(c);
+    return byte < ' ' || byte == delete_character;
+}
+
 /// A value for a message: its beginning, on one line.
 std::string show(const std::string& value) {
     constexpr std::size_t longest = 60;
-    constexpr char delete_character = 0x7f;
     std::string shown = value.substr(0, longest);
-    std::replace_if(
-        shown.begin(), shown.end(), [](char c) { return (c >= 0 && c < ' ') || c == delete_character; }, '?');
+    std::replace_if(shown.begin(), shown.end(), is_control_character, '?');
     return '"' + shown + (value.size() > longest ? "...\"" : "\"");
 }
 
