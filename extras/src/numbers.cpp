@@ -206,9 +206,9 @@ std::string print(double value, Form form, int decimals) {
     constexpr std::size_t enough = 512;
     std::array<char, enough> text = {};
     const ClassicLocale locale;
+    const char* const format = form == Form::plain ? "%.*f" : "%.*e";
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): snprintf is declared so
-    static_cast<void>(
-        std::snprintf(text.data(), text.size(), form == Form::plain ? "%.*f" : "%.*e", decimals, value));
+    static_cast<void>(std::snprintf(text.data(), text.size(), format, decimals, value));
     return text.data();
 }
 

@@ -31,7 +31,6 @@ namespace {
 using namespace quxml::extras;
 using quxml::Document;
 using quxml::Element;
-using quxml::Node;
 using quxml::TextNode;
 
 /// An element that writes itself.
