@@ -33,14 +33,6 @@ Element* find_first(Node& start, const std::string& path, const Condition& condi
     return nullptr;
 }
 
-Condition Selected::operator==(const std::string& value) const {
-    return compare<std::string>([value](const std::string& other) { return other == value; });
-}
-
-Condition Selected::operator!=(const std::string& value) const {
-    return compare<std::string>([value](const std::string& other) { return other != value; });
-}
-
 Condition Selected::exists() const {
     const Read reader = read;
     return [reader](const Element& element) {

@@ -48,6 +48,17 @@ Element* find_child(Node& parent, TextView name) noexcept {
     return const_cast<Element*>(find_child(static_cast<const Node&>(parent), name));
 }
 
+const Element& require_child(const Element& parent, TextView name) {
+    const Element* found = find_child(parent, name);
+    if (found == nullptr)
+        throw_missing_child(parent, name);
+    return *found;
+}
+
+Element& require_child(Element& parent, TextView name) {
+    return const_cast<Element&>(require_child(static_cast<const Element&>(parent), name));
+}
+
 namespace {
 
 /// Of ASCII; the bytes of other characters are negative on some machines and not on others.

@@ -8,6 +8,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "quxml/Document.h"
@@ -97,6 +98,11 @@ TEST_F(Finding, compares_texts_and_typed_values) {
     EXPECT_EQ(ids(where("year") >= 1987), "3 03");
     EXPECT_EQ(ids(where("year") != "1987"), "1 03") << "an element without the value fulfils nothing";
     EXPECT_EQ(ids(where("year").exists()), "3 1 03");
+    char letters[] = "03";
+    char* const pointer = letters;
+    EXPECT_EQ(ids(where("id") == pointer), "03") << "text in any form is text";
+    EXPECT_EQ(ids(where("id") != std::string_view("3")), "1 2 03");
+    EXPECT_EQ(ids(where("id") >= "2"), "3 2");
 }
 
 TEST_F(Finding, compares_the_texts_of_children) {

@@ -16,6 +16,8 @@
 #include <random>
 #include <stdexcept>
 #include <string>
+#include <string_view>
+#include <type_traits>
 
 #include "quxml/Document.h"
 #include "support/decimal_commas.h"
@@ -264,6 +266,30 @@ TEST_F(TypedValues, are_an_error_where_they_are_required_and_missing) {
     EXPECT_THROW_MESSAGE(require<bool>(*server, "tls"), ValueError, "/settings/server/@tls is missing");
     EXPECT_THROW_MESSAGE(require(*server, "tls", levels), ValueError, "/settings/server/@tls is missing");
     EXPECT_THROW_MESSAGE(require_text<int>(*server, "host"), ValueError, "/settings/server/host is missing");
+}
+
+TEST_F(TypedValues, are_text_in_any_form) {
+    char letters[] = "abc";
+    char* const pointer = letters;
+    const std::string_view view = std::string_view("abcdef").substr(0, 3);
+    set(*server, "a", letters);
+    set(*server, "b", pointer);
+    set(*server, "c", view);
+    set_text(*server, "d", pointer);
+    set_text(*server, "e", view);
+    for (const char* name : {"a", "b", "c"})
+        EXPECT_EQ(server->get_attribute_value(name), "abc") << name;
+    EXPECT_EQ(text_of(*server, "d") + text_of(*server, "e"), "abcabc");
+    EXPECT_EQ(get(*server, "none", pointer) + get(*server, "none", view) + get_text(*server, "none", view),
+              "abcabcabc");
+    static_assert(std::is_same<decltype(get(*server, "none", view)), std::string>::value);
+}
+
+TEST_F(TypedValues, are_in_children_that_can_be_required) {
+    EXPECT_EQ(&require_child(*root, "server"), server);
+    const Element& constant = *root;
+    EXPECT_EQ(&require_child(constant, "server"), server);
+    EXPECT_THROW_MESSAGE(require_child(*server, "host"), ValueError, "/settings/server/host is missing");
 }
 
 TEST_F(TypedValues, name_their_place_among_namesakes) {

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstring>
 #include <string>
+#include <type_traits>
 #if __cplusplus >= 201703L
 #include <string_view>
 #endif
@@ -55,6 +56,12 @@ private:
     const char* first;
     std::size_t count;
 };
+
+/// What holds a value of type `T`: a `std::string` for text in any form, such as a literal or a view.
+template <class T>
+using Held = typename std::conditional<std::is_convertible<const T&, TextView>::value &&
+                                           !std::is_same<T, std::nullptr_t>::value,
+                                       std::string, T>::type;
 
 /// A name that is kept for longer than the call that takes it: the same, but a temporary `std::string` is refused
 /// by the compiler.

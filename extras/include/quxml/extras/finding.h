@@ -67,52 +67,49 @@ public:
     /// \param reader kept by each condition that is made.
     explicit Selected(Read reader) : read(std::move(reader)) {}
 
-    /// As texts, byte for byte. This and what follows throw `std::bad_alloc` only.
-    Condition operator==(const std::string& value) const;
-
-    /// As texts, byte for byte.
-    Condition operator!=(const std::string& value) const;
-
-    /// As values of type `T`, so "07" equals 7; what cannot be read as one fulfils no comparison.
+    /// Whether the element's value equals: text in any form as text, byte for byte; other values as values of type `T`,
+    /// so "07" equals 7. What cannot be read as a `T` fulfils no comparison.
+    /// \throws std::bad_alloc as the others
     template <class T>
     Condition operator==(const T& value) const {
-        return compare<T>([value](const T& other) { return other == value; });
+        const Held<T> held(value);
+        return compare<Held<T>>([held](const Held<T>& other) { return other == held; });
     }
 
-    /// As values of type `T`, see `==`.
+    /// Whether the element has another value.
     template <class T>
     Condition operator!=(const T& value) const {
-        return compare<T>([value](const T& other) { return other != value; });
+        const Held<T> held(value);
+        return compare<Held<T>>([held](const Held<T>& other) { return other != held; });
     }
 
-    /// Whether the element's value is less, as values of type `T`.
+    /// Whether the element's value is less.
     template <class T>
     Condition operator<(const T& value) const {
-        return compare<T>([value](const T& other) { return other < value; });
+        const Held<T> held(value);
+        return compare<Held<T>>([held](const Held<T>& other) { return other < held; });
     }
 
     /// Whether the element's value is less or equal.
     template <class T>
     Condition operator<=(const T& value) const {
-        return compare<T>([value](const T& other) { return other <= value; });
+        const Held<T> held(value);
+        return compare<Held<T>>([held](const Held<T>& other) { return other <= held; });
     }
 
     /// Whether the element's value is greater.
     template <class T>
     Condition operator>(const T& value) const {
-        return compare<T>([value](const T& other) { return other > value; });
+        const Held<T> held(value);
+        return compare<Held<T>>([held](const Held<T>& other) { return other > held; });
     }
 
     /// Whether the element's value is greater or equal.
     template <class T>
     Condition operator>=(const T& value) const {
-        return compare<T>([value](const T& other) { return other >= value; });
+        const Held<T> held(value);
+        return compare<Held<T>>([held](const Held<T>& other) { return other >= held; });
     }
-
-    /// Literals are texts.
-    Condition operator==(const char* value) const { return *this == std::string(value); }
-    /// Literals are texts.
-    Condition operator!=(const char* value) const { return *this != std::string(value); }
 
     /// Whether the element has the value at all.
     Condition exists() const;

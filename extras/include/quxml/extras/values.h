@@ -25,6 +25,7 @@
 #include <quxml/TextNode.h>
 
 #include <string>
+#include <utility>
 #if __cplusplus >= 201703L
 #include <optional>
 #endif
@@ -48,6 +49,13 @@ const Element* find_child(const Node& parent, TextView name) noexcept;
 
 /// The same for a parent that is not constant.
 Element* find_child(Node& parent, TextView name) noexcept;
+
+/// The first child that is an element of exactly this name, which has to be there. Borrowed.
+/// \throws ValueError if it is not there.
+const Element& require_child(const Element& parent, TextView name);
+
+/// The same for a parent that is not constant.
+Element& require_child(Element& parent, TextView name);
 
 /// For the templates below, as the three that follow.
 /// \throws ValueError "... is missing".
@@ -87,19 +95,16 @@ bool try_get(const Element& element, TextView name, T& value) {
     return attribute != nullptr && Value<T>::read(attribute->get_value(), value);
 }
 
-/// The value of an attribute, or `fallback` if there is no such attribute.
+/// The value of an attribute, or `fallback` if there is no such attribute. The type is that of `fallback`, and
+/// `std::string` where that is text in any form, such as a literal.
 /// \throws ValueError if the attribute is there and is not a value of the type.
 template <class T>
-T get(const Element& element, TextView name, T fallback) {
+Held<T> get(const Element& element, TextView name, T fallback) {
+    Held<T> value(std::move(fallback));
     const Attribute* attribute = find_attribute(element, name);
-    if (attribute != nullptr && !Value<T>::read(attribute->get_value(), fallback))
-        throw_wrong_attribute(element, name, Value<T>::describe());
-    return fallback;
-}
-
-/// The same for text: a copy of the value, or of `fallback`, which must not be null.
-inline std::string get(const Element& element, TextView name, const char* fallback) {
-    return get<std::string>(element, name, fallback);
+    if (attribute != nullptr && !Value<Held<T>>::read(attribute->get_value(), value))
+        throw_wrong_attribute(element, name, Value<Held<T>>::describe());
+    return value;
 }
 
 /// The same for enumerations.
@@ -141,18 +146,13 @@ Enum require(const Element& element, TextView name, const EnumTable<Enum>& table
     return get(element, name, Enum(), table);
 }
 
-/// Sets an attribute to a value of any type of Value.h, as `Element::set_attribute`: in its place if it is there.
+/// Sets an attribute to a value of any type of Value.h or to text in any form, as `Element::set_attribute`: in its place if it is there.
 /// \return the attribute, borrowed.
 /// \throws std::invalid_argument for a number that is not finite; nothing has changed.
 /// \throws std::bad_alloc nothing has changed.
 template <class T>
 Attribute* set(Element& element, const std::string& name, const T& value) {
-    return element.set_attribute(name, Value<T>::write(value));
-}
-
-/// The same for literals, which must not be null.
-inline Attribute* set(Element& element, const std::string& name, const char* value) {
-    return element.set_attribute(name, value);
+    return element.set_attribute(name, Value<Held<T>>::write(Held<T>(value)));
 }
 
 /// The same for enumerations.
@@ -174,19 +174,16 @@ bool try_get_text(const Element& element, TextView child, T& value) {
     return found != nullptr && Value<T>::read(text_of(*found), value);
 }
 
-/// The value in the text of the first child element called `child`, or `fallback` if there is no such child.
+/// The value in the text of the first child element called `child`, or `fallback` if there is no such child. Types
+/// as for `get`.
 /// \throws ValueError if the child is there and its text is not a value of the type.
 template <class T>
-T get_text(const Element& element, TextView child, T fallback) {
+Held<T> get_text(const Element& element, TextView child, T fallback) {
+    Held<T> value(std::move(fallback));
     const Element* found = find_child(element, child);
-    if (found != nullptr && !Value<T>::read(text_of(*found), fallback))
-        throw_wrong_text(*found, Value<T>::describe());
-    return fallback;
-}
-
-/// The same for text, as `text_of`.
-inline std::string get_text(const Element& element, TextView child, const char* fallback) {
-    return text_of(element, child, fallback);
+    if (found != nullptr && !Value<Held<T>>::read(text_of(*found), value))
+        throw_wrong_text(*found, Value<Held<T>>::describe());
+    return value;
 }
 
 /// The same for enumerations.
@@ -218,17 +215,12 @@ void set_text(Element& element, const std::string& text);
 /// \throws std::bad_alloc the texts are as they were; the child may have been created.
 Element* set_text(Element& element, const std::string& child, const std::string& text);
 
-/// The same for literals, which must not be null.
-inline Element* set_text(Element& element, const std::string& child, const char* text) {
-    return set_text(element, child, std::string(text));
-}
-
-/// The same for values of any type of Value.h.
+/// The same for values of any type of Value.h and for text in any form.
 /// \throws std::invalid_argument for a number that is not finite; nothing has changed.
 /// \throws std::bad_alloc the texts are as they were; the child may have been created.
 template <class T>
 Element* set_text(Element& element, const std::string& child, const T& value) {
-    return set_text(element, child, Value<T>::write(value));
+    return set_text(element, child, Value<Held<T>>::write(Held<T>(value)));
 }
 
 }  // namespace extras
