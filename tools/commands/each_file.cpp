@@ -14,6 +14,7 @@
 #include "commands/file_arguments.h"
 #include "terminal/Failure.h"
 #include "terminal/Progress.h"
+#include "terminal/files.h"
 #include "terminal/messages.h"
 #include "terminal/output.h"
 #include "terminal/terminal.h"

@@ -17,6 +17,7 @@
 #include "terminal/colours.h"
 #include "terminal/messages.h"
 #include "terminal/output.h"
+#include "terminal/words.h"
 #include "trees/distinct_paths.h"
 
 namespace tool {
