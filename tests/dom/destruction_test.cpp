@@ -20,7 +20,6 @@ namespace {
 
 using quxml::Document;
 using quxml::Element;
-using quxml::Node;
 using quxml_test::add_logged;
 using quxml_test::add_logged_text;
 using quxml_test::BareNode;

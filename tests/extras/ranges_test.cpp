@@ -135,8 +135,10 @@ template <class Given>
 struct HasChildren<Given, decltype(children(std::declval<Given&>()).begin(), void())> : std::true_type {};
 
 TEST_F(Ranges, are_of_nodes_only) {
-    static_assert(HasChildren<Element>::value && HasChildren<const Node>::value);
-    static_assert(!HasChildren<Document>::value && !HasChildren<Element*>::value);
+    static_assert(HasChildren<Element>::value);
+    static_assert(HasChildren<const Node>::value);
+    static_assert(!HasChildren<Document>::value);
+    static_assert(!HasChildren<Element*>::value);
 }
 
 TEST_F(Ranges, work_with_the_standard_algorithms) {
