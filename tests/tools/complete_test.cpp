@@ -107,6 +107,15 @@ TEST_F(Complete, is_what_bash_asks_if_a_file_stands_after_the_path) {
     expect_done(complete("quxml query /zone/service[@n| zone.xml",
                          "4 " + program + "query '/zone/service[' '@' n zone.xml"),
                 "name\n");
+    // Of several files the first answers.
+    expect_done(complete("quxml query /zone/s| zone.xml other.xml",
+                         "2 " + program + "query /zone/s zone.xml other.xml"),
+                "/zone/short\n/zone/service\n");
+    expect_done(complete("quxml set -i /zone/s| k=1 missing.xml zone.xml",
+                         "3 " + program + "set -i /zone/s k=1 missing.xml zone.xml"),
+                "/zone/short\n/zone/service\n");
+    expect_done(complete("quxml query /zone zo| other.xml", "3 " + program + "query /zone zo other.xml"),
+                "zone.xml\n");
     expect_done(complete("quxml query <zone.xml /zone/sh|", "4 " + program + "query '<' zone.xml /zone/sh"),
                 "/zone/short\n");
     // Without a file, or where the path is no path, it completes files.
@@ -132,6 +141,7 @@ TEST_F(Complete, is_what_zsh_asks_if_a_file_stands_after_the_path) {
     expect_done(complete("/zone/s", "query /zone/s zone.xml", 3), "/zone/short\n/zone/service\n");
     expect_done(complete("'/zone/service\\[@n'", "query '/zone/service\\[@n' zone.xml", 3),
                 "/zone/service[@name\n");
+    expect_done(complete("/zone/s", "query /zone/s zone.xml other.xml", 3), "/zone/short\n/zone/service\n");
     expect_done(complete("zo", "query zo", 3), "files\n");
     expect_done(complete("x", "query x zone.xml", 3), "files\n");
 }
