@@ -91,6 +91,12 @@ TEST_F(SeveralFiles, are_members_in_json) {
 TEST_F(SeveralFiles, that_fail_leave_json_whole) {
     expect(run("quxml query --json --attribute name //service bad.xml b.xml"), 3,
            "[\n  {\"file\": \"b.xml\", \"value\": \"dhcp\"}\n]\n", error_of_bad);
+    expect(
+        run("quxml query --json --attribute name //service b.xml bad.xml a.xml 2>&1"), 3,
+        std::string(error_of_bad) +
+            "[\n  {\"file\": \"b.xml\", \"value\": \"dhcp\"},\n  {\"file\": \"a.xml\", \"value\": \"ssh\"},\n"
+            "  {\"file\": \"a.xml\", \"value\": \"http\"}\n]\n",
+        "");
     expect(run("quxml query --json //service bad.xml bad.xml"), 3, "",
            std::string(error_of_bad) + error_of_bad);
 }

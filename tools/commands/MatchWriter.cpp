@@ -77,7 +77,7 @@ MatchWriter::ToText MatchWriter::choose_json(const std::string& file) const {
             return add_columns(start, match, format.columns).get();
         };
     return [start, paths = NodePaths()](const quxml::Node& match) mutable {
-        return add_all(start, match, paths).get();
+        return tool::add_all(start, match, paths).get();
     };
 }
 
@@ -100,20 +100,23 @@ std::string MatchWriter::get_count(const std::string& file, std::size_t count) c
 
 void MatchWriter::write(const std::string& file, const std::vector<quxml::Node*>& matches) {
     open();
-    if (format.count) {
+    if (format.count)
         add(get_count(file, matches.size()));
-        return flush();
-    }
+    else
+        add_all(file, matches);
+    // What follows a line of JSON is not known yet, and a message about the next file needs a line of its own.
+    if (!is_array())
+        flush();
+}
+
+void MatchWriter::add_all(const std::string& file, const std::vector<quxml::Node*>& matches) {
     const std::string prefix = get_prefix(file);
     const ToText to_text = format.json ? choose_json(file) : choose_text();
-    for (const quxml::Node* match : matches) {
-        add(prefix + to_text(*match));
+    for (auto match = matches.begin(); match != matches.end() && is_read; ++match) {
+        add(prefix + to_text(**match));
         if (text.size() >= block_size)
             flush();
-        if (!is_read)
-            return;
     }
-    flush();
 }
 
 void MatchWriter::close() {

@@ -55,6 +55,7 @@ private:
     bool is_array() const { return format.json && (!format.count || format.several || format.with_filename); }
 
     void open();
+    void add_all(const std::string& file, const std::vector<quxml::Node*>& matches);
     void add(const std::string& record);
     void flush();
 

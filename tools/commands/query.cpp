@@ -270,7 +270,7 @@ void add_query(CLI::App& app, Action& action) {
     command->add_flag("--lossy", options->lossy,
                       "With --value, --columns or --json: write what is seen of a value");
     command->add_flag("--quiet", options->quiet,
-                      "No notes on the path or on content that queries do not see");
+                      "No notes on the path or on content that queries do not see, and no summary");
     add_path_arguments(*command, options->path, "What to look for");
     add_files_argument(*command, options->files);
     command->footer(help_on_query);
