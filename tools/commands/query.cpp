@@ -6,11 +6,10 @@
 #include <algorithm>
 #include <memory>
 #include <string>
-#include <unordered_set>
-#include <utility>
 #include <vector>
 
 #include "commands/MatchWriter.h"
+#include "commands/QueryInput.h"
 #include "commands/argument_checks.h"
 #include "commands/commands.h"
 #include "commands/each_file.h"
@@ -19,15 +18,8 @@
 #include "commands/path_arguments.h"
 #include "paths/predicate_reasons.h"
 #include "paths/selection.h"
-#include "reading/input.h"
-#include "reading/losses.h"
 #include "terminal/Failure.h"
-#include "terminal/messages.h"
 #include "terminal/words.h"
-#include "trees/columns.h"
-#include "trees/element_numbers.h"
-#include "trees/node_paths.h"
-#include "trees/tree.h"
 #include "writing/escaping.h"
 
 namespace tool {
@@ -105,78 +97,15 @@ std::vector<quxml::Node*> get_matches(const quxml::Document& document, const Que
     return matches;
 }
 
-struct QueryInput {
-    std::string file;
-    std::shared_ptr<quxml::Document> document;
-    std::vector<Loss> unseen;
-};
-
-/// CDATA sections, text beside other content and entity references are content that a query answers as if it were not
-/// there. Comments and the like are no answer to any query, so nothing is said of them.
-QueryInput read_input(const std::string& file) {
-    const std::string text = read_text(file);
-    std::shared_ptr<quxml::Document> document = parse_document(file, text);
-    return {file, std::move(document), get_content(find_losses(text))};
-}
-
-void warn_of_unseen(const QueryInput& input) {
-    if (!input.unseen.empty())
-        write_warning(input.file, "queries do not see " + get_summary(input.unseen) + "; " +
-                                      get_pointer_to_loss(input.file));
-}
-
-/// The columns of texts that are written of each match.
-std::vector<std::string> get_text_columns(const QueryOptions& options) {
-    if (!options.columns.empty())
-        return options.columns;
-    const bool has_text =
-        options.value || (options.json && !options.count && !options.node_path && options.attribute.empty());
-    return has_text ? std::vector<std::string>{"."} : std::vector<std::string>();
-}
-
-/// The elements whose texts are written.
-std::unordered_set<quxml::Element*> get_text_elements(const std::vector<quxml::Node*>& matches,
-                                                      const QueryOptions& options) {
-    std::unordered_set<quxml::Element*> elements;
-    for (const std::string& column : get_text_columns(options)) {
-        for (quxml::Node* match : matches) {
-            if (auto* element = dynamic_cast<quxml::Element*>(get_text_node(*match, column)))
-                elements.insert(element);
-        }
-    }
-    return elements;
-}
-
-/// A value that leaves something out would be taken for the whole.
-void require_whole_value(const QueryInput& input, const quxml::Element& element, std::size_t number) {
-    const auto loss = std::find_if(input.unseen.begin(), input.unseen.end(),
-                                   [number](const Loss& one) { return one.element == number; });
-    if (loss != input.unseen.end())
-        throw Failure(ExitCode::malformed, get_label(input.file) + ": not all of the value of " +
-                                               NodePaths().get(element) +
-                                               " is read: queries do not see its " + get_name(loss->kind) +
-                                               "; --lossy writes the rest");
-}
-
-void require_whole_values(const QueryOptions& options, const QueryInput& input,
-                          const std::vector<quxml::Node*>& matches) {
-    if (input.unseen.empty())
-        return;
-    auto* root = dynamic_cast<quxml::Element*>(input.document->get_root_node());
-    const NumberedElements found = number_elements(root, get_text_elements(matches, options));
-    for (std::size_t i = 0; i < found.elements.size(); ++i)
-        require_whole_value(input, *found.elements[i], found.numbers[i]);
-}
-
 /// Writes the matches in a file.
 void query(const QueryOptions& options, const std::string& file, const PathNotes& notes,
            MatchWriter& writer) {
-    const QueryInput input = read_input(file);
+    const QueryInput input = read_query_input(file);
     if (!options.quiet)
         warn_of_unseen(input);
     const std::vector<quxml::Node*> matches = get_matches(*input.document, options, notes);
     if (!options.lossy)
-        require_whole_values(options, input, matches);
+        require_whole_values(input, options, matches);
     if (is_xml(options))
         escape_attributes(input.document->get_root_node());
     writer.write(file, matches);
