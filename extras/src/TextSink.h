@@ -3,40 +3,59 @@
 #define QUXML_EXTRAS_TEXT_SINK_H
 
 #include <cstddef>
-#include <string>
+#include <cstring>
+#include <memory>
+#include <string_view>
 
 #include "quxml/extras/writing.h"
 
 namespace quxml {
 namespace extras {
 
-/// Gathers text and hands it on in large pieces; what is for a string goes there at once.
+/// Gathers pieces of text and hands them on in large ones.
 class TextSink {
 public:
-    explicit TextSink(const Output& output) : out(output) {
-        if (out.text == nullptr)
-            gathered.reserve(limit + limit / 4);
-    }
+    explicit TextSink(const Output& output) : out(output), gathered(new char[capacity]) {}
 
-    /// What has been gathered: to append to, and to change from where it was appended to.
-    std::string& text() { return out.text != nullptr ? *out.text : gathered; }
-
-    /// Hands on what has been gathered if it is much.
+    /// Appends the pieces one after another, and looks only once whether they fit.
     /// \throws std::system_error
-    void settle() {
-        if (gathered.size() >= limit)
-            flush();
+    template <class... Pieces>
+    void put(const Pieces&... pieces) {
+        put_views(std::string_view(pieces)...);
     }
 
     /// Hands on what has been gathered.
     /// \throws std::system_error
-    void flush();
+    void flush() {
+        hand_on({gathered.get(), size});
+        size = 0;
+    }
 
 private:
-    static constexpr std::size_t limit = std::size_t{48} * 1024;
+    static constexpr std::size_t capacity = std::size_t{48} * 1024;
+
+    template <class... Views>
+    void put_views(Views... pieces) {
+        const std::size_t length = (pieces.size() + ...);
+        if (length > capacity - size)
+            flush();
+        if (length <= capacity) {
+            (copy(pieces), ...);
+        } else {
+            (hand_on(pieces), ...);
+        }
+    }
+
+    void copy(std::string_view piece) {
+        std::memcpy(gathered.get() + size, piece.data(), piece.size());
+        size += piece.size();
+    }
+
+    void hand_on(std::string_view text);
 
     Output out;
-    std::string gathered;
+    std::unique_ptr<char[]> gathered;  // NOLINT(modernize-avoid-c-arrays): filled piece by piece
+    std::size_t size = 0;
 };
 
 }  // namespace extras

@@ -2,8 +2,8 @@
 
 // Writing with escaped attributes.
 //
-// Texts and attributes append themselves to what has been gathered, as they do in the library. What they leave
-// as it is and a reader would change is searched for in what they appended, and is there only rarely.
+// Texts and attributes write themselves into a string of their own, as they do in the library. What they leave as it
+// is and a reader would change is searched for there, and is found only rarely.
 //
 // Elements are written on a list of open elements instead of by recursion, with the same rules for white space
 // as in the library: an element stands on one line if it has no children or nothing but one text.
@@ -44,12 +44,13 @@ void write_to_file(int file, std::string_view text) {
 
 }  // namespace
 
-void TextSink::flush() {
-    if (out.stream != nullptr)
-        out.stream->write(gathered.data(), static_cast<std::streamsize>(gathered.size()));
-    else if (out.text == nullptr)
-        write_to_file(out.file, gathered);
-    gathered.clear();
+void TextSink::hand_on(std::string_view text) {
+    if (out.text != nullptr)
+        out.text->append(text);
+    else if (out.stream != nullptr)
+        out.stream->write(text.data(), static_cast<std::streamsize>(text.size()));
+    else
+        write_to_file(out.file, text);
 }
 
 namespace {
@@ -75,30 +76,28 @@ std::string_view get_reference(char c) {
 }
 
 /// Texts have been escaped by the library but for what a reader takes for the end of a line.
-bool is_escaped_in_texts(char c) {
-    return c == '\r';
-}
+struct IsEscapedInTexts {
+    bool operator()(char c) const { return c == '\r'; }
+};
 
-bool is_escaped_in_attributes(char c) {
-    // Ordered so that most bytes take one comparison.
-    return c <= '<' && (c == '&' || c == '<' || c == '"' || c == '\t' || c == '\n' || c == '\r');
-}
-
-/// Escapes what has been appended to `text` at `begin`, most often nothing.
-template <class IsEscaped>
-void escape_from(std::string& text, std::size_t begin, IsEscaped is_escaped) {
-    const auto first =
-        std::find_if(text.begin() + static_cast<std::ptrdiff_t>(begin), text.end(), is_escaped);
-    if (first == text.end())
-        return;
-    const std::string rest(first, text.end());
-    text.erase(first, text.end());
-    auto clean = rest.begin();
-    for (auto at = clean; at != rest.end(); at = std::find_if(clean, rest.end(), is_escaped)) {
-        text.append(clean, at).append(get_reference(*at));
-        clean = at + 1;
+struct IsEscapedInAttributes {
+    /// Ordered so that most bytes take one comparison.
+    bool operator()(char c) const {
+        return c <= '<' && (c == '&' || c == '<' || c == '"' || c == '\t' || c == '\n' || c == '\r');
     }
-    text.append(clean, rest.end());
+};
+
+/// Puts out a text with the references of what has to be escaped.
+template <class IsEscaped>
+void put_escaped(TextSink& out, std::string_view text, IsEscaped is_escaped) {
+    auto first = std::find_if(text.begin(), text.end(), is_escaped);
+    while (first != text.end()) {
+        const auto clean = static_cast<std::size_t>(first - text.begin());
+        out.put(text.substr(0, clean), get_reference(*first));
+        text.remove_prefix(clean + 1);
+        first = std::find_if(text.begin(), text.end(), is_escaped);
+    }
+    out.put(text);
 }
 
 class TreeWriter {
@@ -114,7 +113,6 @@ public:
             } else {
                 write_node(**current.next++);
             }
-            out.settle();
         }
     }
 
@@ -134,34 +132,27 @@ private:
         } else if (const auto* attribute = dynamic_cast<const Attribute*>(&node)) {
             write_attribute(*attribute);
         } else {
-            node.write_to_string(out.text(), layout.is_formatted ? static_cast<int>(open.size()) : -1);
+            out.put(text_of(node, layout.is_formatted ? static_cast<int>(open.size()) : -1));
         }
     }
 
     void write_start(const Element& element) {
-        indent();
-        out.text().append(1, '<').append(Fields::name_of(element));
+        out.put(indentation(), "<", Fields::name_of(element));
         for (const Attribute* attribute : Fields::attributes_of(element))
             write_attribute(*attribute);
         const NodeList& children = Fields::children_of(element);
         if (children.empty()) {
-            out.text() += "/>";
-            end_line();
+            out.put("/>", line_end());
             return;
         }
-        out.text() += '>';
-        if (!is_inline(element))
-            end_line();
+        out.put(">", is_inline(element) ? "" : line_end());
         open.push_back({&element, children.begin(), children.end()});
     }
 
     void write_end() {
         const Element& element = *open.back().element;
         open.pop_back();
-        if (!is_inline(element))
-            indent();
-        out.text().append("</").append(Fields::name_of(element)).append(1, '>');
-        end_line();
+        out.put(is_inline(element) ? "" : indentation(), "</", Fields::name_of(element), ">", line_end());
     }
 
     /// Whether the element's only child is text, so that its tags and the text share a line.
@@ -176,39 +167,46 @@ private:
             return;
         const bool has_line = Fields::children_of(*parent).size() != 1;
         if (has_line)
-            indent();
-        const std::size_t begin = out.text().size();
-        node.write_to_string(out.text(), -1);
-        escape_from(out.text(), begin, is_escaped_in_texts);
+            out.put(indentation());
+        put_escaped(out, text_of(node, -1), IsEscapedInTexts());
         if (has_line)
-            end_line();
+            out.put(line_end());
     }
 
     void write_attribute(const Attribute& attribute) {
         constexpr std::size_t around_name = 3;  // a space, and an equals sign with a quote
-        const std::size_t begin = out.text().size();
-        attribute.write_to_string(out.text(), -1);
-        out.text().pop_back();  // the closing quote
-        escape_from(out.text(), begin + around_name + Fields::name_of(attribute).size(),
-                    is_escaped_in_attributes);
-        out.text() += '"';
+        std::string_view text = text_of(attribute, -1);
+        text.remove_suffix(1);  // the closing quote
+        const std::size_t value = around_name + Fields::name_of(attribute).size();
+        out.put(text.substr(0, value));
+        put_escaped(out, text.substr(value), IsEscapedInAttributes());
+        out.put("\"");
     }
 
-    void indent() {
+    /// What a node writes. Valid until the next call.
+    std::string_view text_of(const Node& node, int depth) {
+        text_of_node.clear();
+        node.write_to_string(text_of_node, depth);
+        return text_of_node;
+    }
+
+    /// What stands before a line. Valid until the next call.
+    std::string_view indentation() {
         if (!layout.is_formatted)
-            return;
-        for (std::size_t level = 0; level < open.size(); ++level)
-            out.text() += layout.indentation;
+            return {};
+        const std::size_t length = open.size() * layout.indentation.size();
+        while (deepest_indentation.size() < length)
+            deepest_indentation += layout.indentation;
+        return std::string_view(deepest_indentation).substr(0, length);
     }
 
-    void end_line() {
-        if (layout.is_formatted)
-            out.text() += '\n';
-    }
+    std::string_view line_end() const { return layout.is_formatted ? "\n" : ""; }
 
     TextSink& out;
     const Layout& layout;
     std::vector<OpenElement> open;
+    std::string text_of_node;
+    std::string deepest_indentation;
 };
 
 }  // namespace
@@ -216,7 +214,7 @@ private:
 void write(Output out, const Document& document, const Layout& layout) {
     TextSink sink(out);
     if (layout.has_declaration)
-        sink.text() += layout.is_formatted ? "<?xml version=\"1.0\"?>\n" : R"(<?xml version="1.0"?>)";
+        sink.put(R"(<?xml version="1.0"?>)", layout.is_formatted ? "\n" : "");
     if (const Element* root = document.get_root_node())
         TreeWriter(sink, layout).write(*root);
     sink.flush();
