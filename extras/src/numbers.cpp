@@ -206,24 +206,26 @@ std::string print(double value, Form form, int decimals) {
     constexpr std::size_t enough = 512;
     std::array<char, enough> text = {};
     const ClassicLocale locale;
-    const char* const format = form == Form::plain ? "%.*f" : "%.*e";
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): snprintf is declared so
-    static_cast<void>(std::snprintf(text.data(), text.size(), format, decimals, value));
+    // NOLINTBEGIN(cppcoreguidelines-pro-type-vararg): snprintf is declared so
+    static_cast<void>(form == Form::plain ? std::snprintf(text.data(), text.size(), "%.*f", decimals, value)
+                                          : std::snprintf(text.data(), text.size(), "%.*e", decimals, value));
+    // NOLINTEND(cppcoreguidelines-pro-type-vararg)
     return text.data();
 }
 
 /// As few digits as bring the number back, with an exponent or without, whichever is shorter.
 template <class Number>
 std::string write_shortest(Number value) {
+    const auto number = static_cast<double>(value);
     std::string text;
     int decimals = -1;
     Number again = 0;
     do {
-        text = print(value, Form::with_exponent, ++decimals);
+        text = print(number, Form::with_exponent, ++decimals);
     } while (decimals < std::numeric_limits<Number>::max_digits10 - 1 &&
              (!convert(text, again) || again != value));
     const int exponent = std::atoi(text.c_str() + text.find('e') + 1);  // NOLINT(cert-err34-c): ours
-    const std::string plain = print(value, Form::plain, decimals > exponent ? decimals - exponent : 0);
+    const std::string plain = print(number, Form::plain, decimals > exponent ? decimals - exponent : 0);
     return plain.size() <= text.size() ? plain : text;
 }
 
