@@ -220,12 +220,14 @@ Input query(std::string (*text)(), const char* path, const char* xpath) {
 
 /// About 100,000 elements.
 std::string many_groups() {
-    return groups(1000);
+    constexpr int count = 1000;
+    return groups(count);
 }
 
 /// 25 MB when it is formatted.
 std::string large_list() {
-    return groups(4000);
+    constexpr int count = 4000;
+    return groups(count);
 }
 
 std::vector<Input> queries() {
