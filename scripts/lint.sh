@@ -4,13 +4,13 @@
 # Names the folders whose headers the files of a folder may include, besides their own.
 known_to() {
     case $1 in
-        src/dom | extras/* | tools/manual | tools/terminal) ;;
+        src/dom | extras/* | tools/terminal) ;;
         src/*) echo dom ;;
         tools) echo commands manual terminal ;;
         tools/commands) echo paths reading terminal trees writing ;;
         tools/paths) echo terminal trees ;;
         tools/reading) echo reader terminal ;;
-        tools/trees) echo terminal ;;
+        tools/manual | tools/trees) echo terminal ;;
         tools/writing) echo reading terminal trees ;;
     esac
 }
@@ -28,6 +28,8 @@ check_directions() {
     while read -r folder; do
         ! wrong_includes "$folder" || status=1
     done < <(find src extras tools -name '*.h' -printf '%h\n' -o -name '*.cpp' -printf '%h\n' | sort --unique)
+    # The library knows nothing about its extras; the program uses both as any other does, between < and >.
+    ! grep --recursive --line-number '^#include [<"]quxml/extras/' src include || status=1
     return "$status"
 }
 

@@ -78,6 +78,33 @@ TEST_F(Finding, is_the_whole_walk_for_any_tree_and_any_result) {
     EXPECT_TRUE(in_document_order(*other.create_root_node("r"), all).empty());
 }
 
+// The order of a NodeSet is that of addresses, so one of the two arrangements of `a` and `b` shows whether it matters.
+TEST(DocumentOrder, is_the_order_of_children_and_not_that_of_addresses) {
+    Document document(false);
+    Element* root = document.create_root_node("root");
+    Node* a = root->add_child("a");
+    Node* b = root->add_child("b");
+    EXPECT_EQ(in_document_order(*root, {a, b}), (std::vector<Node*>{a, b}));
+    root->set_child_first(b);
+    EXPECT_EQ(in_document_order(*root, {a, b}), (std::vector<Node*>{b, a}));
+}
+
+TEST(DocumentOrder, puts_parents_before_their_children_and_whole_branches_one_after_the_other) {
+    Document document(false);
+    Element* root = document.create_root_node("root");
+    Element* last = root->add_child("last");
+    Element* first = root->add_child("first");
+    root->set_child_first(first);
+    Node* late = last->add_child("late");
+    Node* early = first->add_child("early");
+    EXPECT_EQ(in_document_order(*root, {late, early, last, first, root}),
+              (std::vector<Node*>{root, first, early, last, late}));
+    EXPECT_EQ(in_document_order(*root, {late, early}), (std::vector<Node*>{early, late}));
+    EXPECT_EQ(in_document_order(*root, {last, early}), (std::vector<Node*>{early, last}));
+    EXPECT_EQ(in_document_order(*root, {root}), std::vector<Node*>{root});
+    EXPECT_TRUE(in_document_order(*root, {}).empty());
+}
+
 TEST_F(Finding, compares_values_from_outside_whatever_they_hold) {
     for (const std::string value : {"3' or '1'='1", "']", "3]/../*[1", "", "*", "3\"", "@id"}) {
         EXPECT_EQ(ids(where("id") == value), "") << value;

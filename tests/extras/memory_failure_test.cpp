@@ -245,6 +245,10 @@ TEST(ExtrasOnDeepTrees, take_no_more_stack) {
         EXPECT_EQ(path_of(*lowest).size(), 2 * levels);
         EXPECT_EQ(NodePaths().get(*lowest).size(), 2 * levels);
         EXPECT_EQ(to_text(document), document.write_to_string());
+        Layout without_indentation;
+        without_indentation.indentation.clear();
+        EXPECT_EQ(to_text(root, without_indentation).size(), (levels - 1) * 9 + 5)
+            << "<a> and </a>, then <a/>";
         set(*lowest, "x", 1);
         EXPECT_EQ(find_elements(root, "//*", where("x") == 1).size(), 1U);
         merge(*other.get_root_node(), root);

@@ -18,7 +18,6 @@
 #include "paths/selection.h"
 #include "paths/steps.h"
 #include "terminal/Failure.h"
-#include "trees/document_order.h"
 
 namespace {
 

@@ -2,14 +2,14 @@
 #include "commands/MatchWriter.h"
 
 #include <quxml/Element.h>
+#include <quxml/extras/paths.h>
+#include <quxml/extras/writing.h>
 
 #include "commands/records.h"
 #include "terminal/json.h"
 #include "terminal/messages.h"
 #include "terminal/output.h"
-#include "trees/node_paths.h"
-#include "trees/tree.h"
-#include "writing/escaping.h"
+#include "trees/text.h"
 
 namespace tool {
 
@@ -20,12 +20,10 @@ constexpr std::size_t block_size = 65536;
 
 /// Text is written compact: formatted text ends with a line feed or not, depending on its siblings.
 std::string get_xml(const quxml::Node& match) {
-    std::string text;
-    const bool is_element = dynamic_cast<const quxml::Element*>(&match) != nullptr;
-    match.write_to_string(text, is_element ? 0 : -1);
-    if (is_element)
-        text.pop_back();  // the line feed that closes it
-    escape_carriage_returns(text);
+    if (dynamic_cast<const quxml::Element*>(&match) == nullptr)
+        return quxml::extras::to_text(match);
+    std::string text = quxml::extras::to_text(match, quxml::extras::Layout());
+    text.pop_back();  // the line feed that closes it
     return text;
 }
 
@@ -48,10 +46,6 @@ JsonObject get_object(const MatchFormat& format, const std::string& file) {
 
 }  // namespace
 
-bool is_xml(const MatchFormat& format) {
-    return !format.json && format.columns.empty() && !is_text(format);
-}
-
 MatchWriter::ToText MatchWriter::choose_text() const {
     if (!format.columns.empty())
         return [this](const quxml::Node& match) { return get_row(match, format.columns); };
@@ -60,7 +54,9 @@ MatchWriter::ToText MatchWriter::choose_text() const {
     if (!format.attribute.empty())
         return [this](const quxml::Node& match) { return get_attribute_of(match, format.attribute); };
     if (format.node_path)
-        return [paths = NodePaths()](const quxml::Node& match) mutable { return paths.get(match); };
+        return [paths = quxml::extras::NodePaths()](const quxml::Node& match) mutable {
+            return paths.get(match);
+        };
     return get_xml;
 }
 
@@ -76,7 +72,7 @@ MatchWriter::ToText MatchWriter::choose_json(const std::string& file) const {
         return [this, start](const quxml::Node& match) {
             return add_columns(start, match, format.columns).get();
         };
-    return [start, paths = NodePaths()](const quxml::Node& match) mutable {
+    return [start, paths = quxml::extras::NodePaths()](const quxml::Node& match) mutable {
         return tool::add_all(start, match, paths).get();
     };
 }

@@ -26,9 +26,6 @@ struct MatchFormat {
     bool several = false;        // there is more than one file
 };
 
-/// Whether matches are written as XML.
-bool is_xml(const MatchFormat& format);
-
 /// Writes the matches in files to standard output.
 class MatchWriter {
 public:

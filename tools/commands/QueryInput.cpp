@@ -2,6 +2,7 @@
 #include "commands/QueryInput.h"
 
 #include <quxml/Element.h>
+#include <quxml/extras/paths.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -13,7 +14,6 @@
 #include "terminal/messages.h"
 #include "trees/columns.h"
 #include "trees/element_numbers.h"
-#include "trees/node_paths.h"
 
 namespace tool {
 
@@ -47,7 +47,7 @@ void require_whole_value(const QueryInput& input, const quxml::Element& element,
                                    [number](const Loss& one) { return one.element == number; });
     if (loss != input.unseen.end())
         throw Failure(ExitCode::malformed, get_label(input.file) + ": not all of the value of " +
-                                               NodePaths().get(element) +
+                                               quxml::extras::path_of(element) +
                                                " is read: queries do not see its " + get_name(loss->kind) +
                                                "; --lossy writes the rest");
 }

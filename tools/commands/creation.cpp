@@ -15,7 +15,7 @@
 #include "paths/PathWalk.h"
 #include "terminal/Failure.h"
 #include "terminal/words.h"
-#include "trees/tree.h"
+#include "trees/text.h"
 
 namespace tool {
 

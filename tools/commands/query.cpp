@@ -20,7 +20,6 @@
 #include "paths/selection.h"
 #include "terminal/Failure.h"
 #include "terminal/words.h"
-#include "writing/escaping.h"
 
 namespace tool {
 
@@ -106,8 +105,6 @@ void query(const QueryOptions& options, const std::string& file, const PathNotes
     const std::vector<quxml::Node*> matches = get_matches(*input.document, options, notes);
     if (!options.lossy)
         require_whole_values(input, options, matches);
-    if (is_xml(options))
-        escape_attributes(input.document->get_root_node());
     writer.write(file, matches);
     if (matches.empty())
         throw Failure(ExitCode::no_match);

@@ -8,7 +8,7 @@
 
 #include "terminal/json.h"
 #include "trees/columns.h"
-#include "trees/tree.h"
+#include "trees/text.h"
 
 namespace tool {
 
@@ -72,7 +72,7 @@ JsonObject add_columns(JsonObject object, const quxml::Node& match, const std::v
     return object;
 }
 
-JsonObject add_all(JsonObject object, const quxml::Node& match, NodePaths& paths) {
+JsonObject add_all(JsonObject object, const quxml::Node& match, quxml::extras::NodePaths& paths) {
     object.add("name", to_json(match.get_name()))
         .add("path", to_json(paths.get(match)))
         .add("attributes", get_attributes_as_object(match))

@@ -3,11 +3,10 @@
 #define QUXML_TOOLS_COMMANDS_RECORDS_H
 
 #include <quxml/Node.h>
+#include <quxml/extras/paths.h>
 
 #include <string>
 #include <vector>
-
-#include "trees/node_paths.h"
 
 namespace tool {
 
@@ -38,7 +37,7 @@ private:
 JsonObject add_columns(JsonObject object, const quxml::Node& match, const std::vector<std::string>& columns);
 
 /// The object with name, path, attributes and text.
-JsonObject add_all(JsonObject object, const quxml::Node& match, NodePaths& paths);
+JsonObject add_all(JsonObject object, const quxml::Node& match, quxml::extras::NodePaths& paths);
 
 }  // namespace tool
 

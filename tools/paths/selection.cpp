@@ -8,6 +8,7 @@
 #include "paths/selection.h"
 
 #include <quxml/Element.h>
+#include <quxml/extras/finding.h>
 
 #include <algorithm>
 #include <set>
@@ -18,7 +19,6 @@
 #include "paths/reasons.h"
 #include "terminal/Failure.h"
 #include "terminal/words.h"
-#include "trees/document_order.h"
 
 namespace tool {
 
@@ -60,7 +60,7 @@ Nodes get_matches(quxml::Node* root, const Path& path, const std::vector<PathSte
     try {
         if (has_given_value(steps))
             return PathWalk(names).take(steps, root);
-        return in_document_order(root, find(root, path.text, names));
+        return quxml::extras::in_document_order(*root, find(root, path.text, names));
     } catch (const std::logic_error& error) {
         throw bad_query(path, error.what());
     }

@@ -3,7 +3,7 @@
 
 #include <quxml/Attribute.h>
 
-#include "trees/tree.h"
+#include "trees/text.h"
 
 namespace tool {
 

@@ -4,7 +4,7 @@
 #include <quxml/Attribute.h>
 #include <quxml/Element.h>
 
-#include "trees/tree.h"
+#include "trees/text.h"
 
 namespace tool {
 

@@ -9,6 +9,7 @@
 
 #include <quxml/Attribute.h>
 #include <quxml/Element.h>
+#include <quxml/extras/paths.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -19,8 +20,7 @@
 
 #include "terminal/terminal.h"
 #include "terminal/words.h"
-#include "trees/node_paths.h"
-#include "trees/tree.h"
+#include "trees/text.h"
 
 namespace tool {
 
@@ -225,8 +225,8 @@ private:
     PairFinder finder;
     const TakeDifference& take;
     Pairs pending;
-    NodePaths paths;
-    NodePaths other_paths;
+    quxml::extras::NodePaths paths;
+    quxml::extras::NodePaths other_paths;
     bool goes_on = true;
 };
 

@@ -11,7 +11,7 @@
 #include <utility>
 
 #include "terminal/terminal.h"
-#include "trees/tree.h"
+#include "trees/text.h"
 
 namespace tool {
 

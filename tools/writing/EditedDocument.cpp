@@ -7,6 +7,8 @@
 
 #include <libxml/xmlstring.h>
 #include <quxml/TextNode.h>
+#include <quxml/extras/paths.h>
+#include <quxml/extras/trees.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -24,8 +26,6 @@
 #include "terminal/words.h"
 #include "trees/differences.h"
 #include "trees/element_numbers.h"
-#include "trees/node_paths.h"
-#include "trees/tree.h"
 #include "writing/SortedPlaces.h"
 
 namespace tool {
@@ -155,7 +155,7 @@ void EditedDocument::require_characters_of_attributes(const std::vector<Setting>
 void EditedDocument::require_characters_of_section(const quxml::Element& element,
                                                    const std::string& value) const {
     if (!text.has_characters(value))
-        throw Failure(ExitCode::malformed, NodePaths().get(element) +
+        throw Failure(ExitCode::malformed, quxml::extras::path_of(element) +
                                                " holds CDATA, in which a character stands for itself; " +
                                                text.get_encoding() + " lacks one of " + quote(value));
 }
@@ -258,7 +258,7 @@ void EditedDocument::require_to_read_back() const {
     try {
         const std::shared_ptr<quxml::Document> read = parse_document(file, text.get_bytes(), Errors::silent);
         const quxml::Node& wanted = *tree->get_root_node();
-        if (!is_same_tree(wanted, *read->get_root_node()))
+        if (!quxml::extras::is_same_tree(wanted, *read->get_root_node()))
             throw Failure(ExitCode::malformed, get_label(file) +
                                                    ": not written: it would be read back otherwise: " +
                                                    get_first_difference(wanted, *read->get_root_node()));

@@ -16,6 +16,7 @@
 #include "writing/Editor.h"
 
 #include <quxml/Attribute.h>
+#include <quxml/extras/paths.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -24,8 +25,7 @@
 #include "reading/start_tag.h"
 #include "terminal/Failure.h"
 #include "terminal/words.h"
-#include "trees/node_paths.h"
-#include "trees/tree.h"
+#include "trees/text.h"
 #include "writing/references.h"
 
 namespace tool {
@@ -37,7 +37,7 @@ constexpr std::string_view line_ends = "\r\n";
 constexpr std::string_view blanks = " \t";
 
 Failure refusal(const quxml::Element& element, const std::string& reason) {
-    return {ExitCode::malformed, NodePaths().get(element) + ' ' + reason};
+    return {ExitCode::malformed, quxml::extras::path_of(element) + ' ' + reason};
 }
 
 std::string_view get_part(std::string_view document, std::size_t begin, std::size_t end) {

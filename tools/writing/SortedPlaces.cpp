@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "writing/SortedPlaces.h"
 
+#include <quxml/extras/paths.h>
+
 #include <stdexcept>
 #include <string>
 
 #include "terminal/Failure.h"
-#include "trees/node_paths.h"
 #include "trees/sorted_place.h"
 #include "writing/moving.h"
 
@@ -14,7 +15,7 @@ namespace tool {
 namespace {
 
 Failure refusal(const quxml::Element& element, const std::string& reason) {
-    return {ExitCode::malformed, NodePaths().get(element) + ' ' + reason + "leave out --sorted"};
+    return {ExitCode::malformed, quxml::extras::path_of(element) + ' ' + reason + "leave out --sorted"};
 }
 
 std::string get_item(const NewElement& added) {

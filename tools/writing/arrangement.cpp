@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 
-// What the library reads of a sorted document is compared as the text that it would write of it: so no two trees are held
+// What the library reads of a sorted document is compared as the text that is written of it: so no two trees are held
 // at once. A document that is only laid out needs no tree: where the same pieces have the same bytes, the same is read.
 
 #include "writing/arrangement.h"
 
 #include <quxml/Element.h>
+#include <quxml/extras/writing.h>
 
 #include <algorithm>
 #include <memory>
@@ -17,7 +18,6 @@
 #include "terminal/Progress.h"
 #include "terminal/messages.h"
 #include "writing/EncodedText.h"
-#include "writing/escaping.h"
 #include "writing/formatting.h"
 #include "writing/moving.h"
 #include "writing/outline.h"
@@ -26,14 +26,6 @@
 namespace tool {
 
 namespace {
-
-/// What the library would write, with escapes that leave no doubt.
-std::string write_tree(quxml::Node& root) {
-    escape_attributes(&root);
-    std::string text;
-    root.write_to_string(text, -1);
-    return text;
-}
 
 std::vector<Piece> find_pieces(const std::string& file, const EncodedText& text) {
     const Progress progress("looking for elements", 0);
@@ -64,11 +56,11 @@ void sort(const std::string& file, std::shared_ptr<quxml::Document> document, En
     const std::vector<Order> orders = sort_tree(file, root, find_fixed_elements(pieces));
     if (orders.empty())
         return;
-    const std::string wanted = write_tree(*root);
+    const std::string wanted = quxml::extras::to_text(*root);
     document.reset();  // what follows needs the memory
     text.apply(move_elements(text.get_text(), pieces, orders));
     require_to_read_back(file, text.get_bytes(),
-                         [&](quxml::Element& read) { return write_tree(read) == wanted; });
+                         [&](quxml::Element& read) { return quxml::extras::to_text(read) == wanted; });
 }
 
 /// The encoding must not follow from the declaration alone.

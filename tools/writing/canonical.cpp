@@ -2,6 +2,7 @@
 #include "writing/canonical.h"
 
 #include <quxml/Element.h>
+#include <quxml/extras/trees.h>
 
 #include <memory>
 #include <vector>
@@ -11,9 +12,7 @@
 #include "terminal/Failure.h"
 #include "terminal/Progress.h"
 #include "terminal/messages.h"
-#include "trees/tree.h"
 #include "writing/arrangement.h"
-#include "writing/escaping.h"
 #include "writing/layout.h"
 #include "writing/read_back.h"
 
@@ -43,14 +42,6 @@ void refuse_or_warn(const RewriteOptions& options, const std::string& file, cons
         write_warning(file, get_warning(options, file, losses));
 }
 
-/// The attribute values of `root` have been escaped for writing, so those that are read are escaped as well.
-void require_tree_to_read_back(const std::string& file, const quxml::Node& root, const std::string& text) {
-    require_to_read_back(file, text, [&](quxml::Element& read) {
-        escape_attributes(&read);
-        return is_same_tree(root, read);
-    });
-}
-
 }  // namespace
 
 std::string write_canonical(const RewriteOptions& options, const std::string& file, const std::string& text) {
@@ -62,12 +53,12 @@ std::string write_canonical(const RewriteOptions& options, const std::string& fi
     std::string written;
     {
         const Progress progress("writing", 0);
-        escape_attributes(root);
         written = write_document(*document, get_layout(options));
-        escape_carriage_returns(written);
     }
     if (options.in_place)
-        require_tree_to_read_back(file, *root, written);
+        require_to_read_back(file, written, [&](const quxml::Element& read) {
+            return quxml::extras::is_same_tree(*root, read);
+        });
     return written;
 }
 

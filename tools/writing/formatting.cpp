@@ -69,12 +69,12 @@ private:
 
     std::string get_separator(std::size_t level) const {
         std::string separator;
-        if (layout.compact)
+        if (!layout.is_formatted)
             return separator;
-        separator.reserve(line_end.size() + level * layout.indent.size());
+        separator.reserve(line_end.size() + level * layout.indentation.size());
         separator = line_end;
         for (std::size_t i = 0; i != level; ++i)
-            separator += layout.indent;
+            separator += layout.indentation;
         return separator;
     }
 

@@ -7,7 +7,8 @@
 
 namespace tool {
 
-// How values are written so that they are read back as they are, with no more references than that takes.
+// How values are written into a text that is edited: read back as they are, with no more references than that takes. The
+// extras' writing always takes double quotes and escapes more; here quotes, line ends and CDATA are the document's own.
 
 /// An attribute's value between quotes of one kind.
 std::string to_attribute_value(std::string_view value, char quote);

@@ -9,6 +9,9 @@
 
 namespace tool {
 
+// The extras replace a file as a whole, too, but a command also has to see that nobody else changes the file between its
+// reading and its replacement, which takes a lock and a comparison of its state, and it can keep the old text as a backup.
+
 /// A file that is going to be replaced, as it was when it was read.
 struct Original {
     std::string path;  // without symbolic links
