@@ -3,7 +3,6 @@
 #define QUXML_EXTRAS_TEXT_SINK_H
 
 #include <cstddef>
-#include <cstring>
 #include <memory>
 #include <string_view>
 
@@ -46,10 +45,7 @@ private:
         }
     }
 
-    void copy(std::string_view piece) {
-        std::memcpy(gathered.get() + size, piece.data(), piece.size());
-        size += piece.size();
-    }
+    void copy(std::string_view piece) { size += piece.copy(gathered.get() + size, piece.size()); }
 
     void hand_on(std::string_view text);
 

@@ -152,6 +152,12 @@ std::shared_ptr<Document> read_file(const std::string& name, bool keep_sorted) {
 
 namespace {
 
+/// The folder in a name with the slash after it; empty if there is none.
+std::string get_folder(const std::string& name) {
+    const std::size_t slash = name.rfind('/');
+    return slash == std::string::npos ? std::string() : name.substr(0, slash + 1);
+}
+
 /// What a name leads to, in the end, whether or not there is a file yet.
 std::string follow_links(std::string name) {
     constexpr int most_links = 40;  // as many as Linux follows
@@ -163,18 +169,11 @@ std::string follow_links(std::string name) {
             return name;
         }
         const std::string next(target.data(), static_cast<std::size_t>(size));
-        if (next[0] == '/')
-            name.clear();
-        name.resize(name.rfind('/') + 1);
-        name += next;
+        name = next[0] == '/' ? next : get_folder(name) + next;
     }
     errno = ELOOP;
     require(false);
     return name;
-}
-
-std::string get_folder(const std::string& name) {
-    return name.substr(0, name.rfind('/') + 1);
 }
 
 /// A new file in the folder of another. Unless it is given that one's name, it is removed again.
