@@ -68,7 +68,7 @@ public:
         for (const std::string& setting : settings)
             require_setting("SETTING", setting);
         require_distinct("SETTING", get_setting_names(settings));
-        if (taken.empty())
+        if (files == nullptr || taken.empty())
             return;
         require_no_doubt(taken);
         *files = std::move(taken);
