@@ -44,7 +44,7 @@ std::string get_name(const std::string& file) {
             name += '\\';
             name += byte;
         } else if (static_cast<unsigned char>(byte) < ' ') {
-            const auto number = static_cast<unsigned>(byte);
+            const unsigned number = static_cast<unsigned char>(byte);
             name += {'\\', static_cast<char>('0' + number / 64), static_cast<char>('0' + number / 8 % 8),
                      static_cast<char>('0' + number % 8)};
         } else {
