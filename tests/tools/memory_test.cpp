@@ -110,8 +110,8 @@ TEST_F(FailingMemory, ends_with_5_in_every_command) {
     for (const char* arguments :
          {"check a.xml", "loss a.xml", "outline a.xml", "diff a.xml before.xml", "explain \"//b[@id='1']\"",
           "format a.xml", "sort -i --backup a.xml", "unset -i /a/b n a.xml", "text -i /a/b x a.xml",
-          "add -i /a c a.xml", "remove -i /a/b a.xml", "edit -i -e 'set /a x=1' -e 'remove /a/b' a.xml",
-          "check broken.xml", "query '/a/b[3]' a.xml"}) {
+          "add -i /a c a.xml", "add -i --sorted /a c a.xml", "remove -i /a/b a.xml",
+          "edit -i -e 'set /a x=1' -e 'remove /a/b' a.xml", "check broken.xml", "query '/a/b[3]' a.xml"}) {
         write("broken.xml", "<a><b></a>");
         expect_no_harm(arguments, count_start(), {41, 101});
     }
