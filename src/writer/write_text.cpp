@@ -35,12 +35,13 @@ std::string_view escape_character(char c) {
     }
 }
 
-/// Whether `escape_character` changes a byte. Those bytes are a few bits of a mask that begins at the blank.
+/// Whether `escape_character` changes a byte. Those bytes are a few bits of a mask of the 32 that begin at the blank; only
+/// these have the bits above the fifth as the blank has them.
 constexpr bool needs_escape(char c) {
     constexpr unsigned first = ' ';
     constexpr std::uint32_t mask = 1U << ('"' - first) | 1U << ('&' - first) | 1U << ('\'' - first) |
                                    1U << ('<' - first) | 1U << ('>' - first);
-    const unsigned bit = static_cast<unsigned char>(c) - first;
+    const unsigned bit = static_cast<unsigned char>(c) ^ first;
     return bit < 32 && (mask >> bit & 1U) != 0;
 }
 
