@@ -7,9 +7,9 @@ namespace {
 /// Adds a user in front of the first one with a larger key.
 void add_user(pugi::xml_node users, int item, const char* name) {
     pugi::xml_node next = users.child("user");
-    while (next && next.attribute("item").as_int() < item)
+    while (!next.empty() && next.attribute("item").as_int() < item)
         next = next.next_sibling("user");
-    pugi::xml_node user = next ? users.insert_child_before("user", next) : users.append_child("user");
+    pugi::xml_node user = next.empty() ? users.append_child("user") : users.insert_child_before("user", next);
     user.append_attribute("item") = item;
     user.append_attribute("name") = name;
 }
