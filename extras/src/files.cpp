@@ -168,8 +168,10 @@ std::string follow_links(std::string name) {
             require(errno == EINVAL || errno == ENOENT);  // no link, or nothing at all
             return name;
         }
-        const std::string next(target.data(), static_cast<std::size_t>(size));
-        name = next[0] == '/' ? next : get_folder(name) + next;
+        std::string next(target.data(), static_cast<std::size_t>(size));
+        if (next[0] != '/')
+            next.insert(0, get_folder(name));
+        name = std::move(next);
     }
     errno = ELOOP;
     require(false);
