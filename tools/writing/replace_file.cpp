@@ -249,8 +249,8 @@ bool lock(int file) {
 /// meant to be replaced.
 std::shared_ptr<const Descriptor> open_locked(const std::string& path, struct stat& status) {
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): open is declared so
-    auto file =
-        std::make_shared<const Descriptor>(::open(path.c_str(), O_RDWR | O_NOFOLLOW | O_CLOEXEC), path);
+    const int number = ::open(path.c_str(), O_RDWR | O_NOFOLLOW | O_CLOEXEC);
+    auto file = std::make_shared<const Descriptor>(number, path);
     if (!lock(file->get()))
         throw Failure(ExitCode::io, get_label(path) + ": another process has been changing it for " +
                                         std::to_string(longest_wait.count()) + " seconds");
