@@ -129,8 +129,8 @@ private:
             write_start(static_cast<const Element&>(node));
         } else if (is_plain_text(node)) {
             write_text(static_cast<const TextNode&>(node));
-        } else if (const auto* attribute = dynamic_cast<const Attribute*>(&node)) {
-            write_attribute(*attribute);
+        } else if (is_plain_attribute(node)) {
+            write_attribute(static_cast<const Attribute&>(node));
         } else {
             out.put(text_of(node, layout.is_formatted ? static_cast<int>(open.size()) : -1));
         }

@@ -29,6 +29,7 @@ namespace quxml_test {
 namespace {
 
 using namespace quxml::extras;
+using quxml::Attribute;
 using quxml::Document;
 using quxml::Element;
 using quxml::TextNode;
@@ -51,6 +52,14 @@ public:
     void write_to_string(std::string& out, int depth) const override {
         out += "own text at " + std::to_string(depth);
     }
+};
+
+/// An attribute that writes itself: nothing, or what XML would not allow in one.
+class OwnAttribute : public Attribute {
+public:
+    explicit OwnAttribute(const char* text) : Attribute("own", text, nullptr) {}
+
+    void write_to_string(std::string& out, int /*depth*/) const override { out += get_value(); }
 };
 
 /// Adds a random tree: all layouts of children, texts with characters that are escaped, nodes that write
@@ -104,6 +113,8 @@ TEST(Writing, of_a_node_that_is_not_an_element_is_the_nodes_own) {
     EXPECT_EQ(to_text(TextNode(nullptr, "")), "") << "text without a parent writes nothing";
     EXPECT_EQ(to_text(OwnElement(nullptr)), "<own depth='-1'/>");
     EXPECT_EQ(to_text(OwnElement(nullptr), Layout()), "<own depth='0'/>");
+    EXPECT_EQ(to_text(OwnAttribute("")), "");
+    EXPECT_EQ(to_text(OwnAttribute("own & \"other\"")), "own & \"other\"");
 }
 
 TEST(Writing, escapes_what_xml_does_not_allow_in_attributes_and_what_it_reads_as_spaces) {

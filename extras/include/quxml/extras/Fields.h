@@ -2,6 +2,7 @@
 #ifndef QUXML_EXTRAS_FIELDS_H
 #define QUXML_EXTRAS_FIELDS_H
 
+#include <quxml/Attribute.h>
 #include <quxml/Element.h>
 #include <quxml/Node.h>
 #include <quxml/TextNode.h>
@@ -51,6 +52,11 @@ inline bool is_plain_element(const Node& node) {
 /// The same for `TextNode`.
 inline bool is_plain_text(const Node& node) {
     return &typeid(node) == &typeid(TextNode);
+}
+
+/// The same for `Attribute`.
+inline bool is_plain_attribute(const Node& node) {
+    return &typeid(node) == &typeid(Attribute);
 }
 
 /// Whether the node is an `Element`, or of a class derived from it. Most nodes are of the library's own

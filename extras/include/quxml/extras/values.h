@@ -146,7 +146,8 @@ Enum require(const Element& element, TextView name, const EnumTable<Enum>& table
     return get(element, name, Enum(), table);
 }
 
-/// Sets an attribute to a value of any type of Value.h or to text in any form, as `Element::set_attribute`: in its place if it is there.
+/// Sets an attribute to a value of any type of Value.h or to text in any form, as `Element::set_attribute`: in its
+/// place if it is there.
 /// \return the attribute, borrowed.
 /// \throws std::invalid_argument for a number that is not finite; nothing has changed.
 /// \throws std::bad_alloc nothing has changed.
