@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include <quxml/Document.h>
+
 #include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
@@ -6,6 +8,7 @@
 #include "commands/commands.h"
 #include "paths/completions.h"
 #include "reading/input.h"
+#include "reading/skeleton.h"
 #include "terminal/output.h"
 
 namespace tool {
@@ -17,9 +20,17 @@ struct CompleteOptions {
     std::string file;
 };
 
+/// What a path without predicates selects depends on names alone.
+std::shared_ptr<quxml::Document> read_what_matters(const CompleteOptions& options) {
+    const std::string text = read_text(options.file);
+    std::shared_ptr<quxml::Document> document;
+    if (!selects_by_predicates(options.path))
+        document = read_skeleton(text);
+    return document != nullptr ? document : parse_document(options.file, text, Errors::silent);
+}
+
 ExitCode complete(const CompleteOptions& options) {
-    const std::shared_ptr<quxml::Document> document =
-        parse_document(options.file, read_text(options.file), Errors::silent);
+    const std::shared_ptr<quxml::Document> document = read_what_matters(options);
     std::string text;
     for (const std::string& completion : get_completions(*document, options.path))
         text += completion + '\n';

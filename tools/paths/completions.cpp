@@ -69,6 +69,11 @@ private:
 
 }  // namespace
 
+bool selects_by_predicates(const std::string& beginning) {
+    const std::size_t bracket = beginning.find_first_of("[]");
+    return bracket != std::string::npos && beginning.find_first_of("/[]", bracket + 1) != std::string::npos;
+}
+
 std::vector<std::string> get_completions(const quxml::Document& document, const std::string& beginning) {
     const std::size_t slash = beginning.rfind('/');
     const std::size_t step = slash == std::string::npos ? 0 : slash + 1;

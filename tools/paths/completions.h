@@ -13,6 +13,9 @@ namespace tool {
 /// \return the path up to the end of each such name; none if it cannot be understood so far.
 std::vector<std::string> get_completions(const quxml::Document& document, const std::string& beginning);
 
+/// Whether the completions depend on more than the names of elements and attributes and what they stand in.
+bool selects_by_predicates(const std::string& beginning);
+
 }  // namespace tool
 
 #endif
