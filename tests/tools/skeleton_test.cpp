@@ -54,8 +54,7 @@ TEST(Skeleton, has_the_names_of_the_tree) {
              "<?xml version='1.0' encoding='UTF-8'?><a><b k='1'/><c/></a>",
              "<!-- <x> --><a><!-- <b> --><?b <c>?><![CDATA[<b k='1'>]]><b>&lt;c&gt;&#60;d&#62;</b></a>",
              "<p:a xmlns:p='u' p:k='1' q:l='2'><p:b xml:lang='en'/><q:b/></p:a>",
-             "<!DOCTYPE a [<!ATTLIST b k CDATA 'v' xmlns:p CDATA #FIXED 'u'>]><a><b l='1'><p:c "
-             "p:m='2'/></b></a>",
+             "<!DOCTYPE a [<!ATTLIST b k CDATA 'v' xmlns:p CDATA #FIXED 'u'>]><a><b><p:c p:m='2'/></b></a>",
              "<!DOCTYPE a [<!ENTITY e 'text'>]><a k='&e;'><b l='&#60;'/></a>",
              "<a>text<b>text</b> <b/>text</a>",
              "<b><b k='1'><b l='2'><c/></b></b><c><b m='3'/></c></b>",
