@@ -23,6 +23,8 @@ protected:
               "  <service name='ssh'/><service name='dns' item='1'/>\n"
               "  <rule xml:lang='en'><p:source xmlns:q='u'/></rule>\n"
               "</zone>\n");
+        write("quxml", "#!/bin/sh\nexec '" QUXML_TOOL "' \"$@\"\n");
+        run("chmod +x ./quxml");
     }
 
     bool has(const std::string& shell) const { return run("command -v " + shell).code == 0; }
@@ -97,7 +99,7 @@ TEST_F(Complete, is_what_bash_asks_if_a_file_stands_after_the_path) {
         write("script", bash_at(line) + words);
         return run("bash script");
     };
-    const std::string program = "'" QUXML_TOOL "' ";
+    const std::string program = "./quxml ";
     expect_done(complete("quxml query /zone/s| zone.xml", "2 " + program + "query /zone/s zone.xml"),
                 "/zone/short\n/zone/service\n");
     expect_done(
@@ -134,7 +136,7 @@ TEST_F(Complete, is_what_zsh_asks_if_a_file_stands_after_the_path) {
         write("script",
               "_arguments() { : }\n_describe() { : }\n_files() { print files }\n"
               "compadd() { print -rl -- $found }\nwords=(quxml)\nCURRENT=2\n. '" +
-                  folder_of_companions + "_quxml'\nPREFIX=" + prefix + "\nwords=('" QUXML_TOOL "' " + words +
+                  folder_of_companions + "_quxml'\nPREFIX=" + prefix + "\nwords=(./quxml " + words +
                   ")\nCURRENT=" + std::to_string(current) + "\n_quxml_paths\n");
         return run("zsh -f script");
     };
