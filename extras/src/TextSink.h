@@ -14,7 +14,10 @@ namespace extras {
 /// Gathers pieces of text and hands them on in large ones.
 class TextSink {
 public:
-    explicit TextSink(const Output& output) : out(output), gathered(new char[capacity]) {}
+    explicit TextSink(const Output& output)
+        : out(output),
+          capacity(is_file(output) ? 256 * kilobyte : 48 * kilobyte),
+          gathered(new char[capacity]) {}
 
     /// Appends the pieces one after another, and looks only once whether they fit.
     /// \throws std::system_error
@@ -31,7 +34,10 @@ public:
     }
 
 private:
-    static constexpr std::size_t capacity = std::size_t{48} * 1024;
+    static constexpr std::size_t kilobyte = 1024;
+
+    /// Each piece that a file gets costs a call of the operating system, and perhaps a place of its own on the disk.
+    static bool is_file(const Output& output) { return output.text == nullptr && output.stream == nullptr; }
 
     template <class... Views>
     void put_views(Views... pieces) {
@@ -50,6 +56,7 @@ private:
     void hand_on(std::string_view text);
 
     Output out;
+    std::size_t capacity;
     std::unique_ptr<char[]> gathered;  // NOLINT(modernize-avoid-c-arrays): filled piece by piece
     std::size_t size = 0;
 };

@@ -76,26 +76,28 @@ std::string_view get_reference(char c) {
 }
 
 /// Texts have been escaped by the library but for what a reader takes for the end of a line.
-struct IsEscapedInTexts {
-    bool operator()(char c) const { return c == '\r'; }
-};
+std::size_t find_escaped_in_text(std::string_view text) {
+    return text.find('\r');
+}
 
-struct IsEscapedInAttributes {
-    /// Ordered so that most bytes take one comparison.
-    bool operator()(char c) const {
-        return c <= '<' && (c == '&' || c == '<' || c == '"' || c == '\t' || c == '\n' || c == '\r');
-    }
-};
+/// Ordered so that most bytes take one comparison.
+bool is_escaped_in_attributes(char c) {
+    return c <= '<' && (c == '&' || c == '<' || c == '"' || c == '\t' || c == '\n' || c == '\r');
+}
+
+std::size_t find_escaped_in_value(std::string_view text) {
+    const auto* const found = std::find_if(text.begin(), text.end(), is_escaped_in_attributes);
+    return found == text.end() ? std::string_view::npos : static_cast<std::size_t>(found - text.begin());
+}
 
 /// Puts out a text with the references of what has to be escaped.
-template <class IsEscaped>
-void put_escaped(TextSink& out, std::string_view text, IsEscaped is_escaped) {
-    auto first = std::find_if(text.begin(), text.end(), is_escaped);
-    while (first != text.end()) {
-        const auto clean = static_cast<std::size_t>(first - text.begin());
-        out.put(text.substr(0, clean), get_reference(*first));
+template <class Find>
+void put_escaped(TextSink& out, std::string_view text, Find find_escaped) {
+    std::size_t clean = find_escaped(text);
+    while (clean != std::string_view::npos) {
+        out.put(text.substr(0, clean), get_reference(text[clean]));
         text.remove_prefix(clean + 1);
-        first = std::find_if(text.begin(), text.end(), is_escaped);
+        clean = find_escaped(text);
     }
     out.put(text);
 }
@@ -168,18 +170,14 @@ private:
         const bool has_line = Fields::children_of(*parent).size() != 1;
         if (has_line)
             out.put(indentation());
-        put_escaped(out, text_of(node, -1), IsEscapedInTexts());
+        put_escaped(out, text_of(node, -1), find_escaped_in_text);
         if (has_line)
             out.put(line_end());
     }
 
     void write_attribute(const Attribute& attribute) {
-        constexpr std::size_t around_name = 3;  // a space, and an equals sign with a quote
-        std::string_view text = text_of(attribute, -1);
-        text.remove_suffix(1);  // the closing quote
-        const std::size_t value = around_name + Fields::name_of(attribute).size();
-        out.put(text.substr(0, value));
-        put_escaped(out, text.substr(value), IsEscapedInAttributes());
+        out.put(" ", Fields::name_of(attribute), "=\"");
+        put_escaped(out, attribute.get_value(), find_escaped_in_value);
         out.put("\"");
     }
 

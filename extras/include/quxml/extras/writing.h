@@ -15,9 +15,9 @@
 /// they get their depth, and may indent by two spaces only.
 ///
 /// \par Memory
-/// The text does not pass through memory as a whole, unless it is written to a string: at most 48 KiB, twice the
-/// longest text, value, or node that writes itself, and for each level of the tree 24 bytes and an indentation
-/// (twice as much while it grows).
+/// The text does not pass through memory as a whole, unless it is written to a string: at most 48 KiB, or 256 KiB
+/// for a file, twice the longest text, value, or node that writes itself, and for each level of the tree 24
+/// bytes and an indentation (twice as much while it grows).
 /// \par Depth
 /// The stack does not grow with the depth of the tree, except for nested nodes of derived classes.
 /// \par Complexity
