@@ -15,9 +15,7 @@ namespace extras {
 class TextSink {
 public:
     explicit TextSink(const Output& output)
-        : out(output),
-          capacity(is_file(output) ? 256 * kilobyte : 48 * kilobyte),
-          gathered(new char[capacity]) {}
+        : out(output), capacity(is_file(output) ? for_files : for_memory), gathered(new char[capacity]) {}
 
     /// Appends the pieces one after another, and looks only once whether they fit.
     /// \throws std::system_error
@@ -34,9 +32,10 @@ public:
     }
 
 private:
-    static constexpr std::size_t kilobyte = 1024;
-
+    static constexpr std::size_t for_memory = std::size_t{48} * 1024;
     /// Each piece that a file gets costs a call of the operating system, and perhaps a place of its own on the disk.
+    static constexpr std::size_t for_files = std::size_t{256} * 1024;
+
     static bool is_file(const Output& output) { return output.text == nullptr && output.stream == nullptr; }
 
     template <class... Views>
