@@ -26,8 +26,8 @@ for preset in asan asan-clang integer debug-library; do
 done
 
 if is_asked_for tsan; then
-    build tsan quxml_tests
-    run_tests tsan --tests-regex '^Threads'
+    build tsan quxml_tests quxml_extras_tests
+    run_tests tsan --tests-regex '^(Extras)?Threads'
 fi
 
 if is_asked_for valgrind; then
