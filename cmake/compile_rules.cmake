@@ -2,7 +2,9 @@
 include(CheckCXXCompilerFlag)
 
 # The flags by which a processor refuses jumps to where no jump should lead, for processors that can: x86 and 64-bit ARM.
+# For others clang only warns.
 if(QUXML_HARDENING)
+  set(CMAKE_REQUIRED_FLAGS -Werror)
   foreach(flag -fcf-protection -mbranch-protection=standard)
     string(MAKE_C_IDENTIFIER QUXML_HAS${flag} has_flag)
     check_cxx_compiler_flag(${flag} ${has_flag})
@@ -10,6 +12,7 @@ if(QUXML_HARDENING)
       list(APPEND jump_protection ${flag})
     endif()
   endforeach()
+  unset(CMAKE_REQUIRED_FLAGS)
 endif()
 
 # Makes optimised builds of a target detect overwritten stacks and buffers, and lets the loader protect its tables.
