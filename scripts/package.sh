@@ -41,6 +41,7 @@ debian_sources() {
 # afterwards, whatever happens, and what is mounted in it is never seen by the rest of this machine.
 try_packages() {
     cp -r "$first"/tests/{packaging/trial.sh,consumers/consumer,data} "$place/trial"
+    export_tree "$place/trial/sources"
     TMPDIR=$place/temporary quietly mmdebstrap --mode=root --variant=minbase --format=null \
         --customize-hook="copy-in '$place/trial' /" --customize-hook="chroot \"\$1\" bash /trial/trial.sh $1" \
         "${@:2}" "$(sed -n 's/^VERSION_CODENAME=//p' /etc/os-release)" /dev/null -

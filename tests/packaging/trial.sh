@@ -2,7 +2,8 @@
 # SPDX-License-Identifier: MIT
 
 # What a user of the Debian packages does in a bare system: installs them, uses the program, builds programs by every
-# route, and removes them. Beside this script are `packages`, `consumer` (a user's project) and `data` (documents).
+# route, with the packages and with the sources, and removes them. Beside this script are `packages`, `sources`, `consumer`
+# (a user's project) and `data` (documents).
 #
 # With an architecture as argument, the packages are first built for it, from the sources in `packages/quxml`, and then
 # tried with a cross compiler and in qemu.
@@ -103,6 +104,21 @@ pkg_config_static() {
     check consumer/main.out ./static_main
 }
 
+with_sources() {
+    cmake -S consumer -B "$1" -Droute="$1" -Dsources="$PWD/sources" "${cmake_options[@]}"
+    cmake --build "$1" --parallel 2
+    check consumer/main.out "$1/main"
+    check consumer/extras.out "$1/extras"
+}
+
+add_subdirectory() {
+    with_sources add_subdirectory
+}
+
+fetch_content() {
+    with_sources fetch_content
+}
+
 example() {
     "$compiler" -std=c++11 "$examples/quickstart.cpp" -o quickstart -lquxml
     check "$examples/quickstart.out" ./quickstart
@@ -136,7 +152,8 @@ program
 say "the program, its page and its completion are there"
 install ./packages/libquxml-dev_*.deb cmake g++ make "pkgconf:$architecture"
 lists libquxml-dev "$(echo /usr/lib/*/libquxml.a)"
-for route in find_package pkg_config pkg_config_static; do
+[ ! -e /usr/include/boost ]
+for route in find_package pkg_config pkg_config_static add_subdirectory fetch_content; do
     try $route
 done
 [ $# -gt 0 ] || documentation
