@@ -90,16 +90,16 @@ std::size_t find_escaped_in_value(std::string_view text) {
     return found == text.end() ? std::string_view::npos : static_cast<std::size_t>(found - text.begin());
 }
 
-/// Puts out a text with the references of what has to be escaped.
-template <class Find>
-void put_escaped(TextSink& out, std::string_view text, Find find_escaped) {
+/// Puts out a text with the references of what has to be escaped, and what comes after it.
+template <class Find, class... Pieces>
+void put_escaped(TextSink& out, std::string_view text, Find find_escaped, const Pieces&... after) {
     std::size_t clean = find_escaped(text);
     while (clean != std::string_view::npos) {
         out.put(text.substr(0, clean), get_reference(text[clean]));
         text.remove_prefix(clean + 1);
         clean = find_escaped(text);
     }
-    out.put(text);
+    out.put(text, after...);
 }
 
 class TreeWriter {
@@ -145,10 +145,23 @@ private:
         const NodeList& children = Fields::children_of(element);
         if (children.empty()) {
             out.put("/>", line_end());
-            return;
+        } else if (const Node* text = get_only_text(element)) {
+            out.put(">");
+            put_escaped(out, text_of(*text, -1), find_escaped_in_text, "</", Fields::name_of(element), ">",
+                        line_end());
+        } else {
+            out.put(">", is_inline(element) ? "" : line_end());
+            open.push_back({&element, children.begin(), children.end()});
         }
-        out.put(">", is_inline(element) ? "" : line_end());
-        open.push_back({&element, children.begin(), children.end()});
+    }
+
+    /// The text that is the only child of an element and belongs to it; null if there is none. Most elements that have
+    /// anything have this.
+    static const Node* get_only_text(const Element& element) {
+        const NodeList& children = Fields::children_of(element);
+        if (children.size() != 1 || !is_plain_text(*children.front()))
+            return nullptr;
+        return Fields::parent_of(*children.front()) == &element ? children.front() : nullptr;
     }
 
     void write_end() {
@@ -170,15 +183,12 @@ private:
         const bool has_line = Fields::children_of(*parent).size() != 1;
         if (has_line)
             out.put(indentation());
-        put_escaped(out, text_of(node, -1), find_escaped_in_text);
-        if (has_line)
-            out.put(line_end());
+        put_escaped(out, text_of(node, -1), find_escaped_in_text, has_line ? line_end() : "");
     }
 
     void write_attribute(const Attribute& attribute) {
         out.put(" ", Fields::name_of(attribute), "=\"");
-        put_escaped(out, attribute.get_value(), find_escaped_in_value);
-        out.put("\"");
+        put_escaped(out, attribute.get_value(), find_escaped_in_value, "\"");
     }
 
     /// What a node writes. Valid until the next call.
