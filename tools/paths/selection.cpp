@@ -120,18 +120,22 @@ void give_note_on_case(const PathStep& last, const std::vector<quxml::Node*>& no
 
 }  // namespace
 
+void give_notes(quxml::Node* start, const std::vector<PathStep>& steps,
+                const std::vector<quxml::Node*>& nodes, NameMatch names, const PathNotes& notes) {
+    give_notes(start, steps, names, !nodes.empty(), notes);
+    if (nodes.empty())
+        give_reason(start, steps, names, notes);
+    else if (names == NameMatch::whole)
+        give_note_on_case(steps.back(), nodes, notes);
+}
+
 std::vector<quxml::Node*> select(const quxml::Document& document, const Path& path, const PathNotes& notes,
                                  NameMatch names) {
     quxml::Node* const root = document.get_root_node();
     const std::vector<PathStep> steps = get_steps(path);
     std::vector<quxml::Node*> nodes = get_matches(root, path, steps, names);
-    if (notes) {
-        give_notes(root, steps, names, !nodes.empty(), notes);
-        if (nodes.empty())
-            give_reason(root, steps, names, notes);
-        else if (names == NameMatch::whole)
-            give_note_on_case(steps.back(), nodes, notes);
-    }
+    if (notes)
+        give_notes(root, steps, nodes, names, notes);
     return nodes;
 }
 

@@ -23,6 +23,12 @@ using PathNotes = std::function<void(const std::string& note)>;
 std::vector<quxml::Node*> select(const quxml::Document& document, const Path& path, const PathNotes& notes,
                                  NameMatch names = NameMatch::whole);
 
+/// Gives what there is to say about a path and the nodes that it selects: surprises, and if there are none, the reason.
+/// \param start  at which the path begins
+/// \param steps  of the path, without a fault
+void give_notes(quxml::Node* start, const std::vector<PathStep>& steps,
+                const std::vector<quxml::Node*>& nodes, NameMatch names, const PathNotes& notes);
+
 /// A path that is refused, with the reason.
 Failure bad_query(const Path& path, const std::string& reason);
 

@@ -80,13 +80,15 @@ std::string in_plain_words(const std::string& message) {
 void write_error(const std::string& file, std::string_view document, const Problem& problem) {
     const std::string place =
         get_label(file) + ':' + std::to_string(problem.line) + ':' + std::to_string(problem.column);
-    write_error(place, in_plain_words(problem.message), get_excerpt(document, problem));
+    write_error(place, problem.message, get_excerpt(document, problem));
 }
 
-std::vector<Problem> find_errors(std::string_view document) {
+std::vector<Problem> find_fatal(std::string_view document) {
     std::vector<Problem> problems = read_events(document, [](const Event&) {});
     const auto is_harmless = [](const Problem& problem) { return !problem.is_fatal; };
     problems.erase(std::remove_if(problems.begin(), problems.end(), is_harmless), problems.end());
+    for (Problem& problem : problems)
+        problem.message = in_plain_words(problem.message);
     return problems;
 }
 
@@ -102,24 +104,24 @@ bool comes_before(const Problem& one, const Problem& other) {
     return std::tie(one.line, one.column) < std::tie(other.line, other.column);
 }
 
-/// libxml2 takes a zero character for the end of the text, or complains of what stands around it. Of other errors that only
-/// the library sees, nobody knows the place.
-std::vector<Problem> find_all_errors(std::string_view document, const std::string& reason) {
-    std::vector<Problem> errors = find_errors(document);
+}  // namespace
+
+// libxml2 takes a zero character for the end of the text, or complains of what stands around it. Of other errors that only
+// the library sees, nobody knows the place.
+std::vector<Problem> find_errors(std::string_view document, const std::string& reason) {
+    std::vector<Problem> errors = find_fatal(document);
     const std::optional<Problem> zero = find_zero(document);
     if (zero && (errors.empty() || !comes_before(errors.front(), *zero)))
         return {*zero};
     if (errors.empty())
-        errors.push_back({true, 1, 1, reason});
+        errors.push_back({true, 1, 1, in_plain_words(reason)});
     return errors;
 }
-
-}  // namespace
 
 void write_errors(const std::string& file, const std::string& document, const std::string& reason) {
     const std::string text = to_utf8(document, get_encoding(document));
     const std::string_view shown = without_mark(text);
-    const std::vector<Problem> errors = find_all_errors(shown, reason);
+    const std::vector<Problem> errors = find_errors(shown, reason);
     const std::size_t count = std::min(errors.size(), most_errors);
     for (std::size_t i = 0; i < count; ++i)
         write_error(file, shown, errors[i]);

@@ -247,7 +247,8 @@ std::vector<Loss> locate(std::string_view text, const std::vector<Found>& found)
     std::vector<Loss> losses;
     losses.reserve(found.size());
     for (const Found& one : found)
-        losses.push_back({one.kind, places.find(one.begin), get_excerpt_of(text, one), one.element});
+        losses.push_back(
+            {one.kind, places.find(one.begin), get_excerpt_of(text, one), one.element, one.begin, one.end});
     return losses;
 }
 

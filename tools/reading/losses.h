@@ -19,6 +19,9 @@ struct Loss {
     std::string excerpt;  // of the document, printable
     std::optional<std::size_t>
         element;  // whose content it is, if any: the root is 0, the others follow in order
+    /// Its bytes in the document, as UTF-8 without a byte-order mark; none for what stands before that.
+    std::size_t begin = 0;
+    std::size_t end = 0;
 };
 
 /// What would be lost of a well-formed document, in document order, harmless ones included.
