@@ -2,6 +2,7 @@
 
 # Functions for verbs that build for 32-bit machines. A sysroot, build/sysroot/ARCH, has Debian's packages of that
 # architecture unpacked, not installed, so the package manager of this machine never knows of another architecture.
+# For wasm32, which is not an architecture of Debian's, the compiler is Debian's emscripten and the machine is node.
 architectures=(i386 armhf armel mipsel powerpc)
 sysroots=$PWD/build/sysroot
 
@@ -18,16 +19,28 @@ triplet_of() {
 
 # Provides what a build for an architecture needs: the compiler, and a sysroot, which is made again for other packages.
 need_to_cross_build() {
-    local triplet make=unpack_sysroot packages=(libxml2-dev libboost-dev libgtest-dev libcli11-dev liblzma-dev zlib1g-dev)
-    triplet=$(triplet_of "$1")
-    need_to_build_with "g++-12-$triplet" gdb-multiarch qemu-user
-    [ "$1" != i386 ] || packages+=(libpugixml-dev libtinyxml2-dev) # for the benchmarks
-    [ "$1" != powerpc ] || make=build_sysroot packages=(dpkg-dev googletest libboost-dev libcli11-dev)
+    local make=unpack_sysroot packages=(libxml2-dev libboost-dev libgtest-dev libcli11-dev liblzma-dev zlib1g-dev)
+    need_compiler_for "$1"
+    case $1 in
+        i386) packages+=(libpugixml-dev libtinyxml2-dev) ;; # for the benchmarks
+        powerpc | wasm32) make=build_sysroot packages=(dpkg-dev googletest libboost-dev libcli11-dev) ;;
+    esac
     [ "$(cat "$sysroots/$1/packages" 2>/dev/null)" != "${packages[*]}" ] || return 0
     rm -rf "${sysroots:?}/$1"
     mkdir -p "$sysroots/$1"
     "$make" "$1" "${packages[@]}"
     echo "${packages[*]}" >"$sysroots/$1/packages"
+}
+
+need_compiler_for() {
+    local triplet
+    if [ "$1" = wasm32 ]; then
+        need_to_build_with emscripten nodejs
+        export NODE_PATH=/usr/share/nodejs # Debian's modules, for a node that is not Debian's
+    else
+        triplet=$(triplet_of "$1")
+        need_to_build_with "g++-12-$triplet" gdb-multiarch qemu-user
+    fi
 }
 
 # Sets `toolchain` to the arguments with which CMake builds for an architecture: none for amd64.
@@ -71,13 +84,30 @@ build_sysroot() {
     local sysroot=$sysroots/$1
     need "${@:2}"
     mkdir -p "$sysroot/usr/include" "$sysroot/usr/share/cmake"
-    ln -s "/usr/$(triplet_of "$1")/lib" "$sysroot/lib"
-    ln -s /usr/include/boost /usr/include/CLI "$sysroot/usr/include"
-    ln -s /usr/share/cmake/CLI11 "$sysroot/usr/share/cmake"
+    ln -s /usr/include/boost "$sysroot/usr/include"
+    if [ "$1" != wasm32 ]; then # where nobody starts the program
+        ln -s "/usr/$(triplet_of "$1")/lib" "$sysroot/lib"
+        ln -s /usr/include/CLI "$sysroot/usr/include"
+        ln -s /usr/share/cmake/CLI11 "$sysroot/usr/share/cmake"
+    fi
     fetch_source "$1" libxml2
     build_for_sysroot "$1" /usr/src/googletest -DBUILD_GMOCK=OFF
-    build_for_sysroot "$1" "$sysroots"/source/libxml2-* -DLIBXML2_WITH_ICU=OFF -DLIBXML2_WITH_LZMA=OFF \
-        -DLIBXML2_WITH_ZLIB=OFF -DLIBXML2_WITH_PYTHON=OFF -DLIBXML2_WITH_PROGRAMS=OFF -DLIBXML2_WITH_TESTS=OFF
+    choose_parts_of_libxml2 "$1"
+    build_for_sysroot "$1" "$sysroots"/source/libxml2-* "${parts[@]}"
+}
+
+# Sets `parts` to the arguments with which CMake builds libxml2. For wasm32 it has what reading text takes and no more, since
+# a browser has to load all of it; the header of threads is there, but they are not.
+choose_parts_of_libxml2() {
+    local part
+    parts=(-DLIBXML2_WITH_ICU=OFF -DLIBXML2_WITH_LZMA=OFF -DLIBXML2_WITH_ZLIB=OFF -DLIBXML2_WITH_PYTHON=OFF
+        -DLIBXML2_WITH_PROGRAMS=OFF -DLIBXML2_WITH_TESTS=OFF)
+    [ "$1" = wasm32 ] || return 0
+    parts+=(-DCMAKE_BUILD_TYPE=MinSizeRel -DBUILD_SHARED_LIBS=OFF -DHAVE_PTHREAD_H=OFF)
+    for part in C14N CATALOG DEBUG DOCB FTP HTML HTTP LEGACY MODULES OUTPUT PATTERN PUSH READER REGEXPS SAX1 SCHEMAS \
+        SCHEMATRON THREADS VALID WRITER XINCLUDE XPATH XPTR; do
+        parts+=("-DLIBXML2_WITH_$part=OFF")
+    done
 }
 
 # Unpacks the source of a Debian package, with Debian's patches, below build/sysroot/source.

@@ -184,13 +184,17 @@ std::string fail_to_add_child() {
 }
 
 // The new child is not freed. That is seen in a process of its own, which kills itself, so that nobody who
-// looks for leaks at its end reports this one.
+// looks for leaks at its end reports this one, where there are processes.
 TEST(AddChildDeathTest, with_an_item_beyond_the_range_leaves_the_new_child_unlinked_which_is_wanted) {
+#ifdef GTEST_HAS_DEATH_TEST
     const auto fail_and_end = [] {
         std::cerr << fail_to_add_child() << '\n';
         static_cast<void>(std::raise(SIGKILL));
     };
     EXPECT_EXIT(fail_and_end(), ::testing::KilledBySignal(SIGKILL), "^stoi r.x.item=1. x.item=5.. ok\n$");
+#else
+    EXPECT_EQ(fail_to_add_child(), "stoi r{x(item=1) x(item=5)} ok");
+#endif
 }
 
 // ---- Inserting ----

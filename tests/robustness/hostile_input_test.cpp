@@ -148,6 +148,7 @@ std::string parameter_entity_bomb(const std::string& innermost, int levels) {
     return text + "%p" + std::to_string(levels) + ";]><a/>";
 }
 
+#ifdef GTEST_HAS_DEATH_TEST
 /// Ends the program after half a minute of work, if it is not told before that all is well.
 void end_if_refused(const std::string& text) {
     alarm(30);
@@ -159,14 +160,22 @@ void end_if_refused(const std::string& text) {
     std::exit(1);
 }
 
+void expect_to_be_refused(const std::string& text) {
+    EXPECT_EXIT(end_if_refused(text), ::testing::ExitedWithCode(0), "");
+}
+#else
+/// There are no other processes: what is not refused never ends.
+void expect_to_be_refused(const std::string& text) {
+    EXPECT_THROW(quxml::from_string(text, false), quxml::DomParserError);
+}
+#endif
+
 // Once 10,000 references have been counted libxml2 2.9.14 gives up, and then reads the next one again and
 // again, unless it is stopped.
 TEST_F(HostileInput, entity_bomb_of_parameter_entities_is_refused) {
     EXPECT_NE(read_within(parameter_entity_bomb("", 3), mebibyte).document, nullptr);
-    for (const char* innermost : {"", "bomb"}) {
-        EXPECT_EXIT(end_if_refused(parameter_entity_bomb(innermost, 10)), ::testing::ExitedWithCode(0), "")
-            << innermost;
-    }
+    for (const char* innermost : {"", "bomb"})
+        expect_to_be_refused(parameter_entity_bomb(innermost, 10));
 }
 
 TEST_F(HostileInput, entity_loop_is_refused) {

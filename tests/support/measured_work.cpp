@@ -7,6 +7,7 @@
     work();
 }
 
+#ifdef __GLIBC__
 /// Takes the place of the C library's function: libxml2 seeds its dictionaries with the time of day, and the way
 /// they grow then would change, by chance, what is counted.
 extern "C" std::time_t time(std::time_t* out) noexcept {
@@ -14,3 +15,4 @@ extern "C" std::time_t time(std::time_t* out) noexcept {
         *out = 1;
     return 1;
 }
+#endif
