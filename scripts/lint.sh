@@ -12,6 +12,7 @@ known_to() {
         tools/reading) echo reader terminal ;;
         tools/manual | tools/trees) echo terminal ;;
         tools/writing) echo reading terminal trees ;;
+        playground) echo paths reading terminal ;;
     esac
 }
 
@@ -27,7 +28,7 @@ check_directions() {
     local folder status=0
     while read -r folder; do
         ! wrong_includes "$folder" || status=1
-    done < <(find src extras tools -name '*.h' -printf '%h\n' -o -name '*.cpp' -printf '%h\n' | sort --unique)
+    done < <(find src extras tools playground -name '*.h' -printf '%h\n' -o -name '*.cpp' -printf '%h\n' | sort --unique)
     # The library knows nothing about its extras; the program uses both as any other does, between < and >.
     ! grep --recursive --line-number '^#include [<"]quxml/extras/' src include || status=1
     return "$status"
@@ -45,7 +46,7 @@ check_deliberate() {
 # Source files name the licence; it holds for all others, too.
 check_licences() {
     local files
-    files=$(git ls-files '*.cpp' '*.h' '*.cmake' '*CMakeLists.txt' '*.in' '*.jq' '*.mk' '*.py' '*.sh' dev .ci/run debian/rules |
+    files=$(git ls-files '*.cpp' '*.h' '*.cmake' '*CMakeLists.txt' '*.in' '*.jq' '*.js' '*.mjs' '*.mk' '*.py' '*.sh' dev .ci/run debian/rules |
         grep --invert-match '/Config.in$' | xargs grep --files-without-match --fixed-strings "SPDX-License-Identifier: MIT" || true)
     [ -z "$files" ] || fail "these files do not name their licence: $files"
 }
@@ -59,5 +60,6 @@ quietly check_directions
 quietly check_licences
 quietly check_deliberate
 cpp_files | quietly xargs clang-format-14 --dry-run --Werror
-cpp_files | grep '\.cpp$' | quietly xargs --max-procs="$(nproc)" --max-args=1 clang-tidy-14 --quiet -p build/clang
+# One file is for emscripten alone.
+cpp_files | grep '\.cpp$' | grep --invert-match '^playground/exports.cpp$' | quietly xargs --max-procs="$(nproc)" --max-args=1 clang-tidy-14 --quiet -p build/clang
 quietly shellcheck --shell=bash dev .ci/run scripts/*.sh scripts/support/*.sh

@@ -12,6 +12,17 @@ export_tree() {
     git archive HEAD | tar --extract --directory "$1"
 }
 
+# The playground cannot be built where packages are: what it is made of comes with no package. The documentation has the one
+# that was built here.
+take_playground() {
+    [ -e build/playground/index.html ] || {
+        echo "The documentation gets no playground; ./dev playground makes one."
+        return 0
+    }
+    mkdir "$1/build"
+    cp -r build/playground "$1/build"
+}
+
 build_packages() (
     cd "$1" || exit
     nice dpkg-buildpackage --no-sign
@@ -52,6 +63,8 @@ package() {
     [ -n "$(debian_sources apt-get)" ] || fail "package: there are no indexes of Debian's packages here; run apt-get update"
     export_tree "$first"
     export_tree "$second"
+    take_playground "$first"
+    take_playground "$second"
     DEB_BUILD_OPTIONS=terse quietly build_packages "$first"
     grep "tests passed" build/last.log
     DEB_BUILD_OPTIONS="terse nocheck" DEB_BUILD_PROFILES=nocheck quietly build_packages "$second"
