@@ -27,6 +27,15 @@ auto find_model_child(ModelNode& node, const ModelNode* child) {
                         [child](const auto& other) { return other.get() == child; });
 }
 
+/// Reads a number by the standard library, whose libraries word their errors differently.
+int read_number(const std::string& text) {
+    try {
+        return std::stoi(text);
+    } catch (const std::out_of_range&) {
+        throw std::out_of_range("stoi");
+    }
+}
+
 }  // namespace
 
 std::unique_ptr<ModelNode> make_model_element(const std::string& name, bool keep_sorted) {
@@ -46,8 +55,8 @@ bool is_model_sorted_before(const ModelNode* a, const ModelNode* b) {
     if (item.empty() || other_item.empty())
         return true;
     try {
-        const int number = std::stoi(item);
-        const int other_number = std::stoi(other_item);
+        const int number = read_number(item);
+        const int other_number = read_number(other_item);
         return number < other_number;
     } catch (const std::invalid_argument&) {
         return item.compare(other_item) < 0;
