@@ -302,7 +302,6 @@ const tree = {
             text.classList.add("content");
             made.append(" ", text);
         }
-        made.addEventListener("click", () => this.startAt(number));
         return made;
     },
 
@@ -571,6 +570,11 @@ function listen() {
     $("start").addEventListener("click", () => tree.startAt(0));
     $("previous").addEventListener("click", () => tree.goTo(tree.current < 0 ? -1 : tree.current - 1));
     $("next").addEventListener("click", () => tree.goTo(tree.current + 1));
+    // A row may be drawn again while it is clicked, so the place of the click counts.
+    $("rows").addEventListener("click", (event) => {
+        const row = Math.floor((event.clientY - $("rows").getBoundingClientRect().top) / rowHeight);
+        tree.startAt(Math.max(0, Math.min(row, tree.rows - 1)));
+    });
     $("tree").addEventListener("scroll", () => tree.draw());
     $("tree").addEventListener("keydown", (event) => {
         if (event.key === "Enter" || event.key === " ")

@@ -57,7 +57,7 @@ try_page() {
 
 # What drives a browser stands below build/, not in the sources; npm checks what it downloads.
 need_browser() {
-    need chromium nodejs
+    need chromium fonts-dejavu-core nodejs
     command -v npm >/dev/null || need npm
     mkdir -p build/browser
     cmp --quiet tests/playground/package-lock.json build/browser/package-lock.json || {
