@@ -21,7 +21,7 @@ check_that_all_tests_are_there() {
 # Names the tests of a preset, with arguments to CTest.
 list_tests() {
     ctest --preset "$1" --no-tests=ignore --show-only "${@:2}" | sed -n 's/^ *Test *#[0-9]*: //p' |
-        grep --invert-match "$whole_programs" | sort
+        grep --text --invert-match "$whole_programs" | sort
 }
 
 name_left_out() {
