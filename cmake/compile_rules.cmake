@@ -26,6 +26,10 @@ endfunction()
 # What holds for quxml's own code and for nobody else's: warnings, sanitizers, hardening, plain ISO C++.
 function(quxml_compile_rules target)
   set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
+  if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+    # Otherwise files with sizes or numbers of more than 32 bits could not be looked at.
+    target_compile_definitions(${target} PRIVATE _FILE_OFFSET_BITS=64)
+  endif()
   target_compile_options(${target} PRIVATE
     -Wall -Wextra -Wpedantic
     -Wcast-align -Wcast-qual -Wconversion -Wdouble-promotion -Wextra-semi -Wformat=2 -Wmissing-declarations
