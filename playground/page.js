@@ -112,7 +112,7 @@ async function show() {
     setLink();
     showSteps(await askInTime("explain", {path, prefix}));
     if (text.length > longestText)
-        return refuse({message: `The text has more than ${longestText >> 20} million characters; the program takes it.`});
+        return refuse({message: `The text has more than ${longestText >> 20} million characters; use the program for so long a text.`});
     const isNew = read.text !== text || read.sorted !== sorted;
     if (isNew) {
         read.answer = await askInTime("read", {text, sorted});
@@ -201,7 +201,7 @@ function showSteps(steps) {
         return item;
     }));
     if (isBelow)
-        $("steps").prepend(make("li", "more", "The root element is here the element at which the path starts."));
+        $("steps").prepend(make("li", "more", "Here, the root element is the element at which the path starts."));
 }
 
 async function showLosses() {
@@ -452,14 +452,15 @@ const marks = {
 
 const mostInLink = 30000;
 
-/// The state as the part of a link after "#": an example by its name, any other text as it is.
+/// The state as the part of a link after "#": an example by its name, any other text as it is, or empty if it is too long, since
+/// the path is not meant for an example.
 function describeState() {
     const parts = new URLSearchParams();
     const example = examples.find(({text}) => text === state.text);
     if (example)
         parts.set("example", example.name);
-    else if (state.text.length <= mostInLink)
-        parts.set("xml", state.text);
+    else
+        parts.set("xml", state.text.length <= mostInLink ? state.text : "");
     parts.set("path", state.path);
     if (state.prefix)
         parts.set("names", "prefix");
@@ -502,6 +503,9 @@ async function copyLink() {
 }
 
 // ---- Everything together ----
+
+/// The last text that was not an example, and its path, for whoever comes back from one.
+let own = {text: "", path: ""};
 
 function setText(text) {
     state.text = text;
@@ -549,11 +553,11 @@ function listen() {
             tree.goTo(tree.current + (event.shiftKey ? -1 : 1));
     });
     $("example").addEventListener("change", () => {
-        const example = examples.find(({name}) => name === $("example").value);
-        if (!example)
-            return;
-        setText(example.text);
-        Object.assign(state, {path: example.path, start: 0});
+        if (!examples.some(({text}) => text === state.text))
+            own = {text: state.text, path: state.path};
+        const chosen = examples.find(({name}) => name === $("example").value) || own;
+        setText(chosen.text);
+        Object.assign(state, {path: chosen.path, start: 0});
         showState();
         refresh();
     });
@@ -579,6 +583,8 @@ function listen() {
     $("tree").addEventListener("keydown", (event) => {
         if (event.key === "Enter" || event.key === " ")
             tree.startAt(tree.active);
+        else if (event.key === "Escape")
+            tree.startAt(0);
         else if (treeKeys[event.key])
             tree.setActive(treeKeys[event.key]());
         else

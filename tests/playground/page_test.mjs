@@ -302,6 +302,36 @@ describe("the page", () => {
         expectNoComplaint();
     });
 
+    test("brings a text of one's own back", async () => {
+        await typeText("<mine><x/></mine>");
+        await ask("mine/x");
+        await doing(() => page.selectOption("#example", "catalog"));
+        await doing(() => page.selectOption("#example", ""));
+        assert.equal(await page.inputValue("#xml"), "<mine><x/></mine>");
+        assert.equal(await page.inputValue("#path"), "mine/x");
+        assert.deepEqual(await names(), ["<x/>"]);
+        expectNoComplaint();
+    });
+
+    test("does not ask an example for a text that is too long for the link", async () => {
+        await typeText(`<mine>${"<x/>".repeat(10000)}</mine>`);
+        await ask("mine/x");
+        await open(await page.evaluate(() => location.hash));
+        assert.equal(await page.inputValue("#xml"), "");
+        assert.equal(await page.inputValue("#path"), "mine/x");
+        expectNoComplaint();
+        await open("#example=catalog");
+    });
+
+    test("starts at the root again after Esc", async () => {
+        await page.focus("#tree");
+        await page.keyboard.press("ArrowDown");
+        await doing(() => page.keyboard.press("Enter"));
+        assert.equal(await page.isDisabled("#start"), false);
+        await doing(() => page.keyboard.press("Escape"));
+        assert.equal(await page.isDisabled("#start"), true);
+    });
+
     test("can be used by the keyboard and says what is what", async () => {
         await page.focus("#tab-selected");
         await page.keyboard.press("ArrowRight");
@@ -320,6 +350,8 @@ describe("the page", () => {
     test("fits a phone", async () => {
         await open("#example=device", {viewport: {width: 360, height: 740}});
         assert.equal(await page.evaluate(() => document.documentElement.scrollWidth), 360);
+        await ask(`catalog/${"VeryLongName".repeat(20)}`);
+        assert.equal(await page.evaluate(() => document.documentElement.scrollWidth), 360, "a note with a long word");
         expectNoComplaint();
     });
 
