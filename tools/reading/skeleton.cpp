@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// Start and end tags tell where in the skeleton an element belongs: below the place of the element that is open. A place
+// Start and end tags tell where in the skeleton an element belongs: below the one that is open. Each
 // knows the names below it, so that most elements make nothing new.
 
 #include "reading/skeleton.h"
@@ -23,9 +23,9 @@ namespace tool {
 namespace {
 
 /// An element of the skeleton, and what is known below it. The names are parts of the text.
-struct Place {
+struct KnownElement {
     quxml::Element* element = nullptr;
-    std::map<std::string_view, Place> children{};
+    std::map<std::string_view, KnownElement> children{};
     std::set<std::string_view> attributes{};
 };
 
@@ -48,35 +48,35 @@ public:
     }
 
 private:
-    Place& add_element(const Event& event) {
+    KnownElement& add_element(const Event& event) {
         const std::size_t name_end = get_name_end(text, event.begin);
         std::string_view name = text.substr(event.begin + 1, name_end - event.begin - 1);
         if (event.element_loses_prefix)
             name.remove_prefix(name.find(':') + 1);
-        Place& place = (open.empty() ? above : *open.back()).children[name];
-        if (place.element == nullptr)
-            place.element = make_element(std::string(name));
+        KnownElement& known = (open.empty() ? above : *open.back()).children[name];
+        if (known.element == nullptr)
+            known.element = make_element(std::string(name));
         if (name_end != event.end)
-            add_attributes(place, event);
-        return place;
+            add_attributes(known, event);
+        return known;
     }
 
     quxml::Element* make_element(const std::string& name) {
         return open.empty() ? document->create_root_node(name) : open.back()->element->add_child(name);
     }
 
-    void add_attributes(Place& place, const Event& event) {
+    void add_attributes(KnownElement& known, const Event& event) {
         for (const AttributeExtent& attribute : get_attributes(text, event.begin)) {
             const std::string_view name = get_read_name(get_name(text, attribute), event.prefixed_attributes);
-            if (!name.empty() && place.attributes.insert(name).second)
-                place.element->set_attribute(std::string(name), "");
+            if (!name.empty() && known.attributes.insert(name).second)
+                known.element->set_attribute(std::string(name), "");
         }
     }
 
     std::string_view text;
     std::shared_ptr<quxml::Document> document = std::make_shared<quxml::Document>(false);
-    Place above;
-    std::vector<Place*> open;
+    KnownElement above;
+    std::vector<KnownElement*> open;
     bool may_have_more = false;
 };
 
