@@ -15,6 +15,7 @@
 #include "reading/encoding.h"
 #include "terminal/Failure.h"
 #include "terminal/Progress.h"
+#include "terminal/memory.h"
 #include "terminal/messages.h"
 #include "terminal/words.h"
 
@@ -52,6 +53,9 @@ std::size_t get_size(std::FILE& file) {
     return is_known ? static_cast<std::size_t>(status.st_size) : 0;
 }
 
+/// What libxml2's tree and the library's take for each byte of a document.
+constexpr std::size_t bytes_for_each_character = 32;
+
 /// Whether the library did not find an encoding that there is: iconv had no memory to convert from it.
 bool is_out_of_memory(const quxml::DomParserError& error, const std::string& text) {
     const std::string unsupported = " (error code: " + std::to_string(XML_ERR_UNSUPPORTED_ENCODING) + ") ";
@@ -80,6 +84,7 @@ std::shared_ptr<quxml::Document> parse_document(const std::string& file, const s
         const Progress progress("parsing " + get_label(file), 0);
         if (has_zero_character(text))
             throw quxml::DomParserError("there is a zero character");
+        expect_memory(bytes_for_each_character * text.size());
         return quxml::from_string(text, false);
     } catch (const quxml::DomParserError& error) {
         if (is_out_of_memory(error, text))

@@ -10,11 +10,16 @@
 #include "terminal/memory.h"
 
 #include <libxml/xmlmemory.h>
+#include <malloc.h>
+#include <sys/mman.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
+#include <string>
 #include <string_view>
 
 #include "terminal/exit_codes.h"
@@ -60,6 +65,30 @@ void end_for_lack_of_memory() noexcept {
     const ssize_t ignored = ::write(STDERR_FILENO, message.data(), message.size());
     static_cast<void>(ignored);
     std::_Exit(static_cast<int>(ExitCode::io));
+}
+
+// The end of the heap is taken with the first piece that does not fit into what is left of it. Other C libraries than
+// GNU's have no such knobs.
+void expect_memory(std::size_t size) {
+#ifdef M_TOP_PAD
+    constexpr int large_page = 1 << 21;
+    constexpr int usual_pad = 1 << 17;
+    constexpr std::size_t most = 1 << 28;
+    if (size < large_page)
+        return;
+    std::size_t expected = std::min(size, most);
+    mallopt(M_MMAP_THRESHOLD, 2 * large_page);
+    mallopt(M_TRIM_THRESHOLD, static_cast<int>(expected) + 2 * large_page);
+    mallopt(M_TOP_PAD, static_cast<int>(expected));
+    std::string beginning;
+    beginning.reserve(large_page);
+    mallopt(M_TOP_PAD, usual_pad);
+    void* first_page = beginning.data();
+    if (std::align(static_cast<std::size_t>(sysconf(_SC_PAGESIZE)), 1, first_page, expected) != nullptr)
+        madvise(first_page, expected, MADV_HUGEPAGE);
+#else
+    static_cast<void>(size);
+#endif
 }
 
 void end_libxml2_for_lack_of_memory() {

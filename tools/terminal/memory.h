@@ -2,6 +2,7 @@
 #ifndef QUXML_TOOLS_TERMINAL_MEMORY_H
 #define QUXML_TOOLS_TERMINAL_MEMORY_H
 
+#include <cstddef>
 #include <new>
 
 namespace tool {
@@ -12,6 +13,10 @@ namespace tool {
 /// Has libxml2 end the program, too, when it gets no memory; `operator new` does so from the start. To be called before
 /// anything else of libxml2.
 void end_libxml2_for_lack_of_memory();
+
+/// Takes address space for so many bytes at once, and asks the system for large pages there, so that filling them with
+/// small pieces is faster. For programs that soon need that much; without effect where there is not that much.
+void expect_memory(std::size_t size);
 
 /// While it lives, `operator new` throws std::bad_alloc instead of ending the program, for work that has to be undone.
 class LackOfMemoryThrown {
