@@ -101,11 +101,10 @@ private:
 class NewFile {
 public:
     NewFile(const std::string& path, const struct stat& status)
-        : name(get_folder(path) + ".quxml-XXXXXX"),
-          file(mkostemp(name.data(), O_CLOEXEC),
-               get_folder(path) + ": no new file can be made in this folder") {
+        : NewFile(get_folder(path) + ".quxml-XXXXXX",
+                  get_folder(path) + ": no new file can be made in this folder") {
         if (!set_owner(status))
-            refuse(path + ": its owner cannot be kept");
+            throw io_failure(path + ": its owner cannot be kept");
     }
 
     ~NewFile() {
@@ -144,19 +143,16 @@ public:
     }
 
 private:
+    /// Once this has made the file, the destructor runs whatever fails; and what may fail for lack of memory comes before.
+    NewFile(std::string pattern, const std::string& refusal)
+        : name(std::move(pattern)), file(mkostemp(name.data(), O_CLOEXEC), refusal) {}
+
     /// Not every file system lets an owner be set, be it the right one.
     bool set_owner(const struct stat& status) {
         struct stat now {};
         if (::fstat(file.get(), &now) == 0 && now.st_uid == status.st_uid && now.st_gid == status.st_gid)
             return true;
         return ::fchown(file.get(), status.st_uid, status.st_gid) == 0;
-    }
-
-    [[noreturn]] void refuse(const std::string& reason) {
-        const int error = errno;
-        static_cast<void>(::unlink(name.c_str()));
-        errno = error;
-        throw io_failure(reason);
     }
 
     std::string name;
