@@ -31,7 +31,7 @@ void* count_in(CountingHeap& heap, void* block, std::size_t size) noexcept {
     heap.requested += size;
     heap.bytes += malloc_usable_size(block);
     heap.peak = std::max(heap.peak, heap.bytes);
-    if (size == heap.watched_size)
+    if (size == heap.watched_size && heap.watched_block == nullptr)
         heap.watched_block = block;
     return block;
 }

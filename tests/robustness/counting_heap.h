@@ -22,7 +22,7 @@ struct CountingHeap {
     std::size_t failing_from = 0;  // the number of the first allocation that fails, from 1; 0: none
     bool keeps_failing = false;    // whether those after it fail as well
 
-    std::size_t watched_size = 0;   // the last block of exactly this size ...
+    std::size_t watched_size = 0;   // the first block of exactly this size ...
     void* watched_block = nullptr;  // ... that was handed out
 };
 

@@ -610,6 +610,7 @@ TEST(MemoryFailureSetUp, both_allocators_are_the_counting_ones) {
 // The one leak that is allowed: the comparison fails, and the caller cannot get at the new child.
 TEST(MemoryFailure, item_beyond_int_leaves_exactly_the_new_child_behind) {
     const std::string too_large = "99999999999999999999999999";
+    const std::string text = value + "7";
     bool is_reached = true;
     for (std::size_t number = 1; is_reached; ++number) {
         const std::size_t blocks = cpp_heap().blocks;
@@ -623,7 +624,7 @@ TEST(MemoryFailure, item_beyond_int_leaves_exactly_the_new_child_behind) {
             Outcome outcome = Outcome::success;
             {
                 const FailingAllocation failing(cpp_heap(), number, false);
-                outcome = outcome_of([&] { root->add_child(book, value + "7"); });
+                outcome = outcome_of([&] { root->add_child(book, text); });
                 is_reached = cpp_heap().failures != 0;
             }
             cpp_heap().watched_size = 0;
