@@ -30,9 +30,9 @@ run_gdb_on_program() {
             serve
             run_gdb "$program" "${stop[@]}" -ex "target remote $work/socket" -ex continue "$@"
             ;;
-        *) # a loader, beside which gdb has to be told of the program
-            run_gdb "${emulator[0]}" "${stop[@]}" -ex "add-symbol-file $program" \
-                -ex "set args ${emulator[*]:1} $program" -ex run "$@"
+        *) # env, a variable, and a loader, beside which gdb has to be told of the program
+            run_gdb "${emulator[2]}" "${stop[@]}" -ex "add-symbol-file $program" \
+                -ex "set environment ${emulator[1]/=/ }" -ex "set args ${emulator[*]:3} $program" -ex run "$@"
             ;;
     esac
 }
