@@ -140,7 +140,7 @@ protections_of() {
     facts=$("$readelf" --wide --program-headers --dynamic --symbols --notes "$1")
     [[ $facts != *" __stack_chk_fail"* ]] || printf ' stack'
     [[ $facts != *" GNU_RELRO "*BIND_NOW* ]] || printf ' tables'
-    [[ $facts != *"Flags: "*" PIE"* ]] || printf ' place'
+    [[ $facts != *"(FLAGS_1)"*" PIE"* ]] || printf ' place'
     [[ $facts != *" IBT"* || $1 != *.a ]] || printf ' jumps'
 }
 
