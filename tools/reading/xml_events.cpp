@@ -145,20 +145,12 @@ void on_start_of_document(void* context) {
     xmlSAX2StartDocument(context);
 }
 
-/// It comes before what stands in brackets.
-void on_doctype(void* context, const xmlChar* name, const xmlChar* public_id, const xmlChar* system_id) {
+/// This comes once the DOCTYPE has been read to its end. Nothing outside of the document is loaded.
+void on_doctype(void* context, const xmlChar* /*name*/, const xmlChar* /*public_id*/,
+                const xmlChar* /*system_id*/) {
     Reading& reading = get_reading(context);
     if (context == reading.parser)
         report(reading, EventKind::doctype, {});
-    xmlSAX2InternalSubset(context, name, public_id, system_id);
-}
-
-/// This comes once the DOCTYPE has been read to its end. Nothing outside of the document is loaded.
-void on_doctype_end(void* context, const xmlChar* /*name*/, const xmlChar* /*public_id*/,
-                    const xmlChar* /*system_id*/) {
-    Reading& reading = get_reading(context);
-    if (context == reading.parser)
-        reading.reached = static_cast<std::size_t>(xmlByteConsumed(reading.parser));
 }
 
 Problem to_problem(const xmlError& error) {
@@ -185,8 +177,7 @@ void on_problem(void* context, const xmlError& error) {
 
 void set_handlers(xmlSAXHandler& handlers) {
     handlers.startDocument = on_start_of_document;
-    handlers.internalSubset = on_doctype;
-    handlers.externalSubset = on_doctype_end;
+    handlers.externalSubset = on_doctype;
     handlers.startElementNs = on_start;
     handlers.endElementNs = on_end;
     handlers.characters = on_text;

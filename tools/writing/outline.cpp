@@ -48,10 +48,6 @@ public:
                 close(event.begin, event.end);
                 break;
             case EventKind::doctype:
-                note_text_before(event.begin);
-                add(PieceKind::remark, event.begin, event.begin);
-                is_in_doctype = true;
-                break;
             case EventKind::comment:
             case EventKind::instruction:
                 note_text_before(event.begin);
@@ -94,24 +90,14 @@ private:
     }
 
     void note_text_before(std::size_t begin) {
-        if (is_in_doctype)
-            end_doctype(begin);
         if (!is_white_space(document.substr(edge, begin - edge)))
             pieces[opened.back()].is_mixed = true;
-    }
-
-    /// Where it ends is known once something else begins.
-    void end_doctype(std::size_t next) {
-        edge = document.substr(0, next).find_last_not_of(white_space) + 1;
-        pieces.back().content = pieces.back().content_end = pieces.back().end = edge;
-        is_in_doctype = false;
     }
 
     std::string_view document;
     std::vector<Piece> pieces;
     std::vector<std::size_t> opened;  // the pieces that are still open
     std::size_t edge = 0;             // where the last tag or remark ends
-    bool is_in_doctype = false;
 };
 
 }  // namespace
