@@ -21,12 +21,13 @@ struct CompleteOptions {
     std::string file;
 };
 
-/// What a path without predicates selects depends on names alone.
 std::shared_ptr<quxml::Document> read_what_matters(const CompleteOptions& options) {
     const std::string text = read_text(options.file);
+    const NeededParts needed = get_needed_parts(options.path);
     std::shared_ptr<quxml::Document> document;
-    if (!selects_by_predicates(options.path))
-        document = read_skeleton(text);
+    if (needed != NeededParts::everything)
+        document = read_skeleton(
+            text, needed == NeededParts::names ? AttributeValues::dropped : AttributeValues::kept);
     return document != nullptr ? document : parse_document(options.file, text, Errors::silent);
 }
 

@@ -69,9 +69,16 @@ private:
 
 }  // namespace
 
-bool selects_by_predicates(const std::string& beginning) {
-    const std::size_t bracket = beginning.find_first_of("[]");
-    return bracket != std::string::npos && beginning.find_first_of("/[]", bracket + 1) != std::string::npos;
+NeededParts get_needed_parts(const std::string& beginning) {
+    const std::size_t first = beginning.find_first_of("[]");
+    if (first == std::string::npos || beginning.find_first_of("/[]", first + 1) == std::string::npos)
+        return NeededParts::names;
+    for (std::size_t bracket = first; bracket != std::string::npos;
+         bracket = beginning.find('[', bracket + 1)) {
+        if (beginning.compare(bracket, 2, "[@") != 0)
+            return NeededParts::everything;
+    }
+    return NeededParts::attributes;
 }
 
 std::vector<std::string> get_completions(const quxml::Document& document, const std::string& beginning) {

@@ -13,8 +13,11 @@ namespace tool {
 /// \return the path up to the end of each such name; none if it cannot be understood so far.
 std::vector<std::string> get_completions(const quxml::Document& document, const std::string& beginning);
 
-/// Whether the completions depend on more than the names of elements and attributes and what they stand in.
-bool selects_by_predicates(const std::string& beginning);
+/// What of a document completions depend on, beside which element stands in which.
+enum class NeededParts { names, attributes, everything };
+
+/// What the completions of `beginning` depend on: without predicates on names, those of attributes included.
+NeededParts get_needed_parts(const std::string& beginning);
 
 }  // namespace tool
 
