@@ -9,6 +9,7 @@
 #include <quxml/DomParserError.h>
 #include <quxml/TextNode.h>
 #include <quxml/extras/finding.h>
+#include <quxml/extras/paths.h>
 #include <quxml/extras/ranges.h>
 
 #include <algorithm>
@@ -88,8 +89,59 @@ std::string describe(const std::logic_error& error) {
     return std::string(is_range ? "std::out_of_range" : "std::invalid_argument") + ": " + error.what();
 }
 
-bool has_fault(const std::vector<tool::PathStep>& steps) {
-    return std::any_of(steps.begin(), steps.end(), tool::has_fault);
+// ---- Notes ----
+
+const char* get_name(tool::NoteKind kind) {
+    switch (kind) {
+        case tool::NoteKind::surprise:
+            return "surprise";
+        case tool::NoteKind::possible_reason:
+            return "reason";
+        default:
+            return "information";
+    }
+}
+
+/// The program's words may name an option of it, which the page does not have.
+std::string name_program(const std::string& words) {
+    if (tool::contains(words, " --arg "))
+        return words + " (--arg is an option of the program)";
+    if (tool::contains(words, " or --attribute "))
+        return words + " (--attribute is an option of the program)";
+    return words;
+}
+
+std::string describe(const std::string& text, const char* kind) {
+    return to_object({{"text", quote(tool::to_printable(name_program(text)))}, {"kind", quote(kind)}});
+}
+
+std::string describe(const tool::Note& note) {
+    return describe(note.text, get_name(note.kind));
+}
+
+std::string describe(const tool::Line& line) {
+    const char* kind = line.is_error ? "error" : "";
+    return describe(line.text, line.note ? get_name(*line.note) : kind);
+}
+
+// ---- Queries ----
+
+std::vector<quxml::Node*> select(quxml::Element& from, const std::string& path, tool::NameMatch names) {
+    return quxml::extras::in_document_order(from, names == tool::NameMatch::prefix
+                                                      ? from.find_substring_match(path)
+                                                      : from.find_exact_match(path));
+}
+
+/// Whether the library comes to a predicate that it refuses depends on the document.
+tool::Notes get_notes(quxml::Element& from, const std::vector<tool::PathStep>& steps,
+                      const std::vector<quxml::Node*>& nodes, tool::NameMatch names) {
+    tool::Notes notes;
+    const std::string fault = tool::get_fault(steps);
+    if (fault.empty())
+        tool::give_notes(&from, steps, nodes, names, [&](const tool::Note& note) { notes.push_back(note); });
+    else
+        tool::warn(notes, fault + "; the library has not come to it");
+    return notes;
 }
 
 // ---- Losses ----
@@ -159,7 +211,10 @@ void Session::number_rows() {
 
 std::string Session::list_losses(const std::string& text) {
     std::vector<tool::Loss> losses = tool::find_losses(text);
+    const std::string unseen = tool::get_note_on_content(losses);
     const std::size_t count = losses.size();
+    const auto harmless = static_cast<std::size_t>(std::count_if(
+        losses.begin(), losses.end(), [](const tool::Loss& loss) { return tool::is_harmless(loss.kind); }));
     losses.resize(std::min(count, most_losses), losses.empty() ? tool::Loss{} : losses.front());
     const std::string converted = tool::to_utf8(text, tool::get_encoding(text));
     const std::string_view counted = tool::without_mark(converted);
@@ -169,37 +224,56 @@ std::string Session::list_losses(const std::string& text) {
         const std::size_t length = count_units(counted.substr(loss.begin, loss.end - loss.begin));
         return describe(loss, mark + units.count_up_to(loss.begin), length);
     };
-    return to_object({{"count", to_json(count)}, {"losses", to_array(losses, write)}});
+    return to_object({{"count", to_json(count)},
+                      {"harmless", to_json(harmless)},
+                      {"unseen", quote(unseen)},
+                      {"losses", to_array(losses, write)}});
 }
 
 // ---- Queries ----
 
+std::string Session::get_path(std::size_t row) const {
+    return to_object({{"path", quote(quxml::extras::path_of(*rows.at(row).element))}});
+}
+
+/// A link may hold any path, also one that is refused.
+std::string Session::find_row(const std::string& path) const {
+    quxml::NodeSet found;
+    try {
+        found = document->get_root_node()->find_exact_match(path);
+    } catch (const std::logic_error&) {
+    }
+    const auto row =
+        std::find_if(rows.begin(), rows.end(), [&](const Row& one) { return found.count(one.element) != 0; });
+    const auto number = static_cast<std::size_t>(row - rows.begin());
+    return to_object({{"row", row == rows.end() ? "null" : to_json(number)}});
+}
+
 std::string Session::query(const std::string& path, std::size_t start, tool::NameMatch names) {
     matches.clear();
     quxml::Element& from = *rows.at(start).element;
+    const std::vector<tool::PathStep> steps = tool::get_steps({path, {}});
     std::vector<quxml::Node*> nodes;
     try {
-        nodes = quxml::extras::in_document_order(from, names == tool::NameMatch::prefix
-                                                           ? from.find_substring_match(path)
-                                                           : from.find_exact_match(path));
+        nodes = select(from, path, names);
     } catch (const std::logic_error& error) {
-        return make_error(describe(error));
+        const std::string reason = tool::to_printable(name_program(tool::get_fault(steps)));
+        return to_object({{"error", quote(reason)}, {"exception", quote(describe(error))}});
     }
     number_matches(nodes);
-    std::vector<std::string> notes;
-    const std::vector<tool::PathStep> steps = tool::get_steps({path, {}});
-    if (!has_fault(steps))
-        tool::give_notes(&from, steps, nodes, names, [&](const std::string& note) { notes.push_back(note); });
-    const std::vector<Match> first(
-        matches.begin(), matches.begin() + static_cast<std::ptrdiff_t>(std::min(matches.size(), most_names)));
-    return to_object(
-        {{"count", to_json(matches.size())},
-         {"rows", to_array(matches, [](Match match) { return to_json(match.row); })},
-         {"names",
-          to_array(first,
-                   [this](Match match) { return quote(get_name(*rows[match.row].element, match.is_text)); })},
-         {"notes",
-          to_array(notes, [](const std::string& note) { return quote(tool::to_printable(note)); })}});
+    return describe_matches(get_notes(from, steps, nodes, names));
+}
+
+std::string Session::describe_matches(const std::vector<tool::Note>& notes) const {
+    const auto first = matches.begin();
+    const auto last = first + static_cast<std::ptrdiff_t>(std::min(matches.size(), most_names));
+    const auto name = [this](Match match) {
+        return quote(get_name(*rows[match.row].element, match.is_text));
+    };
+    return to_object({{"count", to_json(matches.size())},
+                      {"rows", to_array(matches, [](Match match) { return to_json(match.row); })},
+                      {"names", to_array(std::vector<Match>(first, last), name)},
+                      {"notes", to_array(notes, [](const tool::Note& note) { return describe(note); })}});
 }
 
 /// Rows are in document order, and so are the nodes.
@@ -224,7 +298,7 @@ std::size_t Session::get_number(Match match) const {
 std::string Session::explain(const std::string& path, tool::NameMatch names) {
     return to_array(tool::get_steps({path, {}}), [&](const tool::PathStep& step) {
         const std::string text = step.text.empty() ? "(empty)" : tool::to_printable(step.text);
-        const auto write = [](const std::string& line) { return quote(tool::to_printable(line)); };
+        const auto write = [](const tool::Line& line) { return describe(line); };
         return to_object({{"step", quote(text)}, {"lines", to_array(tool::describe(step, names), write)}});
     });
 }

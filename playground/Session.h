@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "paths/Note.h"
 #include "paths/names.h"
 
 namespace playground {
@@ -29,18 +30,28 @@ public:
 
     /// What reading the text has dropped, or writing does not bring back, as the program's `loss` lists it. The text is that
     /// which was last read.
-    /// \return {"count": NUMBER, "losses": [{"kind", "line", "column", "excerpt", "harmless", "begin", "length"}]}; the last
-    /// two as JavaScript counts characters.
+    /// \return {"count": NUMBER, "harmless": how many there are that are noted only, "unseen": the note on what queries do not
+    /// see, or empty, "losses": [{"kind", "line", "column", "excerpt", "harmless", "begin", "length"}]}; the last two as
+    /// JavaScript counts characters.
     static std::string list_losses(const std::string& text);
+
+    /// The path that selects the element of a row, for one that stays when the text changes.
+    /// \return {"path": TEXT}
+    std::string get_path(std::size_t row) const;
+
+    /// The row of the element that a path selects.
+    /// \return {"row": NUMBER, or null if there is none}
+    std::string find_row(const std::string& path) const;
 
     /// Selects the nodes that are drawn as matches from then on.
     /// \param start  the row of the element at which the path begins
-    /// \return {"count", "rows": [the row of each match], "names": [the first matches as text], "notes": [TEXT]}, or
-    /// {"error": TEXT}.
+    /// \return {"count", "rows": [the row of each match], "names": [the first matches as text], "notes": [{"text", "kind"}]}
+    /// with the kinds "surprise", "reason" and "information"; or {"error": why the path is refused, "exception": what the
+    /// library throws}.
     std::string query(const std::string& path, std::size_t start, tool::NameMatch names);
 
     /// How a path is taken, as the program's `explain` says it.
-    /// \return [{"step": TEXT, "lines": [TEXT]}]
+    /// \return [{"step": TEXT, "lines": [{"text", "kind": that of a note, "error", or empty}]}]
     static std::string explain(const std::string& path, tool::NameMatch names);
 
     /// Some of the rows.
@@ -67,6 +78,7 @@ private:
 
     void number_rows();
     void number_matches(const std::vector<quxml::Node*>& nodes);
+    std::string describe_matches(const std::vector<tool::Note>& notes) const;
     std::size_t get_number(Match match) const;
     std::string describe_row(std::size_t row) const;
 

@@ -47,6 +47,14 @@ EMSCRIPTEN_KEEPALIVE const char* playground_losses(const char* text, std::size_t
     return give([&] { return playground::Session::list_losses(std::string(text, size)); });
 }
 
+EMSCRIPTEN_KEEPALIVE const char* playground_path(std::size_t row) {
+    return give([&] { return session.get_path(row); });
+}
+
+EMSCRIPTEN_KEEPALIVE const char* playground_find(const char* path, std::size_t size) {
+    return give([&] { return session.find_row(std::string(path, size)); });
+}
+
 EMSCRIPTEN_KEEPALIVE const char* playground_query(const char* path, std::size_t size, std::size_t start,
                                                   bool prefix) {
     return give([&] { return session.query(std::string(path, size), start, get_match(prefix)); });

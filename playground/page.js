@@ -4,7 +4,7 @@
 // in view are drawn, of the marks in the text only those of the lines in view, so long documents take no longer to show.
 
 const $ = (id) => document.getElementById(id);
-const state = {text: "", path: "", prefix: false, sorted: false, start: 0};
+const state = {text: "", path: "", prefix: false, sorted: false, start: ""};  // the start is a path, empty for the root
 
 const longestText = 16 << 20;
 const patience = 15000;  // milliseconds that the library may take
@@ -103,7 +103,7 @@ async function refresh() {
 async function recover(failure) {
     await restartWorker();
     tree.clear();
-    setResult(failure.message === "late" ? "This takes too long and was stopped." : "This takes more than a page has.", true);
+    refuse({message: failure.message === "late" ? "This takes too long and was stopped." : "This takes more than a page has."});
 }
 
 async function show() {
@@ -111,8 +111,10 @@ async function show() {
     const {text, path, prefix, sorted} = state;
     setLink();
     showSteps(await askInTime("explain", {path, prefix}));
-    if (text.length > longestText)
+    if (text.length > longestText) {
+        read.text = null;
         return refuse({message: `The text has more than ${longestText >> 20} million characters; use the program for so long a text.`});
+    }
     const isNew = read.text !== text || read.sorted !== sorted;
     if (isNew) {
         read.answer = await askInTime("read", {text, sorted});
@@ -120,12 +122,10 @@ async function show() {
     }
     if (read.answer.rows === undefined)
         return refuse(read.answer);
-    if (state.start >= read.answer.rows)
-        state.start = 0;
     const {query, start} = await askInTime("query", {path, prefix, start: state.start});
-    $("xml").removeAttribute("aria-invalid");
-    showQuery(query);
+    $("xml").setAttribute("aria-invalid", false);
     showStart(start);
+    showQuery(query);
     await tree.show(read.answer.rows, query.rows || [], isNew);
     document.documentElement.dataset.took = String(performance.now() - begun);
     if (isNew)
@@ -133,31 +133,48 @@ async function show() {
     await showWritten();
 }
 
-/// The text is not XML: the tree of the last text that was stays, in pale.
+/// The text is not XML, or there is no answer for another reason: the tree of the last text that was XML stays, in pale, and
+/// nothing that was counted in it.
 function refuse({line, column, message, more, error}) {
-    const place = line ? ` in line ${line}, column ${column}` : "";
     const others = more ? ` (and ${count(more, "more error")})` : "";
-    setResult(line ? `Not XML${place}: ${message}${others}` : message || error, true);
-    $("notes").replaceChildren();
-    $("xml").setAttribute("aria-invalid", "true");
-    $("tree").classList.add("stale");
+    const reason = line ? "The text is not XML." : message || error;
+    setResult(line ? `Not XML in line ${line}, column ${column}: ${message}${others}` : reason, true);
+    showNotes({start: [], path: [], content: []});
+    $("notes").classList.remove("missed");
+    $("xml").setAttribute("aria-invalid", Boolean(line));
     marks.set(line ? [marks.at(line, column)] : []);
+    $("marked").textContent = $("size").textContent = "";
+    tree.setStale();
     showSelected([], 0);
     $("tab-dropped").textContent = "Dropped";
-    $("dropped").replaceChildren(make("p", "more", "The text is not XML."));
+    for (const id of ["selected", "dropped", "compact", "formatted"])
+        $(id).replaceChildren(make("p", "more", reason));
 }
 
-function setResult(text, isRefused) {
+function setResult(text, isRefused, exception = "") {
     $("result").textContent = text;
     $("result").classList.toggle("refused", isRefused);
+    $("exception").replaceChildren(...(exception ? ["The library throws ", make("code", "", exception)] : []));
 }
 
-function showQuery({error, count: matches, names = [], notes = []}) {
-    if (error)
+const notes = {start: [], path: [], content: []};  // each {text, kind}
+
+/// Shows all notes, of which some are new.
+function showNotes(some) {
+    Object.assign(notes, some);
+    $("notes").replaceChildren(...Object.values(notes).flat().map(({text, kind}) => make("li", kind, text)));
+}
+
+/// What may be the reason that nothing is selected looks like one only then.
+function showQuery({error, exception, count: matches, names = [], notes: path = []}) {
+    if (exception)
+        setResult(error ? `Refused: ${error}` : "The path is refused.", true, exception);
+    else if (error)
         setResult(error, true);
     else
         setResult(matches === 0 ? "Nothing is selected." : `${count(matches, "node")} selected.`, false);
-    $("notes").replaceChildren(...notes.map((note) => make("li", "", note)));
+    $("notes").classList.toggle("missed", matches === 0);
+    showNotes({path});
     showSelected(names, matches || 0);
 }
 
@@ -179,25 +196,24 @@ function showSelected(names, all) {
         $("selected").replaceChildren(make("p", "more", "Nothing."));
 }
 
-function showStart(row) {
-    const isRoot = state.start === 0;
-    $("start").textContent = isRoot ? `from <${row.name}>` : `from <${row.name}> \u2715`;
+function showStart({row, name, isGone}) {
+    tree.start = row;
+    const isRoot = state.start === "";
+    $("start").textContent = isRoot ? `from <${name}>` : `from <${name}> \u2715`;
     $("start").disabled = isRoot;
-    $("start").setAttribute("aria-label", isRoot ? `The path starts at the root, ${row.name}`
-        : `The path starts at ${row.name}, element ${state.start + 1}; start at the root again`);
+    $("start").setAttribute("aria-label", isRoot ? `The path starts at the root, ${name}`
+        : `The path starts at ${name}, element ${row + 1}; start at the root again`);
+    showNotes({start: isGone ? [{text: `there is no ${state.start} to start at, so the path starts at the root`, kind: "surprise"}] : []});
 }
 
 function showSteps(steps) {
-    const isBelow = state.start !== 0;
+    const isBelow = state.start !== "";
     $("steps").replaceChildren(...steps.map(({step, lines}, number) => {
         const item = make("li");
         const heading = make("h3", "", `step ${number + 1}: `);
         heading.append(make("code", "", step));
         item.append(heading);
-        for (const line of lines) {
-            const kind = /^(note|error): /.exec(line);
-            item.append(make("p", kind ? kind[1] : "", line));
-        }
+        item.append(...lines.map(({text, kind}) => make("p", kind, text)));
         return item;
     }));
     if (isBelow)
@@ -205,11 +221,18 @@ function showSteps(steps) {
 }
 
 async function showLosses() {
-    const {losses, count: all, error} = await askInTime("losses");
+    const {losses, count: all, harmless, unseen, error} = await askInTime("losses");
     if (error)
         throw new Error(error);
     marks.set(losses.map(({begin, length, harmless}) => ({begin, end: begin + length, kind: harmless ? "harmless" : ""})));
-    $("tab-dropped").textContent = all ? `Dropped (${all.toLocaleString("en")})` : "Dropped";
+    $("marked").textContent = all > losses.length ? `only the first ${losses.length.toLocaleString("en")} are marked` : "";
+    showNotes({content: unseen ? [{text: `${unseen}; "Dropped" lists them`, kind: "reason"}] : []});
+    showDropped(losses, all - harmless, all - losses.length);
+}
+
+/// Notes of the reader are listed with what is dropped, but not counted.
+function showDropped(losses, dropped, unlisted) {
+    $("tab-dropped").textContent = dropped ? `Dropped (${dropped.toLocaleString("en")})` : "Dropped";
     const list = make("ol");
     for (const {line, column, kind, excerpt, harmless, begin, length} of losses) {
         const button = make("button");
@@ -220,9 +243,11 @@ async function showLosses() {
         item.append(button);
         list.append(item);
     }
-    $("dropped").replaceChildren(all ? list : make("p", "more", "Nothing is dropped: what is written is what was read."));
-    if (all > losses.length)
-        $("dropped").append(make("p", "more", `and ${count(all - losses.length, "more")}`));
+    $("dropped").replaceChildren(list);
+    if (dropped === 0)
+        $("dropped").prepend(make("p", "more", losses.length ? "Nothing is dropped." : "Nothing is dropped: what is written is what was read."));
+    if (unlisted)
+        $("dropped").append(make("p", "more", `and ${unlisted.toLocaleString("en")} more, which are not marked in the text`));
 }
 
 /// The text that the library writes, for the panel that is open.
@@ -239,6 +264,7 @@ async function showWritten() {
 
 const tree = {
     rows: 0,
+    start: 0,
     matches: [],  // the row of each
     current: -1,  // the match that was gone to
     active: 0,
@@ -248,6 +274,13 @@ const tree = {
         this.rows = 0;
         this.matches = [];
         $("rows").replaceChildren();
+    },
+
+    setStale() {
+        $("tree").classList.add("stale");
+        this.matches = [];
+        this.showPlace();
+        $("place").textContent = this.rows ? "before the error" : "";
     },
 
     async show(rows, matches, isNew) {
@@ -289,11 +322,11 @@ const tree = {
     },
 
     make(row, number) {
-        const made = make("div", number === state.start ? "row start" : "row");
+        const made = make("div", number === this.start ? "row start" : "row");
         made.id = `row-${number}`;
         made.setAttribute("role", "treeitem");
         made.setAttribute("aria-level", row.depth + 1);
-        made.setAttribute("aria-selected", number === state.start);
+        made.setAttribute("aria-selected", number === this.start);
         made.style.top = `${number * rowHeight}px`;
         made.style.paddingLeft = `${8 + Math.min(row.depth, 40) * 16}px`;
         made.append(this.makePiece(row.match, this.makeTag(row)));
@@ -343,9 +376,10 @@ const tree = {
         await this.draw();
     },
 
-    startAt(row) {
+    async startAt(row) {
         this.active = row;
-        state.start = row;
+        const {path} = row === 0 ? {} : await ask("path", {row}).catch(() => ({}));
+        state.start = path || "";
         refresh();
     },
 
@@ -484,7 +518,7 @@ function followLink() {
     state.path = parts.has("path") ? parts.get("path") : example.path;
     state.prefix = parts.get("names") === "prefix";
     state.sorted = parts.get("sorted") === "1";
-    state.start = Math.max(0, parseInt(parts.get("start") || "0", 10) || 0);
+    state.start = parts.get("start") || "";
     showState();
     refresh();
 }
@@ -557,7 +591,7 @@ function listen() {
             own = {text: state.text, path: state.path};
         const chosen = examples.find(({name}) => name === $("example").value) || own;
         setText(chosen.text);
-        Object.assign(state, {path: chosen.path, start: 0});
+        Object.assign(state, {path: chosen.path, start: ""});
         showState();
         refresh();
     });

@@ -30,11 +30,14 @@ const acts = {
         return callWith("read", text, data.sorted);
     },
     query(data) {
+        const found = data.start === "" ? 0 : callWith("find", data.start).row;
+        const row = found ?? 0;
         return {
-            query: callWith("query", data.path, data.start, data.prefix),
-            start: call("rows", data.start, 1)[0],
+            query: callWith("query", data.path, row, data.prefix),
+            start: {row, name: call("rows", row, 1)[0].name, isGone: found === null},
         };
     },
+    path: (data) => call("path", data.row),
     explain: (data) => callWith("explain", data.path, data.prefix),
     rows: (data) => call("rows", data.first, data.count),
     losses: () => callWith("losses", text),

@@ -52,6 +52,8 @@ const typeText = (text) => doing(() => page.evaluate((value) => {
     document.getElementById("xml").dispatchEvent(new Event("input"));
 }, text));
 const result = () => page.textContent("#result");
+const notes = () => page.$$eval("#notes li", (items) => items.map((item) => item.textContent));
+const colour = (selector) => page.$eval(selector, (one) => getComputedStyle(one).color);
 const names = () => page.$$eval("#selected li button", (buttons) => buttons.map((button) => button.textContent));
 const losses = () => page.$$eval("#dropped li button", (buttons) => buttons.map((button) => button.textContent));
 
@@ -97,7 +99,7 @@ const nameOf = (match) => /^<[^>]* id="([^"]*)"/.exec(match)?.[1] ?? match;
 async function expectToSelect(path, expected) {
     await ask(path);
     if (/^std::/.test(expected[0] ?? ""))
-        assert.equal(await result(), expected.join(": "), path);
+        assert.equal(await page.textContent("#exception code"), expected.join(": "), path);
     else
         assert.deepEqual((await names()).map(nameOf), expected, path);
 }
@@ -202,6 +204,54 @@ describe("the page", () => {
         expectNoComplaint();
     });
 
+    test("says what queries do not see, for it may be why nothing is selected", async () => {
+        await typeText("<a><b><![CDATA[x]]></b></a>");
+        await ask("a/b[.='x']");
+        assert.equal((await notes()).at(-1), 'queries do not see 1 CDATA section; "Dropped" lists them');
+        const missed = await colour("#notes li:last-child");
+        await ask("a/b");
+        assert.deepEqual(await notes(), ['queries do not see 1 CDATA section; "Dropped" lists them']);
+        assert.notEqual(await colour("#notes li"), missed);
+        await typeText("<a><b/></a>");
+        assert.deepEqual(await notes(), []);
+        expectNoComplaint();
+    });
+
+    test("lets only surprises stand out under a path that selects something", async () => {
+        await ask("catalog/book/title");
+        const information = await colour("#steps .reason");
+        await ask("//book");
+        assert.equal(await colour("#steps .information"), information);
+        await ask("catalog/book[position()>1]");
+        assert.equal(await result(), "1 node selected.");
+        assert.equal(await colour("#notes .surprise"), await colour("#steps .surprise"));
+        assert.notEqual(await colour("#steps .surprise"), information);
+        await typeText("<a><b/><B/></a>");
+        await ask("a/b");
+        assert.deepEqual(await notes(), ["matches differ in case: B and b"]);
+        assert.equal(await colour("#notes li"), information);
+        expectNoComplaint();
+    });
+
+    test("says first why a path is refused, and then what the library throws", async () => {
+        await ask("catalog/book[position()<=2]");
+        assert.equal(await result(), "Refused: step 2, [position()<=2]: <= is not known; use < and the next number");
+        assert.equal(await page.textContent("#exception"), "The library throws std::invalid_argument: stoi");
+        await ask("catalog/none/book[position()<=2]");
+        assert.equal(await result(), "Nothing is selected.");
+        assert.equal(await page.textContent("#exception"), "");
+        assert.match((await notes())[0], /use < and the next number; the library has not come to it$/);
+        expectNoComplaint();
+    });
+
+    test("says of options that the program has them", async () => {
+        await ask("catalog/book[title='a/b']");
+        assert.match((await notes())[0], /write \[title=\$V\] and --arg V=VALUE \(--arg is an option of the program\)$/);
+        await ask("catalog/book/lang");
+        assert.match((await notes())[0], /or --attribute lang \(--attribute is an option of the program\)$/);
+        expectNoComplaint();
+    });
+
     test("numbers matches in document order and goes from one to the next", async () => {
         await ask("//book");
         assert.deepEqual(await page.$$eval("#rows .match .number", (all) => all.map((one) => one.textContent)).then((all) => all.slice(0, 3)), ["1", "2", "3"]);
@@ -229,6 +279,29 @@ describe("the page", () => {
         expectNoComplaint();
     });
 
+    test("starts at the same path when the text changes, and at the root if that is gone", async () => {
+        await typeText("<a><b><c/></b></a>");
+        await doing(() => page.click("#row-1"));
+        await ask("b/*");
+        await typeText("<a><x><y/></x><b><c/></b></a>");
+        assert.deepEqual(await names(), ["<c/>"]);
+        assert.equal(await page.textContent(".row.start .tag"), "b");
+        const link = new URL(page.url()).hash;
+        await typeText("<b><x/></b>");
+        assert.deepEqual(await names(), ["<x/>"]);
+        assert.equal((await notes())[0], "there is no /a/b to start at, so the path starts at the root");
+        await typeText("<a><b><d/></b></a>");
+        assert.deepEqual(await names(), ["<d/>"]);
+        assert.deepEqual(await notes(), []);
+        await open(link);
+        assert.deepEqual(await names(), ["<c/>"]);
+        await open("#xml=<a/>&path=a&start=a[position()<=1]");
+        assert.equal((await notes())[0], "there is no a[position()<=1] to start at, so the path starts at the root");
+        await doing(() => page.click("#start"));
+        assert.deepEqual(await notes(), []);
+        expectNoComplaint();
+    });
+
     test("writes the document as the library does", async () => {
         const text = read("tests/data/dropped.xml");
         await typeText(text);
@@ -250,14 +323,48 @@ describe("the page", () => {
         expectNoComplaint();
     });
 
-    test("says where a text is not XML, and keeps the tree meanwhile", async () => {
+    test("counts notes of the reader not as dropped", async () => {
+        await typeText("<a b='&lt;'/>");
+        await openTab("dropped");
+        assert.equal(await page.textContent("#tab-dropped"), "Dropped");
+        assert.equal(await page.textContent("#dropped p"), "Nothing is dropped.");
+        assert.deepEqual(await losses(), ["1:4: note: attribute value that needs escapes: b='&lt;'"]);
+        await typeText("<a b='&lt;'><!-- --></a>");
+        assert.equal(await page.textContent("#tab-dropped"), "Dropped (1)");
+        assert.equal((await losses()).length, 2);
+        expectNoComplaint();
+    });
+
+    test("says where marks end, and marks a DOCTYPE to its end", async () => {
+        const doctype = '<!DOCTYPE a [\n<!ENTITY e ">">\n]>';
+        await typeText(`${doctype}<a/>`);
+        assert.deepEqual(await page.$$eval("#marks mark", (all) => all.map((one) => one.textContent)), doctype.split("\n"));
+        assert.equal(await page.textContent("#marked"), "");
+        await typeText(`<a>${"<!---->".repeat(1500)}</a>`);
+        assert.equal(await page.textContent("#marked"), "only the first 1,000 are marked");
+        assert.equal(await page.textContent("#dropped p"), "and 500 more, which are not marked in the text");
+        await typeText("<a>");
+        assert.equal(await page.textContent("#marked"), "");
+        expectNoComplaint();
+    });
+
+    test("says where a text is not XML, and keeps the tree meanwhile, without what was counted in it", async () => {
+        await typeText("<a><b/><!-- --></a>");
+        await ask("a/b");
+        await openTab("formatted");
         await typeText("<a>\n  <b></c>\n</a>");
+        for (const id of ["tab-selected", "tab-dropped", "place", "size"])
+            assert.doesNotMatch(await page.textContent(`#${id}`), /\d|match/, id);
+        for (const id of ["selected", "dropped", "compact", "formatted"])
+            assert.equal(await page.textContent(`#${id}`), "The text is not XML.");
+        assert.equal(await page.isVisible(".number"), false);
+        assert.deepEqual(await page.$$eval(".row .tag", (tags) => tags.map((tag) => tag.textContent)), ["a", "b"]);
         assert.match(await result(), /^Not XML in line 2, column \d+: Opening and ending tag mismatch: b line 2 and c/);
         assert.equal(await page.getAttribute("#xml", "aria-invalid"), "true");
         assert.equal(await page.locator("#marks mark.wrong").count(), 1);
         assert.equal(await page.locator("#tree.stale").count(), 1);
         await typeText("<a/>");
-        assert.equal(await page.locator("#tree.stale, #marks mark, [aria-invalid]").count(), 0);
+        assert.equal(await page.locator("#tree.stale, #marks mark, [aria-invalid=true]").count(), 0);
         expectNoComplaint();
     });
 
@@ -341,6 +448,7 @@ describe("the page", () => {
             all.filter((one) => !(one.labels?.length || one.getAttribute("aria-label") || one.getAttribute("aria-labelledby") || one.textContent.trim())).map((one) => one.outerHTML));
         assert.deepEqual(unnamed, []);
         assert.equal(await page.getAttribute("#result", "aria-live"), "polite");
+        assert.match(await page.textContent("label:has(#sorted)"), /children in the order of their names/);
         await page.focus("#tree");
         assert.equal(await page.getAttribute("#tree", "aria-activedescendant"), "row-0");
         assert.equal(await page.getAttribute("#row-1", "aria-level"), "2");
@@ -350,6 +458,10 @@ describe("the page", () => {
     test("fits a phone", async () => {
         await open("#example=device", {viewport: {width: 360, height: 740}});
         assert.equal(await page.evaluate(() => document.documentElement.scrollWidth), 360);
+        await ask("//*");
+        const ends = await page.$$eval("[role=tab]", (tabs) => tabs.map((tab) => tab.getBoundingClientRect().right));
+        assert.ok(ends.length === 4 && Math.max(...ends) < 350, String(ends));
+        assert.equal(await page.$eval("[role=tablist]", (tabs) => tabs.scrollWidth - tabs.clientWidth), 0);
         await ask(`catalog/${"VeryLongName".repeat(20)}`);
         assert.equal(await page.evaluate(() => document.documentElement.scrollWidth), 360, "a note with a long word");
         expectNoComplaint();

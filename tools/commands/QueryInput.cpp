@@ -62,8 +62,7 @@ QueryInput read_query_input(const std::string& file) {
 
 void warn_of_unseen(const QueryInput& input) {
     if (!input.unseen.empty())
-        write_warning(input.file, "queries do not see " + get_summary(input.unseen) + "; " +
-                                      get_pointer_to_loss(input.file));
+        write_warning(input.file, get_note_on_content(input.unseen) + "; " + get_pointer_to_loss(input.file));
 }
 
 void require_whole_values(const QueryInput& input, const MatchFormat& format,

@@ -75,8 +75,8 @@ private:
         if (task.quiet)
             return {};
         if (has_several())
-            return [this](const std::string& note) { notes.push_back(note); };
-        return write_note;
+            return [this](const Note& note) { notes.push_back(note.text); };
+        return [](const Note& note) { write_note(note.text); };
     }
 
     void write_notes_once() {

@@ -30,10 +30,10 @@ struct ExplainOptions {
     bool prefix = false;
 };
 
-std::string indented(const std::vector<std::string>& lines) {
+std::string indented(const std::vector<Line>& lines) {
     std::string text;
-    for (const std::string& line : lines)
-        text += "  " + to_printable(line) + '\n';
+    for (const Line& line : lines)
+        text += "  " + to_printable(line.text) + '\n';
     return text;
 }
 

@@ -91,7 +91,8 @@ std::vector<quxml::Node*> get_matches(const quxml::Document& document, const Que
         return matches;
     const auto has_none = [&](const quxml::Node* match) { return !has_attribute(match, options.attribute); };
     if (notes && std::all_of(matches.begin(), matches.end(), has_none))
-        notes(get_reason_for_no_attribute(options.path.text, matches, options.attribute));
+        notes({get_reason_for_no_attribute(options.path.text, matches, options.attribute),
+               NoteKind::possible_reason});
     matches.erase(std::remove_if(matches.begin(), matches.end(), has_none), matches.end());
     return matches;
 }

@@ -11,7 +11,7 @@ namespace tool {
 
 namespace {
 
-using Lines = std::vector<std::string>;
+using Lines = std::vector<Line>;
 
 // ---- Predicates ----
 
@@ -106,16 +106,16 @@ std::string describe(const Predicate& predicate) {
 
 void add_notes(const std::vector<Note>& notes, Lines& lines) {
     for (const Note& note : notes)
-        lines.push_back("note: " + note.text);
+        lines.push_back({"note: " + note.text, note.kind});
 }
 
 void add_predicate(const Predicate& predicate, Lines& lines) {
     const std::string opening = '[' + predicate.text + "] ";
     if (!predicate.fault.empty()) {
-        lines.push_back("error: " + opening + predicate.fault);
+        lines.push_back({"error: " + opening + predicate.fault, {}, true});
         return;
     }
-    lines.push_back(opening + describe(predicate));
+    lines.push_back({opening + describe(predicate)});
     add_notes(get_notes(predicate), lines);
 }
 
@@ -156,8 +156,8 @@ std::string describe_nodes(const PathStep& step, NameMatch names) {
 
 }  // namespace
 
-std::vector<std::string> describe(const PathStep& step, NameMatch names) {
-    Lines lines{describe_nodes(step, names)};
+std::vector<Line> describe(const PathStep& step, NameMatch names) {
+    Lines lines{{describe_nodes(step, names)}};
     add_notes(get_notes_on_nodes(step), lines);
     for (const Predicate& predicate : step.predicates)
         add_predicate(predicate, lines);

@@ -27,18 +27,24 @@ Failure bad_query(const Path& path, const std::string& reason) {
                                      "\n\"quxml explain\" shows how a path is taken; put it in quotes."};
 }
 
-/// Whether the library would come to a predicate that it refuses depends on the document; a bad query is a bad
-/// query in any case.
-void require_no_fault(const Path& path, const std::vector<PathStep>& steps) {
+std::string get_fault(const std::vector<PathStep>& steps) {
     int number = 0;
     for (const PathStep& step : steps) {
         ++number;
         for (const Predicate& predicate : step.predicates) {
             if (!predicate.fault.empty())
-                throw bad_query(path, "step " + std::to_string(number) + ", [" + predicate.text +
-                                          "]: " + predicate.fault);
+                return "step " + std::to_string(number) + ", [" + predicate.text + "]: " + predicate.fault;
         }
     }
+    return "";
+}
+
+/// Whether the library would come to a predicate that it refuses depends on the document; a bad query is a bad
+/// query in any case.
+void require_no_fault(const Path& path, const std::vector<PathStep>& steps) {
+    const std::string fault = get_fault(steps);
+    if (!fault.empty())
+        throw bad_query(path, fault);
 }
 
 namespace {
@@ -83,7 +89,7 @@ void give_notes(const PathStep& step, int number, NoteKind least, const PathNote
     const std::string place = "step " + std::to_string(number) + ", " + name + ": ";
     for (const Note& note : get_notes(step)) {
         if (note.kind <= least)
-            notes(place + note.text);
+            notes({place + note.text, note.kind});
     }
 }
 
@@ -105,7 +111,7 @@ void give_reason(quxml::Node* root, const std::vector<PathStep>& steps, NameMatc
                  const PathNotes& notes) {
     const std::string reason = get_reason(root, steps, names);
     if (!reason.empty())
-        notes(reason);
+        notes({reason, NoteKind::possible_reason});
 }
 
 void give_note_on_case(const PathStep& last, const std::vector<quxml::Node*>& nodes, const PathNotes& notes) {
@@ -115,7 +121,8 @@ void give_note_on_case(const PathStep& last, const std::vector<quxml::Node*>& no
     for (const quxml::Node* node : nodes)
         spellings.insert(node->get_name());
     if (spellings.size() > 1)
-        notes("matches differ in case: " + *spellings.begin() + " and " + *spellings.rbegin());
+        notes({"matches differ in case: " + *spellings.begin() + " and " + *spellings.rbegin(),
+               NoteKind::information});
 }
 
 }  // namespace

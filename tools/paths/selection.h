@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "paths/Note.h"
 #include "paths/names.h"
 #include "paths/steps.h"
 #include "terminal/Failure.h"
@@ -16,7 +17,7 @@
 namespace tool {
 
 /// Takes each note on a path: on surprises and, if it selects nothing, on what may be the reason. An empty one wants none.
-using PathNotes = std::function<void(const std::string& note)>;
+using PathNotes = std::function<void(const Note& note)>;
 
 /// The nodes that a path selects from the root element, in document order.
 /// \throws Failure  (bad_query)
@@ -31,6 +32,9 @@ void give_notes(quxml::Node* start, const std::vector<PathStep>& steps,
 
 /// A path that is refused, with the reason.
 Failure bad_query(const Path& path, const std::string& reason);
+
+/// Where the library refuses a predicate, and why: the first one of the path. Empty if there is none.
+std::string get_fault(const std::vector<PathStep>& steps);
 
 /// Refuses a path with a predicate that the library refuses.
 /// \throws Failure  (bad_query)

@@ -282,6 +282,11 @@ std::vector<Loss> get_content(const std::vector<Loss>& losses) {
     return content;
 }
 
+std::string get_note_on_content(const std::vector<Loss>& losses) {
+    const std::string summary = get_summary(get_content(losses));
+    return summary.empty() ? "" : "queries do not see " + summary;
+}
+
 bool has_losses(const std::vector<Loss>& losses) {
     return !std::all_of(losses.begin(), losses.end(),
                         [](const Loss& loss) { return is_harmless(loss.kind); });

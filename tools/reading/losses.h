@@ -30,6 +30,9 @@ std::vector<Loss> find_losses(const std::string& document);
 /// Those that are content, so that queries give another answer than the document does.
 std::vector<Loss> get_content(const std::vector<Loss>& losses);
 
+/// Such as "queries do not see 1 CDATA section"; empty if there is no content among the losses.
+std::string get_note_on_content(const std::vector<Loss>& losses);
+
 /// Whether anything is lost; harmless ones do not count.
 bool has_losses(const std::vector<Loss>& losses);
 
