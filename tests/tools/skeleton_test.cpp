@@ -31,10 +31,29 @@ const Words beginnings = {"",       "/",      "a",     "//",         "//b",     
                           "/a/b[@", "//b[@",  "//*[@", "/a/b[@k",    "/p:a/",     "/a/p:",   "*",
                           "/*/b/",  "//c//b", "/x/",   "/a/b/../b/", "//b/c//[@", "]"};
 
-const Words with_predicates = {"/a[@k]/",          "//b[@k =1]/",          "//*[@k =1][@l]/",
-                               "/a/b[@l =2]//",    "//b[@k]/c[@l]/",       "//b[@m =2]//*[@",
-                               "/a[@k]",           "/a/*[@K =1]/",         "//b[@k=1]/",
-                               "//c[@k]/b[@k]/[@", "//*[@m =1]/*[@l =1]/", "/a[@xml:lang]/"};
+const Words with_predicates = {"/a[@k]/",
+                               "//b[@k =1]/",
+                               "//*[@k =1][@l]/",
+                               "/a/b[@l =2]//",
+                               "//b[@k]/c[@l]/",
+                               "//b[@m =2]//*[@",
+                               "/a[@k]",
+                               "/a/*[@K =1]/",
+                               "//b[@k=1]/",
+                               "//c[@k]/b[@k]/[@",
+                               "//*[@m =1]/*[@l =1]/",
+                               "/a[@xml:lang]/",
+                               "/a/b[1]/",
+                               "//b[2]/",
+                               "/a/*[1]/",
+                               "/a/b[position()=2]/",
+                               "//b/c[position()>1]/",
+                               "/a/b[last()]/",
+                               "/a/c[last()-1]/*/",
+                               "/a/b[@last()]/",
+                               "//b[position()=2]/",
+                               "/a/b[@k][2]/",
+                               "/a/b[0]/"};
 
 /// \return how many completions were compared
 std::size_t expect_same_completions(const std::string& text, tool::AttributeValues values,
@@ -138,10 +157,13 @@ TEST(Skeleton, has_the_names_of_random_trees) {
 TEST(Skeleton, is_read_as_far_as_a_path_needs_it) {
     for (const std::string& beginning : beginnings)
         EXPECT_EQ(tool::get_needed_parts(beginning), tool::NeededParts::names) << beginning;
-    for (const char* beginning : {"/a/b[@k='1']/", "//a[@k][@", "/a[@k/", "/a[@k =1]//b[@l]/", "a[@k]b"})
-        EXPECT_EQ(tool::get_needed_parts(beginning), tool::NeededParts::attributes) << beginning;
-    for (const char* beginning :
-         {"/a[1]/b[@", "/a[b='1']/", "//a[@k][2]/", "/a[@k='[']/", "a]/", "/a[last()]/[@k]/"})
+    for (const std::string& beginning : with_predicates)
+        EXPECT_NE(tool::get_needed_parts(beginning), tool::NeededParts::everything) << beginning;
+    for (const char* beginning : {"/a/b[@k='1']/", "//a[@k][@", "/a[@k/", "/a[@k =1]//b[@l]/", "a[@k]b",
+                                  "/a[1]/b[@", "//a[@k][2]/", "/a[last()]/[@k]/", "/a[@last()]/", "a]/"})
+        EXPECT_EQ(tool::get_needed_parts(beginning), tool::NeededParts::elements) << beginning;
+    for (const char* beginning : {"/a[b='1']/", "/a[@k='[']/", "/a/*[last()]/", "/*[position()=1]/",
+                                  "//*[@last()]/", "[last()]/", "/a[b]/", "/a[1 ]/", "/a[]/", "/a[-1]/"})
         EXPECT_EQ(tool::get_needed_parts(beginning), tool::NeededParts::everything) << beginning;
 }
 

@@ -67,18 +67,27 @@ private:
     std::vector<std::string> found;
 };
 
+/// Whether a predicate may look at the text of a child, or count texts: "*" selects them too.
+bool may_ask_for_text(const std::string& path, std::size_t bracket) {
+    const std::string predicate = path.substr(bracket + 1, path.find(']', bracket) - bracket - 1);
+    if (contains(predicate, "position()") || contains(predicate, "last()"))
+        return bracket == 0 || path[bracket - 1] == '*';
+    return predicate.empty() ||
+           (predicate.front() != '@' && predicate.find_first_not_of("0123456789") != std::string::npos);
+}
+
 }  // namespace
 
 NeededParts get_needed_parts(const std::string& beginning) {
     const std::size_t first = beginning.find_first_of("[]");
     if (first == std::string::npos || beginning.find_first_of("/[]", first + 1) == std::string::npos)
         return NeededParts::names;
-    for (std::size_t bracket = first; bracket != std::string::npos;
+    for (std::size_t bracket = beginning.find('['); bracket != std::string::npos;
          bracket = beginning.find('[', bracket + 1)) {
-        if (beginning.compare(bracket, 2, "[@") != 0)
+        if (may_ask_for_text(beginning, bracket))
             return NeededParts::everything;
     }
-    return NeededParts::attributes;
+    return NeededParts::elements;
 }
 
 std::vector<std::string> get_completions(const quxml::Document& document, const std::string& beginning) {

@@ -13,10 +13,9 @@ namespace tool {
 /// \return the path up to the end of each such name; none if it cannot be understood so far.
 std::vector<std::string> get_completions(const quxml::Document& document, const std::string& beginning);
 
-/// What of a document completions depend on, beside which element stands in which.
-enum class NeededParts { names, attributes, everything };
+/// What of a document completions depend on: which names stand in which, or all elements and attributes, or texts as well.
+enum class NeededParts { names, elements, everything };
 
-/// What the completions of `beginning` depend on: without predicates on names, those of attributes included.
 NeededParts get_needed_parts(const std::string& beginning);
 
 }  // namespace tool

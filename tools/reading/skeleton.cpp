@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 
 // Start and end tags tell where in the skeleton an element belongs: below the one that is open. Each
-// knows the names below it, so that most elements make nothing new. Where values are kept, an element with
-// attributes is never taken for another one, since each of them may decide a predicate.
+// knows the names below it, so that most elements make nothing new. Where values are kept, no element is taken for
+// another one, since each may be the one that a predicate selects.
 
 #include "reading/skeleton.h"
 
@@ -60,9 +60,9 @@ public:
 
 private:
     void close_element() {
-        if (!unique.empty() && open.back() == &unique.back())
-            unique.pop_back();
         open.pop_back();
+        if (values == AttributeValues::kept)
+            unique.pop_back();
     }
 
     KnownElement& add_element(const Event& event) {
@@ -70,13 +70,12 @@ private:
         std::string_view name = text.substr(event.begin + 1, name_end - event.begin - 1);
         if (event.element_loses_prefix)
             name.remove_prefix(name.find(':') + 1);
-        const bool has_attributes = name_end != event.end;
-        KnownElement& known = has_attributes && values == AttributeValues::kept
+        KnownElement& known = values == AttributeValues::kept
                                   ? unique.emplace_back()
                                   : (open.empty() ? above : *open.back()).children[name];
         if (known.element == nullptr)
             known.element = make_element(std::string(name));
-        if (has_attributes)
+        if (name_end != event.end)
             add_attributes(known, event);
         return known;
     }
@@ -107,7 +106,7 @@ private:
     AttributeValues values;
     std::shared_ptr<quxml::Document> document = std::make_shared<quxml::Document>(false);
     KnownElement above;
-    std::deque<KnownElement> unique;  // those of the open ones that no other element is like
+    std::deque<KnownElement> unique;  // the open ones, where none is taken for another one
     std::vector<KnownElement*> open;
     bool needs_tree = false;
 };
