@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 
 // The completions of paths are the same from the skeleton of a document as from its tree: of paths without predicates from
-// one without values, of those whose predicates only look at attributes from one with them.
+// one without values, of those whose predicates look at attributes and
+// positions from one with them.
 
 #include "reading/skeleton.h"
 
@@ -162,8 +163,9 @@ TEST(Skeleton, is_read_as_far_as_a_path_needs_it) {
     for (const char* beginning : {"/a/b[@k='1']/", "//a[@k][@", "/a[@k/", "/a[@k =1]//b[@l]/", "a[@k]b",
                                   "/a[1]/b[@", "//a[@k][2]/", "/a[last()]/[@k]/", "/a[@last()]/", "a]/"})
         EXPECT_EQ(tool::get_needed_parts(beginning), tool::NeededParts::elements) << beginning;
-    for (const char* beginning : {"/a[b='1']/", "/a[@k='[']/", "/a/*[last()]/", "/*[position()=1]/",
-                                  "//*[@last()]/", "[last()]/", "/a[b]/", "/a[1 ]/", "/a[]/", "/a[-1]/"})
+    for (const char* beginning :
+         {"/a[b='1']/", "/a[@k='[']/", "/a/*[last()]/", "/*[position()=1]/", "//*[@last()]/",
+          "/a/*[1][last()]/", "/a/*[@k][last()]/", "[last()]/", "/a[b]/", "/a[1 ]/", "/a[]/", "/a[-1]/"})
         EXPECT_EQ(tool::get_needed_parts(beginning), tool::NeededParts::everything) << beginning;
 }
 

@@ -67,11 +67,18 @@ private:
     std::vector<std::string> found;
 };
 
+/// Whether the name test of the step in which a predicate begins is empty or ends with a star.
+bool takes_any_name(const std::string& path, std::size_t bracket) {
+    const std::size_t step = path.rfind('/', bracket) + 1;
+    const std::size_t name_end = path.find('[', step);
+    return name_end == step || path[name_end - 1] == '*';
+}
+
 /// Whether a predicate may look at the text of a child, or count texts: "*" selects them too.
 bool may_ask_for_text(const std::string& path, std::size_t bracket) {
     const std::string predicate = path.substr(bracket + 1, path.find(']', bracket) - bracket - 1);
     if (contains(predicate, "position()") || contains(predicate, "last()"))
-        return bracket == 0 || path[bracket - 1] == '*';
+        return takes_any_name(path, bracket);
     return predicate.empty() ||
            (predicate.front() != '@' && predicate.find_first_not_of("0123456789") != std::string::npos);
 }
