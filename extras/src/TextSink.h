@@ -3,6 +3,8 @@
 #define QUXML_EXTRAS_TEXT_SINK_H
 
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <memory>
 #include <string_view>
 
@@ -50,7 +52,33 @@ private:
         }
     }
 
-    void copy(std::string_view piece) { size += piece.copy(gathered.get() + size, piece.size()); }
+    /// For most pieces a call of `memcpy` would take longer than the copy itself: they are copied as two words, which
+    /// overlap, or byte by byte.
+    void copy(std::string_view piece) {
+        char* const to = gathered.get() + size;
+        size += piece.size();
+        if (piece.size() > 2 * sizeof(std::uint64_t)) {
+            std::memcpy(to, piece.data(), piece.size());
+        } else if (piece.size() >= sizeof(std::uint64_t)) {
+            copy_ends<std::uint64_t>(to, piece);
+        } else if (piece.size() >= sizeof(std::uint32_t)) {
+            copy_ends<std::uint32_t>(to, piece);
+        } else {
+            for (std::size_t i = 0; i < piece.size(); ++i)
+                to[i] = piece[i];
+        }
+    }
+
+    /// Copies the first and the last word of a piece that is at most two words long.
+    template <class Word>
+    static void copy_ends(char* to, std::string_view piece) {
+        const std::size_t last = piece.size() - sizeof(Word);
+        Word word = 0;
+        std::memcpy(&word, piece.data(), sizeof word);
+        std::memcpy(to, &word, sizeof word);
+        std::memcpy(&word, piece.data() + last, sizeof word);
+        std::memcpy(to + last, &word, sizeof word);
+    }
 
     void hand_on(std::string_view text);
 

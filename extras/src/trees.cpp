@@ -28,7 +28,7 @@ bool has_same_attributes(const Element& one, const Element& other) {
     const AttributeList& others = Fields::attributes_of(other);
     return std::equal(mine.begin(), mine.end(), others.begin(), others.end(),
                       [](const Attribute* a, const Attribute* b) {
-                          return name_of(*a) == name_of(*b) && a->get_value() == b->get_value();
+                          return name_of(*a) == name_of(*b) && Fields::value_of(*a) == Fields::value_of(*b);
                       });
 }
 

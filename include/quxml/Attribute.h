@@ -10,6 +10,10 @@
 
 namespace quxml {
 
+namespace extras {
+struct Fields;
+}
+
 /// A name and a value, owned by one element. Attributes are created by `Element::set_attribute`; they are
 /// never children, have no siblings and are never kept sorted.
 ///
@@ -47,6 +51,7 @@ public:
 
 private:
     friend struct NodeAccess;
+    friend struct extras::Fields;
 
     /// From a name and a value that are not strings yet.
     QUXML_HIDDEN Attribute(const char* name, std::size_t name_length, const char* value,

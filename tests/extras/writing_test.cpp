@@ -9,7 +9,9 @@
 #include <unistd.h>
 
 #include <array>
+#include <climits>
 #include <cstddef>
+#include <map>
 #include <memory>
 #include <random>
 #include <sstream>
@@ -126,6 +128,35 @@ TEST(Writing, escapes_what_xml_does_not_allow_in_attributes_and_what_it_reads_as
     root->add_child_text("\r\n&\r");
     EXPECT_EQ(to_text(*root),
               "<r a=\"&lt;&quot;&amp;'>&#9;&#10;&#13;;&amp;amp;\" b=\"&quot;\" c=\"\">&#13;\n&amp;&#13;</r>");
+}
+
+TEST(Writing, copies_names_values_and_texts_of_every_length) {
+    static const std::string letters = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
+    Document document(false);
+    Element* root = document.create_root_node("r");
+    for (std::size_t length = 1; length <= letters.size(); ++length) {
+        Element* child = root->add_child(letters.substr(0, length));
+        child->set_attribute(letters.substr(letters.size() - length),
+                             letters.substr(letters.size() - length));
+        child->add_child_text(letters.substr(0, length));
+    }
+    EXPECT_EQ(to_text(document), document.write_to_string());
+    EXPECT_EQ(to_text(document, Layout()), document.write_to_string_formatted(true));
+}
+
+TEST(Writing, escapes_six_bytes_in_attributes_wherever_they_stand_and_no_other) {
+    static const std::map<char, std::string> references = {{'&', "&amp;"}, {'<', "&lt;"},   {'"', "&quot;"},
+                                                           {'\t', "&#9;"}, {'\n', "&#10;"}, {'\r', "&#13;"}};
+    for (int byte = 0; byte <= UCHAR_MAX; ++byte) {
+        const std::string c(1, static_cast<char>(byte));
+        const auto found = references.find(c[0]);
+        const std::string& written = found == references.end() ? c : found->second;
+        Document document(false);
+        document.create_root_node("r")->set_attribute("a", c + "value" + c + c + "x" + c);
+        EXPECT_EQ(to_text(*document.get_root_node()),
+                  "<r a=\"" + written + "value" + written + written + "x" + written + "\"/>")
+            << byte;
+    }
 }
 
 TEST(Writing, gives_text_that_is_read_as_the_same_tree) {

@@ -30,6 +30,7 @@ struct Fields : Node {
     static Node*& next_of(Node& node) { return node.*(&Fields::next_sibling); }
     static Node* next_of(const Node& node) { return node.*(&Fields::next_sibling); }
     static const AttributeList& attributes_of(const Element& element) { return element.attributes; }
+    static const std::string& value_of(const Attribute& attribute) { return attribute.value; }
 
     /// The first child by the sibling links, or null. After a sort that failed the links keep their order
     /// while the list has lost it, and the links are what is followed.
