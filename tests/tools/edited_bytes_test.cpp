@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "converters.h"
 #include "program.h"
 
 namespace quxml_test {
@@ -239,7 +240,26 @@ struct Encoded {
     const char* after;
 };
 
+/// Nothing is written, and nobody is told that the encoding lacks a character.
+TEST_F(EditedBytes, are_refused_where_the_machine_cannot_convert_them) {
+    if (has_converters())
+        GTEST_SKIP() << "this machine has converters of encodings";
+    const std::string before = "<?xml version='1.0' encoding='ISO-8859-1'?>\n<a><c/><!-- \xe4 --><b/></a>\n";
+    write("a.xml", before);
+    for (const char* command :
+         {"set -i /a x=1", "add -i /a b", "remove -i /a/b", "text -i /a/b x", "format -i", "sort -i"}) {
+        const Result result = run(std::string("quxml ") + command + " a.xml");
+        EXPECT_EQ(result.code, 3) << command;
+        EXPECT_NE(result.err.find("not written: it cannot be converted to ISO-8859-1 and back"),
+                  std::string::npos)
+            << result.err;
+        EXPECT_EQ(written("a.xml"), before) << command;
+    }
+}
+
 TEST_F(EditedBytes, are_of_the_encoding_of_the_document) {
+    if (!has_converters())
+        GTEST_SKIP() << "this machine has no converters of encodings";
     const std::vector<Encoded> all = {
         {"ISO-8859-1", "set /a x=\xc3\xa4\xe2\x82\xac", "<a x=\"\xc3\xb6\"><!-- \xc3\x9f --></a>\n",
          "<a x=\"\xc3\xa4&#8364;\"><!-- \xc3\x9f --></a>\n"},
@@ -279,6 +299,8 @@ TEST_F(EditedBytes, are_of_the_encoding_of_the_document) {
 }
 
 TEST_F(EditedBytes, hold_no_references_where_these_are_no_references) {
+    if (!has_converters())
+        GTEST_SKIP() << "this machine has no converters of encodings";
     write("a.xml", "<?xml version='1.0' encoding='ISO-8859-1'?>\n<a><b><![CDATA[x]]></b></a>\n");
     expect(run("quxml text /a/b \xe2\x82\xac a.xml"), 3, "",
            "quxml: /a/b holds CDATA, in which a character stands for itself; ISO-8859-1 lacks one of "

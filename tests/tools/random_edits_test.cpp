@@ -17,6 +17,7 @@
 #include <utility>
 #include <vector>
 
+#include "converters.h"
 #include "terminal/Failure.h"
 #include "writing/EditedDocument.h"
 
@@ -520,7 +521,8 @@ protected:
         for (unsigned seed = first; seed != first + rounds && !HasFailure(); ++seed) {
             SCOPED_TRACE(seed);
             Random random(seed);
-            Both both(random, random.choose({"UTF-8", "UTF-8", "ISO-8859-1", "UTF-16"}));
+            Both both(random,
+                      has_converters() ? random.choose({"UTF-8", "UTF-8", "ISO-8859-1", "UTF-16"}) : "UTF-8");
             SCOPED_TRACE(both.get_plain_text());
             edit(random, both);
         }

@@ -131,6 +131,9 @@ class Encoder {
 public:
     explicit Encoder(const std::string& encoding) : conversion(encoding, utf_8) {}
 
+    /// Whether this machine can convert to the encoding.
+    bool is_known() const { return conversion.is_known(); }
+
     /// Empty if the encoding lacks a character, unless the text is.
     std::string encode(std::string_view text) {
         std::string bytes;
@@ -196,7 +199,7 @@ std::string_view EncodedText::get_text() const {
 }
 
 bool EncodedText::has_characters(const std::string& text) const {
-    return encoding.empty() || text.empty() || !encoder->encode(text).empty();
+    return encoding.empty() || text.empty() || !encoder->is_known() || !encoder->encode(text).empty();
 }
 
 void EncodedText::apply(std::vector<Patch> patches) {

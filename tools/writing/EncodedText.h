@@ -33,7 +33,8 @@ public:
     /// The encoding's name; empty for UTF-8.
     const std::string& get_encoding() const { return encoding; }
 
-    /// Whether the encoding has all characters of a UTF-8 text.
+    /// Whether the encoding has all characters of a UTF-8 text, as far as this machine knows the encoding; `apply`
+    /// refuses one that it does not know.
     bool has_characters(const std::string& text) const;
 
     /// Applies patches of `get_text()`. Characters that the encoding lacks become references such as &#8364;.
