@@ -38,7 +38,16 @@ private:
     /// Each piece that a file gets costs a call of the operating system, and perhaps a place of its own on the disk.
     static constexpr std::size_t for_files = std::size_t{256} * 1024;
 
-    static bool is_file(const Output& output) { return output.text == nullptr && output.stream == nullptr; }
+    /// Whether copying a word that may lie anywhere in memory is not a call itself.
+#if defined(__OPTIMIZE_SIZE__) || (defined(__arm__) && !defined(__ARM_FEATURE_UNALIGNED))
+    static constexpr bool has_cheap_words = false;
+#else
+    static constexpr bool has_cheap_words = true;
+#endif
+
+    static bool is_file(const Output& output) {
+        return output.text == nullptr && output.stream == nullptr;
+    }
 
     template <class... Views>
     void put_views(Views... pieces) {
@@ -52,24 +61,23 @@ private:
         }
     }
 
-    /// For most pieces a call of `memcpy` would take longer than the copy itself: they are copied as two words, which
-    /// overlap, or byte by byte.
+    /// For most pieces a call of `memcpy` would take longer than the copy itself.
     void copy(std::string_view piece) {
         char* const to = gathered.get() + size;
         size += piece.size();
-        if (piece.size() > 2 * sizeof(std::uint64_t)) {
-            std::memcpy(to, piece.data(), piece.size());
-        } else if (piece.size() >= sizeof(std::uint64_t)) {
-            copy_ends<std::uint64_t>(to, piece);
-        } else if (piece.size() >= sizeof(std::uint32_t)) {
-            copy_ends<std::uint32_t>(to, piece);
-        } else {
+        if (piece.size() < sizeof(std::uint32_t)) {
             for (std::size_t i = 0; i < piece.size(); ++i)
                 to[i] = piece[i];
+        } else if (has_cheap_words && piece.size() < sizeof(std::uint64_t)) {
+            copy_ends<std::uint32_t>(to, piece);
+        } else if (has_cheap_words && piece.size() <= 2 * sizeof(std::uint64_t)) {
+            copy_ends<std::uint64_t>(to, piece);
+        } else {
+            std::memcpy(to, piece.data(), piece.size());
         }
     }
 
-    /// Copies the first and the last word of a piece that is at most two words long.
+    /// Copies the first and the last word of a piece; they may overlap.
     template <class Word>
     static void copy_ends(char* to, std::string_view piece) {
         const std::size_t last = piece.size() - sizeof(Word);
