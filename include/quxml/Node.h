@@ -45,7 +45,7 @@ using NodeSet = std::set<Node*>;
 /// A destructor of a derived class still finds the node's own children. It must not look at parent or
 /// siblings: those pointers may be null or lead anywhere, to the node itself included. Compile derived classes
 /// with run-time type information: with `-fno-rtti` the library crashes when it asks what kind of node it meets,
-/// which queries, sorting and formatted writing do.
+/// which queries, sorting, formatted writing and additions to sorted children may do.
 class QUXML_EXPORT Node {
 public:
     /// A free-standing node: empty name, no parent, no siblings, no children, not kept sorted.
