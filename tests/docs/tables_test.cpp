@@ -286,7 +286,11 @@ struct Exemption {
     std::string page;
     std::string head;
     std::string reason;
+    std::size_t tables = 1;  // how many there are
 };
+
+/// How many the benchmarks write tables for.
+constexpr std::size_t architectures = 2;
 
 const std::vector<Exemption> exemptions = {
     {"README.md", "| The library is |", "tests/consumers builds a project in each of these ways"},
@@ -301,10 +305,12 @@ const std::vector<Exemption> exemptions = {
     {"docs/paths.md", "| Form |", "forms of the queries that are run below"},
     {"docs/paths.md", "| Predicate among children |", "forms of the predicates that are run above"},
     {"docs/performance.md", "| Work | In all |", "counted by valgrind"},
-    {"docs/performance.md", "| Work | beside | ratio |", "measured and written by `./dev bench --write`"},
-    {"docs/performance.md", "| Input, beside libxml2 |", "measured and written by `./dev bench --write`"},
-    {"docs/performance.md", "| Path | ms |", "measured and written by `./dev bench --write`"},
-    {"docs/performance.md", "| Heap", "measured and written by `./dev bench --write`"},
+    {"docs/performance.md", "| Work | beside | ratio |", "measured and written by `./dev bench --write`",
+     architectures},
+    {"docs/performance.md", "| Input, beside libxml2 |", "measured and written by `./dev bench --write`",
+     architectures},
+    {"docs/performance.md", "| Path | ms |", "measured and written by `./dev bench --write`", architectures},
+    {"docs/performance.md", "| Heap", "measured and written by `./dev bench --write`", architectures},
     {"docs/reading.md", "| Of libxml2 |", "says itself which test checks each row"},
     {"docs/reliability.md", "| Promise |", "says itself what checks each row"},
     {"docs/sizes.md", "| Architecture | `libtinyxml2.so.9` |", "sizes of files in Debian's packages"},
@@ -347,7 +353,7 @@ TEST(Tables, are_exempt_from_checks_only_while_they_are_there) {
             found += static_cast<std::size_t>(
                 std::count_if(page.tables.begin(), page.tables.end(),
                               [&](const Table& table) { return is_exempt(exemption, page, table); }));
-        EXPECT_EQ(found, 1U) << exemption.page << ": " << exemption.head;
+        EXPECT_EQ(found, exemption.tables) << exemption.page << ": " << exemption.head;
         EXPECT_NE(exemption.reason, "");
     }
 }
