@@ -240,7 +240,7 @@ struct Encoded {
     const char* after;
 };
 
-/// Nothing is written, and nobody is told that the encoding lacks a character.
+/// Nothing is written, and no message says that the encoding lacks a character.
 TEST_F(EditedBytes, are_refused_where_the_machine_cannot_convert_them) {
     if (has_converters())
         GTEST_SKIP() << "this machine has converters of encodings";
