@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 
 // The completions of paths are the same from the skeleton of a document as from its tree: of paths without predicates from
-// one without values, of those whose predicates look at attributes and
-// positions from one with them.
+// one without values, of those whose predicates look at attributes and positions
+// from one with them.
 
 #include "reading/skeleton.h"
 
