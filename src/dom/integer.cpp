@@ -62,7 +62,7 @@ std::string write_integer(int number) {
     std::array<char, std::numeric_limits<int>::digits10 + 2> buffer;
     char* const end = buffer.data() + buffer.size();
     char* begin = end;
-    unsigned rest = number < 0 ? 0 - static_cast<unsigned>(number) : static_cast<unsigned>(number);
+    auto rest = static_cast<unsigned>(number < 0 ? -std::int64_t{number} : number);
     do
         *--begin = static_cast<char>('0' + rest % 10);
     while ((rest /= 10) != 0);

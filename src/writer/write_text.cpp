@@ -54,13 +54,15 @@ constexpr Word repeat(unsigned char byte) {
 }
 
 /// Whether `escape_character` changes any byte of the word, or one of them is a "#". With one bit of each byte
-/// set, `<` and `>` are the same byte; with two, so are `"`, `&`, `'` and "#". Where a byte is looked for,
-/// subtracting it leaves zero, and subtracting one more borrows the highest bit, which no byte looked for has
-/// itself. A borrow that reaches the next byte is a find already.
+/// set, `<` and `>` are the same byte; with two, so are `"`, `&`, `'` and "#". What differs from them leaves at
+/// least one of the seven lower bits, and adding all seven carries into the highest one, which no byte looked
+/// for has itself. So a byte whose highest bit stays clear is a find.
 constexpr bool may_need_escape(Word word) {
-    const Word angles = (word | repeat('<' ^ '>')) ^ repeat('>');
-    const Word quotes = (word | repeat('"' ^ '\'')) ^ repeat('\'');
-    return (((angles - repeat(1)) | (quotes - repeat(1))) & ~word & repeat(SCHAR_MAX + 1)) != 0;
+    constexpr Word lower = repeat(SCHAR_MAX);
+    const Word angles = ((word & lower) | repeat('<' ^ '>')) ^ repeat('>');
+    const Word quotes = ((word & lower) | repeat('"' ^ '\'')) ^ repeat('\'');
+    const Word others = ((angles + lower) & (quotes + lower)) | word;
+    return (others | lower) != ~Word{0};
 }
 
 bool may_need_escape(const char* c) {

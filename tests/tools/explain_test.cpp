@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "program.h"
+#include "terminal/words.h"
 
 namespace quxml_test {
 
@@ -71,10 +72,9 @@ TEST_F(Explain, knows_names_that_are_beginnings) {
 
 /// What is said about the last step, after the line that says where it looks.
 std::string get_last_lines(const std::string& text) {
-    const std::size_t step = text.rfind("\nstep ");
-    const std::size_t first =
-        text.find('\n', text.find('\n', step == std::string::npos ? 0 : step + 1) + 1) + 1;
-    return text.substr(first);
+    const std::size_t first_line = tool::get_place_after(text.rfind("\nstep "));
+    const std::size_t second_line = text.find('\n', first_line) + 1;
+    return text.substr(tool::get_place_after(text.find('\n', second_line)));
 }
 
 TEST_F(Explain, says_what_predicates_keep_of_a_list) {

@@ -19,6 +19,7 @@
 
 #include "converters.h"
 #include "terminal/Failure.h"
+#include "terminal/words.h"
 #include "writing/EditedDocument.h"
 
 namespace quxml_test {
@@ -86,7 +87,7 @@ bool is_blank(const std::string& text) {
 std::string get_read_name(const std::string& name) {
     if (name.compare(0, 5, "xmlns") == 0)
         return "";
-    return name.compare(0, 2, "q:") == 0 ? name : name.substr(name.find(':') + 1);
+    return name.compare(0, 2, "q:") == 0 ? name : name.substr(tool::get_place_after(name.find(':')));
 }
 
 class Random {
@@ -327,7 +328,8 @@ bool add(Pieces& pieces, std::size_t start, const std::string& name) {
 
 std::size_t find_parent(const Pieces& pieces, std::size_t start) {
     std::size_t depth = 0;
-    for (std::size_t i = start; i-- != 0;) {
+    for (std::size_t i = start; i != 0;) {
+        --i;
         depth += pieces[i].kind == Kind::end ? 1U : 0U;
         if (pieces[i].kind == Kind::start && !pieces[i].is_empty && depth-- == 0)
             return i;

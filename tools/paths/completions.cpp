@@ -69,7 +69,7 @@ private:
 
 /// Whether the name test of the step in which a predicate begins is empty or ends with a star.
 bool takes_any_name(const std::string& path, std::size_t bracket) {
-    const std::size_t step = path.rfind('/', bracket) + 1;
+    const std::size_t step = get_place_after(path.rfind('/', bracket));
     const std::size_t name_end = path.find('[', step);
     return name_end == step || path[name_end - 1] == '*';
 }
@@ -98,8 +98,7 @@ NeededParts get_needed_parts(const std::string& beginning) {
 }
 
 std::vector<std::string> get_completions(const quxml::Document& document, const std::string& beginning) {
-    const std::size_t slash = beginning.rfind('/');
-    const std::size_t step = slash == std::string::npos ? 0 : slash + 1;
+    const std::size_t step = get_place_after(beginning.rfind('/'));
     const std::size_t bracket =
         beginning.find('[', step) == std::string::npos ? std::string::npos : beginning.rfind('[');
     if (bracket != std::string::npos) {

@@ -76,7 +76,7 @@ std::string get_written_value(const std::string& text) {
     const std::size_t equal_sign = text.find('=');
     if (equal_sign == std::string::npos && text[0] == '@')
         return "";
-    return trim(text.substr(equal_sign + 1), blanks);
+    return trim(text.substr(get_place_after(equal_sign)), blanks);
 }
 
 bool names_value(const std::string& text, const Values& values) {

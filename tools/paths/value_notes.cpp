@@ -29,7 +29,7 @@ bool has_quotes_at_ends(const std::string& written) {
 }
 
 std::string get_written_value(const Predicate& predicate) {
-    return predicate.text.substr(predicate.text.find('=') + 1);
+    return predicate.text.substr(get_place_after(predicate.text.find('=')));
 }
 
 /// Whether a quote is open at the end: a bracket in the value has ended the predicate.

@@ -2,6 +2,7 @@
 #ifndef QUXML_TOOLS_TERMINAL_WORDS_H
 #define QUXML_TOOLS_TERMINAL_WORDS_H
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -39,6 +40,11 @@ inline bool contains(const std::string& text, const char* part) {
 
 inline bool has_any(const std::string& text, const char* characters) {
     return text.find_first_of(characters) != std::string::npos;
+}
+
+/// Where the text after a character that was looked for begins; without one, that is all of the text.
+inline std::size_t get_place_after(std::size_t found) {
+    return found == std::string::npos ? 0 : found + 1;
 }
 
 inline std::string quote(const std::string& text) {

@@ -138,7 +138,8 @@ private:
     /// The last to be written comes first.
     void add_parts(const UnitGroup& group) {
         const std::vector<Stretch>& units = group.units;
-        for (std::size_t place = units.size(); place-- != 0;) {
+        for (std::size_t place = units.size(); place != 0;) {
+            --place;
             pending.push_back(units[group.order[place]]);
             if (place != 0)
                 pending.push_back({units[place - 1].end, units[place].begin});
