@@ -21,7 +21,7 @@ struct Run {
 std::string in_child(const std::function<std::string()>& job);
 
 /// Nanoseconds of processor time that one run takes. The first run is not timed; then runs are, until they
-/// have taken the least time that is asked for.
+/// have taken the least time that is asked for, or 20 times as much with what comes before each.
 double time_per_run(const Run& run, double least_nanoseconds);
 
 /// By how many bytes the memory of this process grows at most while `work` runs, its pages counted.
