@@ -331,8 +331,11 @@ std::size_t find_parent(const Pieces& pieces, std::size_t start) {
     for (std::size_t i = start; i != 0;) {
         --i;
         depth += pieces[i].kind == Kind::end ? 1U : 0U;
-        if (pieces[i].kind == Kind::start && !pieces[i].is_empty && depth-- == 0)
+        if (pieces[i].kind != Kind::start || pieces[i].is_empty)
+            continue;
+        if (depth == 0)
             return i;
+        --depth;
     }
     return 0;
 }
