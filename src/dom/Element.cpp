@@ -21,7 +21,7 @@ Element::~Element() {
 
 const Attribute* find_attribute(const Element& element, std::string_view name) noexcept {
     for (const Attribute* attribute : NodeAccess::attributes(element)) {
-        if (NodeAccess::name(*attribute) == name)
+        if (is_name(NodeAccess::name(*attribute), name))
             return attribute;
     }
     return nullptr;

@@ -96,7 +96,7 @@ NodeList Node::get_children() const {
 
 Node* Node::get_child(const std::string& child_name) const {
     for (Node* child : children) {
-        if (child->name == child_name)
+        if (is_name(child->name, child_name))
             return child;
     }
     return nullptr;

@@ -87,6 +87,13 @@ inline const TextNode* as_text(const Node* node) {
     return is_plain_element(*node) ? nullptr : dynamic_cast<const TextNode*>(node);
 }
 
+/// Whether a name is the one wanted. Names of one length mostly differ in their last byte, so that is looked at
+/// before all bytes are compared by a call.
+inline bool is_name(const std::string& name, std::string_view wanted) noexcept {
+    return name.size() == wanted.size() &&
+           (wanted.empty() || (name.back() == wanted.back() && name == wanted));
+}
+
 /// The element's attribute of exactly this name, or null.
 const Attribute* find_attribute(const Element& element, std::string_view name) noexcept;
 

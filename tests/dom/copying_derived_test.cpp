@@ -333,11 +333,11 @@ private:
 
     /// Some get the name of another one, as renaming may do.
     void add_many_attributes(Element& element) {
-        for (std::size_t i = below(40); i > 0; --i) {
+        for (std::size_t i = below(100); i > 0; --i) {
             const std::string name = "x" + std::to_string(i);
             element.set_attribute(name, std::to_string(++count));
             if (below(4) == 0)
-                element.get_attribute(name)->set_name("x" + std::to_string(below(40)));
+                element.get_attribute(name)->set_name("x" + std::to_string(below(100)));
         }
     }
 

@@ -379,6 +379,24 @@ TEST(Copies, keep_the_order_of_many_attributes) {
     EXPECT_TRUE(links_agree(document.get_root_node()));
 }
 
+TEST(Copies, give_attributes_one_by_one_however_many_there_are) {
+    for (std::size_t size = 2; size < 140; ++size) {
+        SCOPED_TRACE(size);
+        Element wide("w", nullptr, false);
+        for (std::size_t i = 0; i < size; ++i)
+            wide.set_attribute("a" + std::to_string(i), std::to_string(i));
+        const std::string last = std::to_string(size - 1);
+        wide.get_attribute("a" + last)->set_name("a" + std::to_string(size / 3));
+        Element expected("w", nullptr, false);
+        for (const Attribute* attribute : wide.get_attributes())
+            expected.set_attribute(attribute->get_name(), attribute->get_value());
+        EXPECT_EQ(expected.get_attributes().size(), size - 1);
+        EXPECT_EQ(expected.get_attribute_value("a" + std::to_string(size / 3)), last);
+        Document document(false);
+        EXPECT_EQ(to_line(document.create_root_node_by_import(&wide, true)), to_line(&expected));
+    }
+}
+
 TEST(ManyCopies, of_texts_in_a_sorted_element_take_no_quadratic_time) {
     Element source("s", nullptr, true);
     for (std::size_t i = 0; i < many; ++i) {

@@ -215,7 +215,7 @@ void import_folder(Trees& trees) {
 
 /// Copies an element with so many attributes that they are looked up in an index.
 void import_many_attributes(Trees& trees) {
-    constexpr int many = 40;
+    constexpr int many = 100;
     Element wide(fresh, nullptr, false);
     for (int i = 0; i < many; ++i)
         wide.set_attribute(key + std::to_string(i), value);
