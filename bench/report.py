@@ -20,8 +20,9 @@ matplotlib.use("svg")
 from matplotlib import pyplot
 
 TICKS = (0.2, 0.5, 1, 2, 5, 10, 20)
-# The name of the plot, and the marks of the figures.
+# The name of the plot, where times are measured, and the marks of the figures.
 PLOTS = {"amd64": "comparisons.svg", "i386": "comparisons-i386.svg"}
+RIVALS = ("libxml2", "pugixml", "tinyxml2")
 BEGIN, END = "<!-- figures for {}: made by ./dev bench --write -->\n", "<!-- end of figures for {} -->\n"
 
 # What is compared, with whom, the ratio that is aimed at, and the one that no single input should exceed.
@@ -87,6 +88,9 @@ def read_counts(file):
     lines = file.read_text().split("\n") if file.exists() else []
     fields = [line.split() for line in lines]
     return {tuple(line[:3]): int(line[3]) for line in fields if len(line) == 4}
+
+
+WORKS_ON_AMD64 = read_counts(pathlib.Path(__file__).with_name("instructions.txt"))
 
 
 def output_of(*command):
@@ -176,6 +180,19 @@ def tables(measured):
     return text
 
 
+def works_rows(counts):
+    """The fixed works in an emulator, beside those on amd64 and beside the other libraries."""
+    rows = []
+    for (work, what, which), on_amd64 in WORKS_ON_AMD64.items():
+        if which in RIVALS:
+            continue
+        count = counts[work, what, which]
+        rivals = [counts.get((work, what, rival)) for rival in RIVALS]
+        rows.append([work.replace("_", " "), f"`{what}`", number(count / 1e6), number(count / on_amd64)])
+        rows[-1] += [number(rival and count / rival) for rival in rivals]
+    return rows
+
+
 def save(figure, file):
     figure.tight_layout()
     figure.savefig(file, metadata={"Date": None})
@@ -202,6 +219,8 @@ def plot_comparisons(rows, file):
 
 
 def plot_all(measured, place):
+    if measured["arch"] not in PLOTS:
+        return
     place.mkdir(parents=True, exist_ok=True)
     matplotlib.rcParams.update({"svg.fonttype": "none", "svg.hashsalt": "quxml", "font.size": 9})
     rows = comparison_rows(measured["side_by_side"], measured["counts"])
@@ -211,6 +230,8 @@ def plot_all(measured, place):
 
 def describe(found, arch):
     packages = ", ".join(found["packages"])
+    if arch not in PLOTS:
+        return f"Programs for `{arch}` in {output_of('qemu-arm', '--version').splitlines()[0]}; -O2; {packages}.\n\n"
     return (f"Programs for `{arch}`, measured on {found['processor']}, {found['cores']} cores; {found['compiler']}; "
             f"{packages}.\n\n")
 
@@ -227,8 +248,12 @@ def main(arch, source, place, docs=None):
     measured["arch"] = arch
     measured["counts"] = read_counts(source / "instructions.txt")
     measured["machine"] = machine()
-    plot = f"![Time beside others, {arch}](plots/{PLOTS[arch]})\n"
-    text = describe(measured["machine"], arch) + tables(measured) + "\n" + plot
+    text = describe(measured["machine"], arch)
+    if arch in PLOTS:
+        text += tables(measured) + f"\n![Time beside others, {arch}](plots/{PLOTS[arch]})\n"
+    else:
+        text += table(["Work", "of input", "millions", "beside amd64", *(f"beside {rival}" for rival in RIVALS)],
+                      works_rows(measured["counts"]))
     print(text, end="")
     (place / "results.md").write_text(text)
     plot_all(measured, place / "plots")

@@ -1,4 +1,4 @@
-# Times the library against others: all, or named WORKs; --quick; --arch i386; --write into docs; --check instructions [--write].
+# Times the library against others: all, or named WORKs; --quick; --arch i386; --write into docs; --check instructions [--write]. --arch armhf: counts instructions.
 # SPDX-License-Identifier: MIT
 . scripts/support/instructions.sh
 . scripts/support/sysroot.sh
@@ -6,21 +6,25 @@ need_to_build_with libboost-dev libgtest-dev libcli11-dev libpugixml-dev libtiny
 need shared-mime-info xkb-data unicode-cldr-core libgirepository1.0-dev ssg-debian osinfo-db
 table=bench/instructions.txt
 
-# The programs for amd64, or those for i386 with what runs them; they take the turns on the same processor.
+# The programs for amd64, or those for another machine with what runs them; those for i386 have the same processor.
 choose_programs() {
     preset=bench run=()
-    if [ "$1" = i386 ]; then
+    if [ "$1" = armhf ]; then
+        need_to_cross_build armhf
+        build bench emulator_counter
+        preset=bench-armhf run=(qemu-arm -L "$sysroots/armhf" -d plugin -plugin "$PWD/build/bench/bench/libemulator_counter.so")
+    elif [ "$1" = i386 ]; then
         local libraries=$sysroots/i386/lib/i386-linux-gnu:$sysroots/i386/usr/lib/i386-linux-gnu
         need_to_cross_build i386
         preset=bench-i386 run=("$sysroots/i386/lib/ld-linux.so.2" --library-path "$libraries")
     elif [ "$1" != amd64 ]; then
-        fail "bench: only for amd64 and i386"
+        fail "bench: only for amd64, i386 and armhf"
     fi
     place=build/$preset programs=build/$preset/bench
 }
 
 count_work() {
-    count_instructions "$programs/quxml_side_by_side" --once "$1" "$2" "$3"
+    count_instructions "${run[@]}" "$programs/quxml_side_by_side" --once "$1" "$2" "$3"
 }
 
 # Prints a line of the table of fixed works with today's count; fails if that is more than 3 % higher.
@@ -54,11 +58,22 @@ write_works() {
 # Counts reading, over all inputs.
 count_reading() {
     local input library
-    for input in $("$programs/quxml_side_by_side" --list | sed -n 's/^read //p'); do
+    for input in $("${run[@]}" "$programs/quxml_side_by_side" --list | sed -n 's/^read //p'); do
         for library in quxml libxml2; do
             echo "read $input $library $(count_work read "$input" "$library")"
         done
     done
+}
+
+# Counts the fixed works in the emulator, by quxml and by each of the others that can do them.
+count_in_emulator() {
+    local work input library rival
+    while read -r work input library _; do
+        for rival in "$library" libxml2 pugixml tinyxml2; do
+            { "${run[@]}" "$programs/quxml_side_by_side" --once "$work" "$input" "$rival" 2>&1 || true; } |
+                sed -n "s|^\([1-9][0-9]*\) instructions$|$work $input $rival \1|p"
+        done
+    done <"$table"
 }
 
 check='' write='' arch=amd64 turns=() works=()
@@ -76,24 +91,30 @@ done
 choose_programs "$arch"
 build "$preset" quxml_side_by_side quxml_memory
 # When glibc empties its fast bins, and what that costs, depends on chance; fixed works are counted without them.
-[ -z "$check" ] || export GLIBC_TUNABLES=glibc.malloc.mxfast=0
+if [ "$check" ] || [ "$arch" = armhf ]; then
+    export GLIBC_TUNABLES=glibc.malloc.mxfast=0
+fi
+measured=$place/measured
+rm -rf "$measured"
+mkdir -p "$measured"
 
-if [ "$check" ] && [ "$arch" != amd64 ]; then
-    fail "bench: valgrind counts instructions of programs for amd64 only"
+if [ "$arch" = armhf ]; then
+    [ -z "$check${works[*]}${turns[*]}" ] || fail "bench: for armhf, there is only --write"
+    count_in_emulator >"$measured/instructions.txt"
+    /usr/bin/python3 bench/report.py "$arch" "$measured" "$place" ${write:+docs}
+elif [ "$check" ] && [ "$arch" != amd64 ]; then
+    fail "bench: $table has the instructions of programs for amd64 only"
 elif [ "$check" ] && [ "$write" ]; then
     write_works
 elif [ "$check" ]; then
     check_works
 else
-    measured=$place/measured
-    rm -rf "$measured"
-    mkdir -p "$measured"
     if [ ${#works[@]} -eq 0 ]; then
         "${run[@]}" "$programs/quxml_memory" >"$measured/memory.json"
         "${run[@]}" "$programs/quxml_side_by_side" --peaks >"$measured/peaks.json"
     fi
     if [ ${#works[@]} -eq 0 ] && [ ${#turns[@]} -eq 0 ]; then
-        [ "$arch" != amd64 ] || count_reading >"$measured/instructions.txt"
+        count_reading >"$measured/instructions.txt"
     elif [ "$write" ]; then
         fail "bench: only a whole run is written into docs"
     fi

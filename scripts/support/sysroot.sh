@@ -22,7 +22,7 @@ need_to_cross_build() {
     local make=unpack_sysroot packages=(libxml2-dev libboost-dev libgtest-dev libcli11-dev liblzma-dev zlib1g-dev)
     need_compiler_for "$1"
     case $1 in
-        i386) packages+=(libpugixml-dev libtinyxml2-dev) ;; # for the benchmarks
+        i386 | armhf) packages+=(libpugixml-dev libtinyxml2-dev) ;; # for the benchmarks
         powerpc | wasm32) make=build_sysroot packages=(dpkg-dev googletest libboost-dev libcli11-dev) ;;
     esac
     [ "$(cat "$sysroots/$1/packages" 2>/dev/null)" != "${packages[*]}" ] || return 0
