@@ -59,7 +59,7 @@ std::size_t get_number_of_children(const Extent& extent) {
 
 /// The end of what stands before `end`, white space left out.
 std::size_t skip_white_space_before(std::string_view document, std::size_t end) {
-    return document.substr(0, end).find_last_not_of(white_space) + 1;
+    return get_place_after(document.substr(0, end).find_last_not_of(white_space));
 }
 
 /// What separates a child from what is before it: for one that begins a line, the line end and what its line has before
