@@ -335,7 +335,9 @@ TEST_F(EditedBytes, of_many_matches_take_linear_time) {
         {"set //b x=1", "<b x=\"1\"/>\n<c/>\n"},
         {"text //b x", "<b>x</b>\n<c/>\n"},
         {"add //b x", "<b>\n<x/>\n</b>\n<c/>\n"},
+#ifndef _GLIBCXX_DEBUG  // whose std::lower_bound looks at the whole list of pieces before each search
         {"add --sorted //b x", "<b>\n<x/>\n</b>\n<c/>\n"},
+#endif
     };
     const auto time = [&](const std::string& command, int count, const std::string& pair) {
         const double start = get_time_of_commands();
