@@ -168,6 +168,26 @@ TEST(TextPlace, lone_empty_text_lets_the_tags_touch) {
     EXPECT_EQ(write(paragraph, -1), "<p></p>");
 }
 
+/// A text does not know who lists it: it looks at the parent that it was made with.
+TEST(TextPlace, of_a_lone_text_that_was_made_for_nobody_or_for_another_is_what_it_writes_by_itself) {
+    Element element("e", nullptr, false);
+    auto* text = new TextNode(nullptr, "");
+    text->set_content("t");
+    element.add_new_node(text);
+    EXPECT_EQ(write(element, -1), "<e></e>");
+    EXPECT_EQ(write(element, 0), "<e></e>\n");
+    element.remove_child(text);
+
+    Element other("o", nullptr, false);
+    other.add_child("a");
+    other.add_child("b");
+    text = new TextNode(&other, "");
+    text->set_content("t");
+    element.add_new_node(text);
+    EXPECT_EQ(write(element, -1), "<e>t</e>");
+    EXPECT_EQ(write(element, 0), "<e>  t\n</e>\n");
+}
+
 TEST(TextPlace, text_with_siblings_has_a_line_of_its_own) {
     Document document(false);
     const Element* element = build(document, "e{\"a & b\" x}");
