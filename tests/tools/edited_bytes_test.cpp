@@ -250,7 +250,7 @@ TEST_F(EditedBytes, are_refused_where_the_machine_cannot_convert_them) {
          {"set -i /a x=1", "add -i /a b", "remove -i /a/b", "text -i /a/b x", "format -i", "sort -i"}) {
         const Result result = run(std::string("quxml ") + command + " a.xml");
         EXPECT_EQ(result.code, 3) << command;
-        EXPECT_NE(result.err.find("not written: it cannot be converted to ISO-8859-1 and back"),
+        EXPECT_NE(result.err.find("a.xml: not written: it cannot be converted to ISO-8859-1 and back"),
                   std::string::npos)
             << result.err;
         EXPECT_EQ(written("a.xml"), before) << command;

@@ -111,7 +111,7 @@ std::string get_first_error(std::string_view document) {
 
 EditedDocument::EditedDocument(std::string name_of_file, std::string document)
     : file(std::move(name_of_file)),
-      text(std::move(document)),
+      text(file, std::move(document)),
       tree(parse_document(file, text.get_bytes())) {}
 
 EditedDocument::Selected EditedDocument::locate(const std::unordered_set<quxml::Element*>& elements) const {

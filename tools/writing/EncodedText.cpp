@@ -18,6 +18,7 @@
 
 #include "reading/encoding.h"
 #include "terminal/Failure.h"
+#include "terminal/messages.h"
 #include "terminal/words.h"
 
 namespace tool {
@@ -26,8 +27,8 @@ namespace {
 
 constexpr const char* utf_8 = "UTF-8";
 
-Failure refusal(const std::string& encoding) {
-    return {ExitCode::malformed, "not written: it cannot be converted to " + encoding +
+Failure refusal(const std::string& file, const std::string& encoding) {
+    return {ExitCode::malformed, get_label(file) + ": not written: it cannot be converted to " + encoding +
                                      " and back; convert the file to UTF-8 first"};
 }
 
@@ -186,8 +187,8 @@ bool make_patches_of_bytes(std::vector<Patch>& patches, std::string_view bytes, 
 
 }  // namespace
 
-EncodedText::EncodedText(std::string document)
-    : bytes(std::move(document)), encoding(tool::get_encoding(bytes)) {
+EncodedText::EncodedText(std::string file_name, std::string document)
+    : file(std::move(file_name)), bytes(std::move(document)), encoding(tool::get_encoding(bytes)) {
     if (encoding.empty())
         return;
     decoded = to_utf8(bytes, encoding);
@@ -217,10 +218,10 @@ void EncodedText::apply(std::vector<Patch> patches) {
     }
     std::string patched = tool::apply(decoded, patches);
     if (!make_patches_of_bytes(patches, bytes, encoding, *encoder))
-        throw refusal(encoding);
+        throw refusal(file, encoding);
     std::string patched_bytes = tool::apply(bytes, patches);
     if (to_utf8(patched_bytes, encoding) != patched)
-        throw refusal(encoding);
+        throw refusal(file, encoding);
     bytes = std::move(patched_bytes);
     decoded = std::move(patched);
 }

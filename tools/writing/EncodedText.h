@@ -18,8 +18,9 @@ class Encoder;
 /// stay as they are, also where an encoding has several ways to write a character.
 class EncodedText {
 public:
+    /// \param file_name  for messages
     /// \param document  well-formed
-    explicit EncodedText(std::string document);
+    EncodedText(std::string file_name, std::string document);
 
     /// The document as UTF-8 without a byte-order mark.
     std::string_view get_text() const;
@@ -42,6 +43,7 @@ public:
     void apply(std::vector<Patch> patches);
 
 private:
+    std::string file;
     std::string bytes;
     std::string encoding;
     std::string decoded;               // empty if the document is in UTF-8

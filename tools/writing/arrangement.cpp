@@ -70,7 +70,7 @@ void remove_declaration(const std::string& file, EncodedText& text) {
         return;
     const std::string rest(text.get_text().substr(pieces[2].begin));
     text.apply({{0, pieces[2].begin, ""}});
-    text = EncodedText(text.take_bytes());
+    text = EncodedText(file, text.take_bytes());
     if (text.get_text() != rest)
         refuse_to_write(file);
 }
@@ -85,7 +85,7 @@ void format(const std::string& file, EncodedText& text, const Layout& layout) {
         return;
     const std::string before(text.get_text());
     text.apply(std::move(patches));
-    text = EncodedText(text.take_bytes());
+    text = EncodedText(file, text.take_bytes());
     if (!differ_only_in_layout(before, pieces, text.get_text(), find_pieces(file, text)))
         refuse_to_write(file);
 }
@@ -106,7 +106,7 @@ std::string arrange(const RewriteOptions& options, const std::string& file, cons
     std::shared_ptr<quxml::Document> document = parse_document(file, bytes);
     if (!options.sorted)
         document.reset();
-    EncodedText text(bytes);  // a copy only now: most memory is needed for parsing
+    EncodedText text(file, bytes);  // a copy only now: most memory is needed for parsing
     if (options.sorted)
         sort(file, std::move(document), text);
     if (options.formatted)
