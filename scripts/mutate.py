@@ -9,7 +9,8 @@ does not end is killed; one that does not compile does not count. Mutants that n
 nothing that can be seen, are listed with the reason in scripts/equivalent_mutants.txt; every other survivor is a gap
 in the tests.
 
-Ends with the figures and exits with 1 if fewer than 95 of 100 are killed or a survivor is not listed.
+Ends with the figures and exits with 1 if a survivor is not listed, if a listed mutant does not survive, or if fewer than
+90 of 100 are killed: paths that only save time have many mutants that change nothing else.
 """
 
 import argparse
@@ -253,6 +254,13 @@ def read_equivalent():
     return {line for line in EQUIVALENT.read_text().splitlines() if line and not line.startswith("#")}
 
 
+def find_outdated(equivalent, files, survivors):
+    """The keys that are listed for these files and that no survivor has."""
+    names = {str(f.relative_to(ROOT)) for f in files}
+    listed = {key for key in equivalent if key.split(":")[0] in names}
+    return sorted(listed - {m.key() for m in survivors})
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--list", action="store_true", help="only list the mutants")
@@ -294,11 +302,13 @@ def main():
 
     equivalent = read_equivalent()
     unlisted = [m for m in survivors if m.key() not in equivalent]
+    outdated = find_outdated(equivalent, files, survivors)
+    print(*[f"listed, but did not survive: {key}\n" for key in outdated], sep="", end="")
     judged = counts["killed"] + counts["survived"]
     rate = 100 * counts["killed"] / max(judged, 1)
     print(f"{judged} mutants ran ({counts['invalid']} do not compile): {counts['killed']} killed, {rate:.1f} %; "
           f"{len(survivors)} survived, {len(unlisted)} of them not listed as equivalent")
-    return 0 if rate >= 95 and not unlisted else 1
+    return 0 if rate >= 90 and not unlisted and not outdated else 1
 
 
 if __name__ == "__main__":
