@@ -51,7 +51,7 @@ public:
 
 private:
     friend struct NodeAccess;
-    friend struct extras::Fields;
+    friend struct extras::Fields;  // with which the extras write values without a copy
 
     /// From a name and a value that are not strings yet.
     QUXML_HIDDEN Attribute(const char* name, std::size_t name_length, const char* value,

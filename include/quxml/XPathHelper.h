@@ -15,8 +15,8 @@ namespace quxml {
 class Element;
 
 /// Decides name tests; always called as comparator(name of the node, name test). True: the node passes. It may
-/// add and move nodes of the tree that is searched, but not remove or rename any. How often it is called for a
-/// node is not promised.
+/// add, move and rename nodes of the tree that is searched, but not remove any. How often it is called for a node
+/// is not promised: a search asks again about a node that it has refused for the last step.
 using StringComparator = std::function<bool(const std::string&, const std::string&)>;
 
 /// The path-query engine. Most callers want `Node::find_exact_match` or `Node::find_substring_match`, which
@@ -68,8 +68,7 @@ using StringComparator = std::function<bool(const std::string&, const std::strin
 /// A helper may not be used on two threads at once: its const operations change its results.
 class QUXML_EXPORT XPathHelper {
 public:
-    /// \param comparator copied; may be empty, which fails when the first name test is made. It is asked once for
-    ///     each name test, but twice about a node that a search refuses for the last step.
+    /// \param comparator copied; may be empty, which fails when the first name test is made.
     explicit XPathHelper(StringComparator comparator);
 
     ~XPathHelper();

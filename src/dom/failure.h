@@ -4,7 +4,8 @@
 
 namespace quxml {
 
-/// Throws `std::invalid_argument`. What throws takes more room than what looks for the reason, so it stands here once.
+/// Throws `std::invalid_argument`. Throwing takes more code than the test that leads to it, so it is written here,
+/// once.
 [[noreturn]] void throw_invalid_argument(const char* message);
 
 }  // namespace quxml

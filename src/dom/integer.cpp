@@ -18,11 +18,13 @@ bool is_digit(char c) {
     return c >= '0' && c <= '9';
 }
 
+/// Looks for digits first, which are never spaces: asking the locale takes longer.
 bool is_space(char c) {
     return !is_digit(c) && std::isspace(static_cast<unsigned char>(c)) != 0;
 }
 
-/// The number that the digits at the beginning make; beyond `int`, it may be any other one beyond `int`.
+/// The number that the digits at the beginning make, exact up to 2147483648; for a greater one, any that is
+/// greater than that too.
 std::int64_t read_digits(std::string_view text) {
     constexpr unsigned tenth_of_largest = INT_MAX / 10;
     unsigned number = 0;

@@ -4,8 +4,8 @@
 //
 // The order is not a strict weak one. An element without an item goes before each of its namesakes, and each
 // of them goes before it. That is what puts a new element without an item after all its namesakes, and it is
-// why the place of a new child is found by a walk from the front and why sorting is one certain merge sort:
-// another search or another sort would be as right by the rules of an order, and give another result.
+// why the place of a new child is found by a walk from the front and why sorting is one particular merge sort:
+// a different search or sort would be equally valid, but give a different result.
 //
 // That sort is the stable one which libstdc++'s lists have. It sorts the first part of the nodes, then the
 // rest, and merges the two; the first part is as many nodes as the largest power of two that leaves a rest.

@@ -8,9 +8,9 @@
 
 namespace quxml {
 
-/// A predicate that filters a list of nodes. Its kind is decided at once, from the characters in it. Whether
-/// it can be read is judged when it is applied, to an empty list too, and not before: a predicate that no
-/// query reaches may be nonsense.
+/// A predicate that filters a list of nodes. Its kind is decided at once, from the characters in it. Its names,
+/// values and numbers are read each time that it is applied, to an empty list too, and not before: a predicate
+/// that no query reaches may be nonsense.
 class ListPredicate {
 public:
     explicit ListPredicate(std::string_view predicate);

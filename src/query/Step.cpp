@@ -46,7 +46,7 @@ void Step::note_before_testing(const Node* parent, NameComparator& names, Candid
 }
 
 void Step::test_before_noting(const Node* parent, NameComparator& names, Candidates& selected) const {
-    constexpr std::size_t few = 16;
+    constexpr std::size_t few = 16;  // room for these at once
     const NodeList& children = NodeAccess::children(*parent);
     selected.clear();
     selected.reserve(std::min(children.size(), few));

@@ -2,10 +2,10 @@
 
 // The walk of a query.
 //
-// What a recursive walk would keep on the stack stands in rows. A row is one or more nodes that remain to be
+// What a recursive walk would keep on the stack is kept in rows. A row is one or more nodes that remain to be
 // visited for one step; what a visit adds goes to the end, and the last row is taken first. So nodes are
-// visited in the order of a depth-first walk, predicates are judged in that order, and the stack keeps a
-// constant height.
+// visited in the order of a depth-first walk, predicates are judged in that order, and the stack does not
+// grow.
 //
 // Most rows are nothing but a position in a list of children. The name of each child is tested when its turn
 // comes, while the walk goes through memory in one direction. This needs children that stay where they are.
@@ -27,7 +27,9 @@
 //     c2        3: b2                          b1
 //     b2                                       b1 b2
 //
-// Each child of `a1` and `a2` stands for itself and everything below it: that is what the empty step means.
+// Each child of `a1` and `a2` stands for itself and everything below it: that is what the empty step means. A
+// child that the empty step takes is noted for the next step and visited again at once; the table shows what is
+// left after that.
 
 #include "Walk.h"
 

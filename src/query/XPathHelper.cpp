@@ -37,7 +37,8 @@ void keep_by_predicate(std::string_view predicate, Candidates& nodes) {
     ListPredicate(predicate).filter(nodes);
 }
 
-/// Walks along steps that are texts of their own. They are copied, for a comparator may change the caller's.
+/// Walks along steps that are texts of their own. They are copied, for a comparator may change the caller's: into
+/// one text, which takes less code than a second list of texts.
 void walk_along(const std::deque<std::string>& texts, Node* node, void (Walk::*walk)(Node*),
                 const StringComparator& comparator, NodeSet& results) {
     if (texts.empty())

@@ -55,7 +55,8 @@ template <std::size_t Lines>
 /// For a node whose name has been looked at, and whose attributes or children will be: asks for what lies
 /// after the name.
 [[gnu::always_inline]] inline void prefetch_attributes(const Node* node) {
-    constexpr std::size_t two_attributes = 2 * (sizeof(Attribute) + 4 * sizeof(void*)) / line;
+    constexpr std::size_t entry = 4 * sizeof(void*);  // of the list, with the allocator's header
+    constexpr std::size_t two_attributes = 2 * (sizeof(Attribute) + entry) / line;
     if (node != nullptr)
         prefetch<two_attributes>(node, line);
 }

@@ -13,8 +13,8 @@ namespace quxml {
 /// Gathers the many small pieces of XML text and appends them to a string in few large ones, which takes less
 /// than half the time of appending each.
 ///
-/// Where the compiler optimises for size, each piece is looked at by itself, and all of them are copied in one way. So it
-/// is on ARM machines where words cannot lie anywhere in memory: there, each of two words would be a call of `memcpy`.
+/// Code that is optimised for size handles each piece by itself and copies it with `memcpy`. So does code for ARM
+/// without unaligned access, where each of two words would be a call of `memcpy`.
 class TextBuffer {
 public:
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): what is read of the buffer has been written before

@@ -15,9 +15,9 @@
 //
 // The elements below an element are written on a list of open elements instead of by recursion. Only nodes of
 // the library's own classes are written that way; a node of a derived class is asked to write itself. Whether
-// the tags of an element stand on lines of their own is decided for both tags at once, and for the closing tag
-// again after a node of a derived class was asked, which may have changed the children. An element with nothing
-// but text, which is what most elements are that have anything, does not get onto the list.
+// the tags of an element stand on lines of their own is decided once, for both tags. Once a node of a derived
+// class has been asked, it is decided again for each closing tag, since that node may have changed the children.
+// An element whose only child is text, the commonest kind that has any, does not go onto the list.
 
 #include <vector>
 

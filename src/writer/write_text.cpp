@@ -35,8 +35,8 @@ std::string_view escape_character(char c) {
     }
 }
 
-/// Whether `escape_character` changes a byte. Those bytes are a few bits of a mask of the 32 that begin at the blank; only
-/// these have the bits above the fifth as the blank has them.
+/// Whether `escape_character` changes a byte. Each of the 32 bytes from the blank on has a bit in the mask. Only for
+/// these is the exclusive or with the blank below 32, and it is then the distance from the blank.
 constexpr bool needs_escape(char c) {
     constexpr unsigned first = ' ';
     constexpr std::uint32_t mask = 1U << ('"' - first) | 1U << ('&' - first) | 1U << ('\'' - first) |
