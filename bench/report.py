@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Makes of what the benchmarks measured one JSON file, tables in Markdown and a plot.
+"""Turns what the benchmarks measured into one JSON file, tables in Markdown and a plot.
 
     report.py ARCH MEASURED PLACE [DOCS]
 
@@ -10,6 +10,7 @@ ARCH there, and the plot into DOCS/plots."""
 import json
 import pathlib
 import platform
+import re
 import subprocess
 import sys
 from statistics import geometric_mean
@@ -23,7 +24,7 @@ TICKS = (0.2, 0.5, 1, 2, 5, 10, 20)
 # The name of the plot, where times are measured, and the marks of the figures.
 PLOTS = {"amd64": "comparisons.svg", "i386": "comparisons-i386.svg"}
 RIVALS = ("libxml2", "pugixml", "tinyxml2")
-BEGIN, END = "<!-- figures for {}: made by ./dev bench --write -->\n", "<!-- end of figures for {} -->\n"
+BEGIN, END = "<!-- figures for {0}: made by ./dev bench --arch {0} --write -->\n", "<!-- end of figures for {0} -->\n"
 
 # What is compared, with whom, the ratio that is aimed at, and the one that no single input should exceed.
 COMPARISONS = (
@@ -97,15 +98,29 @@ def output_of(*command):
     return subprocess.run(command, capture_output=True, text=True, check=True).stdout
 
 
-def machine():
+def packages_for(arch):
+    """Whose versions are known: those of this machine. A sysroot is renewed by itself."""
+    if arch != "amd64":
+        return [f"Debian's packages for {arch}"]
+    packages = ("libxml2-dev", "libpugixml-dev", "libtinyxml2-dev", "libc6")
+    return output_of("dpkg-query", "-W", "-f", "${Package} ${Version}\\n", *packages).strip().split("\n")
+
+
+def compiler_of(place):
+    """The first line of what the compiler says that the programs in the folder were built with."""
+    found = next(place.glob("CMakeFiles/*/CMakeCXXCompiler.cmake")).read_text()
+    compiler = re.search('^set\\(CMAKE_CXX_COMPILER "(.*)"', found, re.MULTILINE)[1]
+    return output_of(compiler, "--version").split("\n")[0] + ", -O2"
+
+
+def machine(arch, place):
     processor = [line.split(":")[1].strip() for line in pathlib.Path("/proc/cpuinfo").read_text().split("\n")
                  if line.startswith("model name")]
-    packages = ("libxml2-dev", "libpugixml-dev", "libtinyxml2-dev", "libc6")
     return {
         "processor": processor[0] if processor else platform.machine(),
         "cores": len(processor),
-        "compiler": output_of("c++", "--version").split("\n")[0] + ", -O2",
-        "packages": output_of("dpkg-query", "-W", "-f", "${Package} ${Version}\\n", *packages).strip().split("\n"),
+        "compiler": compiler_of(place),
+        "packages": packages_for(arch),
     }
 
 
@@ -231,7 +246,8 @@ def plot_all(measured, place):
 def describe(found, arch):
     packages = ", ".join(found["packages"])
     if arch not in PLOTS:
-        return f"Programs for `{arch}` in {output_of('qemu-arm', '--version').splitlines()[0]}; -O2; {packages}.\n\n"
+        return (f"Programs for `{arch}` in {output_of('qemu-arm', '--version').splitlines()[0]}; {found['compiler']}; "
+                f"{packages}.\n\n")
     return (f"Programs for `{arch}`, measured on {found['processor']}, {found['cores']} cores; {found['compiler']}; "
             f"{packages}.\n\n")
 
@@ -247,7 +263,7 @@ def main(arch, source, place, docs=None):
     measured = {name: read_json(source / f"{name}.json") for name in ("side_by_side", "memory", "peaks")}
     measured["arch"] = arch
     measured["counts"] = read_counts(source / "instructions.txt")
-    measured["machine"] = machine()
+    measured["machine"] = machine(arch, place)
     text = describe(measured["machine"], arch)
     if arch in PLOTS:
         text += tables(measured) + f"\n![Time beside others, {arch}](plots/{PLOTS[arch]})\n"

@@ -1,4 +1,4 @@
-# Times the library against others: all, or named WORKs; --quick; --arch i386; --write into docs; --check instructions [--write]. --arch armhf: counts instructions.
+# Times the library against others: all, or named WORKs; --quick; --arch i386 or armhf. --check counts instructions and compares them with the table. --write renews docs, or that table.
 # SPDX-License-Identifier: MIT
 . scripts/support/instructions.sh
 . scripts/support/sysroot.sh
@@ -82,12 +82,16 @@ while [ $# -gt 0 ]; do
         --check) check=yes ;;
         --write) write=yes ;;
         --quick) turns=(--repetitions 3 --milliseconds 5) ;;
-        --arch) arch=${2-} && shift ;;
+        --arch) [ $# -gt 1 ] || fail "bench: --arch needs an architecture" && arch=$2 && shift ;;
         -*) fail "bench: no such option: $1" ;;
         *) works+=("$1") ;;
     esac
     shift
 done
+if [ "$check$write" ] || [ "$arch" = armhf ]; then
+    [ -z "${works[*]}${turns[*]}" ] || fail "bench: for --check, --write and armhf, only a whole run will do"
+fi
+[ -z "$check" ] || [ "$arch" = amd64 ] || fail "bench: $table has the instructions of programs for amd64 only"
 choose_programs "$arch"
 build "$preset" quxml_side_by_side quxml_memory
 # When glibc empties its fast bins, and what that costs, depends on chance; fixed works are counted without them.
@@ -99,11 +103,8 @@ rm -rf "$measured"
 mkdir -p "$measured"
 
 if [ "$arch" = armhf ]; then
-    [ -z "$check${works[*]}${turns[*]}" ] || fail "bench: for armhf, there is only --write"
     count_in_emulator >"$measured/instructions.txt"
     /usr/bin/python3 bench/report.py "$arch" "$measured" "$place" ${write:+docs}
-elif [ "$check" ] && [ "$arch" != amd64 ]; then
-    fail "bench: $table has the instructions of programs for amd64 only"
 elif [ "$check" ] && [ "$write" ]; then
     write_works
 elif [ "$check" ]; then
@@ -115,8 +116,6 @@ else
     fi
     if [ ${#works[@]} -eq 0 ] && [ ${#turns[@]} -eq 0 ]; then
         count_reading >"$measured/instructions.txt"
-    elif [ "$write" ]; then
-        fail "bench: only a whole run is written into docs"
     fi
     "${run[@]}" "$programs/quxml_side_by_side" "${turns[@]}" "${works[@]}" >"$measured/side_by_side.json"
     /usr/bin/python3 bench/report.py "$arch" "$measured" "$place" ${write:+docs}
