@@ -5,9 +5,9 @@
 Each mutant is one small change in one line of src/: an operator, a constant, a condition, a removed statement. The
 source file is compiled with it, linked with the other objects into a shared library, and the tests are run against
 that, the quick ones first, those of failing memory, hostile text and costs last. A mutant that fails a test, crashes or
-does not end is killed; one that does not compile does not count. Mutants that no test can notice, because they change
-nothing that can be seen, are listed with the reason in scripts/equivalent_mutants.txt; every other survivor is a gap
-in the tests.
+does not end is killed; one that does not compile does not count. Mutants that these tests cannot notice, because they
+change nothing that can be seen here, are listed with the reason in scripts/equivalent_mutants.txt; every other survivor is a
+gap in the tests.
 
 Ends with the figures and exits with 1 if a survivor is not listed, if a listed mutant does not survive, or if fewer than
 90 of 100 are killed: paths that only save time have many mutants that change nothing else.
@@ -120,12 +120,26 @@ class Mutant:
     def __init__(self, path, number, description, mutated):
         self.path, self.number, self.description, self.mutated = path, number, description, mutated
         self.original = path.read_text().splitlines()[number]
+        self.place = ""  # among those that read the same
+
+    def text(self):
+        return f"{self.path.relative_to(ROOT)}: {self.original.strip()} => {self.mutated.strip()}"
 
     def key(self):
-        return f"{self.path.relative_to(ROOT)}: {self.original.strip()} => {self.mutated.strip()}"
+        return self.text() + self.place
 
     def __str__(self):
         return f"{self.path.relative_to(ROOT)}:{self.number + 1}: {self.description}\n    {self.key()}"
+
+
+def tell_apart(mutants):
+    """Numbers the mutants that read the same, such as those of two equal lines."""
+    namesakes = {}
+    for mutant in mutants:
+        namesakes.setdefault(mutant.text(), []).append(mutant)
+    for alike in namesakes.values():
+        for number, mutant in enumerate(alike, 1):
+            mutant.place = f" ({number} of {len(alike)})" if len(alike) > 1 else ""
 
 
 def run(command, **options):
@@ -271,6 +285,7 @@ def main():
     library = Target("quxml")
     files = [f.resolve() for f in arguments.files] or sorted([*library.sources, *(ROOT / "src").rglob("*.h")])
     mutants = [Mutant(f, *found) for f in files for found in mutants_of(f)]
+    tell_apart(mutants)
     if arguments.list:
         print(*mutants, sep="\n")
         print(len(mutants), "mutants")
