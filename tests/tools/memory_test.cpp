@@ -33,7 +33,7 @@ class FailingMemory : public Quxml {
 protected:
     void SetUp() override {
         if (failing_memory[0] == '\0')
-            GTEST_SKIP() << "the allocator of this build cannot be replaced";
+            GTEST_SKIP() << "this build needs memory itself, or has an allocator that cannot be replaced";
     }
 
     /// What the program does with enough memory, and how many allocations that takes.
