@@ -11,7 +11,7 @@ is_asked_for() {
 # leaves a program its own `operator new`.
 memcheck() {
     quietly valgrind --quiet --error-exitcode=99 --leak-check=full --errors-for-leak-kinds=definite,indirect \
-        --soname-synonyms=somalloc=nouserintercepts "$@"
+        --soname-synonyms=somalloc=nouserintercepts --suppressions=scripts/support/valgrind.supp "$@"
 }
 
 asked=$*
