@@ -99,7 +99,7 @@ def output_of(*command):
 
 
 def packages_for(arch):
-    """Whose versions are known: those of this machine. A sysroot is renewed by itself."""
+    """What the others come from: packages of this machine, with versions, or those in the sysroot of another."""
     if arch != "amd64":
         return [f"Debian's packages for {arch}"]
     packages = ("libxml2-dev", "libpugixml-dev", "libtinyxml2-dev", "libc6")
